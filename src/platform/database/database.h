@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QChar>
+#include <QDateTime>
+#include <QString>
+#include <functional>
+
+/// Connection strings, files and transactions of the database engine.
+///
+/// A connection string names either a file, "Provider=...;Data Source=PATH;Persist Security Info=False", or a data
+/// source, "File Name=PATH OF AN .udl FILE". The engine keeps one connection per string, with its prepared
+/// statements, until it is let go.
+namespace Database_Engine
+{
+/// The connection string of a database file; PATH is the system's spelling or a native one.
+QString File_Connection_String(const QString &path);
+
+/// Creates an empty database file. @throws Run_Time_Error when the file exists or cannot be made.
+void Create_File(const QString &connectionString);
+
+/// Writes a compacted copy of a closed database into a new file. Open connections to the source are let go first.
+void CompactDatabase(const QString &sourceConnectionString, const QString &targetConnectionString);
+
+/// Closes the kept connections to a file (all of them with no argument), so that it can be copied, replaced or
+/// removed. Recordsets still open on it keep theirs until they close.
+void Let_Go(const QString &connectionString = {});
+
+/// Groups the statements of one user action: they are committed together when `body` ends, whichever way it ends,
+/// and a process that dies before leaves none of them. Groups nest; the outermost commits.
+/// @throws what `body` throws, and Run_Time_Error when the commit fails (then nothing was written).
+void One_Action(const QString &connectionString, const std::function<void()> &body);
+
+/// The short form of a date, everywhere: "YYYY" sep "MM" sep "DD", followed by " HH:MM:SS" when the time of day is
+/// not midnight. `sep` is the separator that Set_Date_Separator set, "-" at first.
+QString Short_Date(const QDateTime &date);
+void Set_Date_Separator(QChar separator);
+
+/// The date that a text means in a statement or a date field, invalid when it means none. Year first, with "-", "/"
+/// or "." between; the time of day, "HH:MM" or "HH:MM:SS", may follow.
+QDateTime Date_From_Text(const QString &text);
+} // namespace Database_Engine

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Paths as the system writes them ("\\" between names, drive letters) and as the machine has them.
+namespace Files
+{
+/// The native path for a path in the system's spelling: "\\" becomes the separator, and each name that does not
+/// exist as spelled is replaced by one that differs in case only, if there is one. Blanks at the end are dropped.
+QString Native_Path(const QString &path);
+/// A path that stands by itself: it begins with "/" here, or has ":\\" at characters 2 and 3.
+bool Is_Absolute(const QString &path);
+/// `directory` with the separator "\\" or "/" at its end; "" stays "".
+QString With_Final_Separator(const QString &directory);
+/// A plain file name: no separator, no drive, not "", "." or "..", no control character.
+bool Is_Plain_Name(const QString &name);
+
+/// Reads a whole file. @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read.
+QByteArray Read_Bytes(const QString &path);
+/// Writes a whole file so that after a kill the old or the new content stands, never a part.
+/// @throws Run_Time_Error 61 on a full disk, 70 without permission, 75 else.
+void Write_Bytes(const QString &path, const QByteArray &bytes);
+/// Copies a file over another, whole or not at all. @throws like Read_Bytes and Write_Bytes.
+void Copy_File(const QString &from, const QString &to);
+/// Deletes a file if it exists. @throws Run_Time_Error 70 or 75 when it cannot be.
+void Delete_If_Present(const QString &path);
+/// Makes a directory with its parents if it is missing. @throws Run_Time_Error 75.
+void Make_Directory(const QString &path);
+
+/// Text of the system's own text files: UTF-8, or GB18030 when the bytes are no valid UTF-8. A mark is dropped.
+QString Decode_Text(const QByteArray &bytes);
+} // namespace Files
