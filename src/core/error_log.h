@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/errors/run_time_error.h"
+
+#include <QString>
+#include <type_traits>
+
+/// The error that a procedure met last and nobody has cleared; number 0 means none.
+struct Pending_Error {
+    qint32 number = 0;
+    QString description;
+    Failure failure = Failure::Other;
+};
+
+Pending_Error &Err();
+void Set_Pending(const Run_Time_Error &error);
+void Clear_Pending();
+
+/// Appends the pending error to Error.log under `source` and clears it; nothing when none is pending. A log that
+/// cannot be written is silent.
+void Error_Log(const QString &source);
+/// A trace mark: Error_Log under the mark's name.
+void Log_Mark(const QString &mark);
+/// A mark that is kept in the code and has no effect.
+void Log_Mark_Off(const QString &mark);
+
+/// What a box shows for an error: a clear text in the user's language where the kind of failure is known, followed
+/// by the description; else the description alone.
+QString Error_Text(const Pending_Error &error);
+
+/// Runs one statement in resume-next mode: an error becomes the pending one and the next statement runs.
+/// @returns whether the statement succeeded.
+template <class Body>
+bool Resume_Next(Body &&statement)
+{
+    try {
+        statement();
+        return true;
+    } catch (const Run_Time_Error &error) {
+        Set_Pending(error);
+        return false;
+    }
+}
+
+/// Runs a procedure that traps its own errors: the error is given to `report`, written to Error.log under `source`
+/// and cleared, and the result is the empty one (false, "", 0).
+template <class Body, class Report>
+auto Trap(const QString &source, Body &&body, Report &&report) -> std::invoke_result_t<Body>
+{
+    try {
+        return body();
+    } catch (const Run_Time_Error &error) {
+        Set_Pending(error);
+        report();
+        Error_Log(source);
+        return std::invoke_result_t<Body>();
+    }
+}
+
+template <class Body>
+auto Trap(const QString &source, Body &&body) -> std::invoke_result_t<Body>
+{
+    return Trap(source, std::forward<Body>(body), [] {});
+}

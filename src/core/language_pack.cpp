@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/language_pack.h"
+
+#include "core/error_log.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/files/paths.h"
+
+#include <QFileInfo>
+
+namespace
+{
+constexpr qsizetype Longest_Text = 254;
+}
+
+void Language_Pack::Load(const QString &folder, const QString &language)
+{
+    m_texts = {};
+    m_loaded = false;
+    const QString path = Files::Native_Path(folder + QLatin1Char('/') + language + QStringLiteral(".ini"));
+    m_texts = Profile::Snapshot(path);
+    m_loaded = QFileInfo(path).size() > 0;
+}
+
+QString Language_Pack::GetString(const QString &section, const QString &key) const
+{
+    return m_texts.Value(section, key).left(Longest_Text).remove(QChar(QChar::Null));
+}
+
+Language_Pack &Language()
+{
+    static Language_Pack pack;
+    return pack;
+}
+
+void Load_Language(const QString &source)
+{
+    if (!Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); }))
+        Error_Log(source);
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/profile/profile.h"
+
+#include <QString>
+
+/// One language's texts: an INI file with a section for each form. It is parsed once for each load.
+class Language_Pack
+{
+public:
+    /// Loads `folder` + "/" + `language` + ".ini", the file being found without regard to case.
+    /// @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read; the pack is then empty.
+    void Load(const QString &folder, const QString &language);
+
+    /// Text of a key, at most 254 characters, NULs removed; "" when the key is missing.
+    [[nodiscard]] QString GetString(const QString &section, const QString &key) const;
+    /// False for a pack of length 0 or none: forms keep their design-time words.
+    [[nodiscard]] bool Is_Loaded() const { return m_loaded; }
+    [[nodiscard]] const Profile::Snapshot &Texts() const { return m_texts; }
+
+private:
+    Profile::Snapshot m_texts;
+    bool m_loaded = false;
+};
+
+/// The pack in force.
+Language_Pack &Language();
+
+/// Loads the pack that the setting LANGUAGE names. Where its file is missing or unreadable the error is recorded
+/// under `source` and the built-in texts stand in for it, so that no message is empty.
+void Load_Language(const QString &source);

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/settings.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/process_state.h"
+#include "core/settings_table.h"
+#include "platform/files/paths.h"
+#include "platform/profile/profile.h"
+
+#include <QHash>
+
+namespace
+{
+/// The order of the checks. Between them stand the two steps of the database's lifecycle.
+constexpr const char *Checks_Before_Paths[] = {"Op_DB_Type", "Op_DB_Sql", "Txt_Memo_Width", "Txt_Sum_Width",
+                                               "ViewSum",    "ViewMemo",  "ShowLow",        "CH_PATH"};
+constexpr const char *Checks_Before_Database[] = {"EXPORT_NAME"};
+constexpr const char *Checks_After_Database[] = {
+    "TC_LEFT",       "TC_TOP",           "KEYS_NUM",         "Hot_NUM",         "KEYS",
+    "Col_Cont",      "Col_Frm",          "Col_List",         "Lsv_BColor",      "COB_UPDATE",
+    "COB_UPDATE_DATE", "M_FILE",         "M_AUTO",           "M_TOOL",          "MAX_RECORD",
+    "LANGUAGE",      "Theme",            "TrvWidth",         "FileHeight",      "CH_MAIN",
+    "CH_MIN",        "CH_FLOAT",         "CH_Save",          "CH_Close",        "CH_Lock",
+    "CH_Tree_Comfirm", "CH_ByDate",      "CH_Tags",          "CH_Find",         "CH_Hot",
+    "CH_Tree_ToolTips", "CH_Lsv_ToolTips", "CH_Style_Classic", "CH_PicSaveDb", "FontName_Cont",
+    "FontSize_Cont", "FontName_LSV",     "FontSize_LSV",     "FontName_Tree",   "FontSize_Tree",
+    "Cob_OrderBy",   "Cob_LineSpace",    "Cob_K9",           "Cob_AddinFileType", "Cob_ImportFileType",
+    "CH_Instance",   "CH_About",         "CH_Tab",           "CH_Exp_Node",     "CH_Lsv_Grid",
+    "CH_Lsv_Detail", "CH_Auto_Save",     "COB_Auto_Save",    "Cob_Exit",        "Backup_Num",
+    "Backup_Path",   "Backup_Date",      "Op_Editor",        "CH_KeepWord",     "CH_HideSelect",
+    "Op_OfficeType", "Pic_Dir"};
+
+/// Keys that a new file also has under [Col], where nothing reads them.
+constexpr const char *Misplaced_Keys[] = {"Op_DB_Type", "Op_DB_Sql"};
+
+QString Config_Path()
+{
+    return App().App_Path + QStringLiteral("Config.ini");
+}
+
+/// The default table as one file, so that a new Config.ini stands whole or not at all.
+void Write_Defaults()
+{
+    QString text;
+    QString section;
+    const auto line = [&](const QString &key, const QString &value) { text += key + u'=' + value + u"\r\n"; };
+    for (const Setting &setting : Setting_Table()) {
+        if (section != QLatin1String(setting.section)) {
+            if (section == QLatin1String("Col")) {
+                for (const char *key : Misplaced_Keys)
+                    line(QLatin1String(key), QStringLiteral("0"));
+            }
+            section = QLatin1String(setting.section);
+            text += u'[' + section + u"]\r\n";
+        }
+        if (setting.initial != nullptr)
+            line(QLatin1String(setting.key), Initial_Value(setting));
+    }
+    Files::Write_Bytes(Config_Path(), text.toUtf8());
+}
+
+/// The texts of the last read pass, by key; the record holds some of them converted.
+using Raw_Values = QHash<QString, QString>;
+
+Raw_Values Read_Pass()
+{
+    const Profile::Snapshot file(Config_Path());
+    Raw_Values values;
+    for (const Setting &setting : Setting_Table()) {
+        constexpr qsizetype Own_Buffer = 512;
+        const QString key = QLatin1String(setting.key);
+        const QString value = file.Value(QLatin1String(setting.section), key).left(Own_Buffer);
+        values.insert(key, value);
+        Store(Config(), setting, value);
+    }
+    return values;
+}
+
+const Setting &Setting_Named(const char *key)
+{
+    for (const Setting &setting : Setting_Table()) {
+        if (qstrcmp(setting.key, key) == 0)
+            return setting;
+    }
+    throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("No such setting: ") + QLatin1String(key));
+}
+
+/// @returns false when the whole file is to be read again.
+bool Check(std::span<const char *const> keys, const Raw_Values &values)
+{
+    for (const char *key : keys) {
+        const Setting &setting = Setting_Named(key);
+        if (Acceptable(setting, values.value(QLatin1String(key))))
+            continue;
+        const QString healed = Healed_Value(setting);
+        // Not WriteIni: a file that refuses the value ends the pass, so that it is not read again for ever.
+        Profile::Write(Config_Path(), QLatin1String(setting.section), QLatin1String(setting.key), healed);
+        if (setting.heal == Heal::Read_Again)
+            return false;
+        Store(Config(), setting, setting.heal == Heal::View_Sum ? QStringLiteral("True") : healed);
+    }
+    return true;
+}
+
+/// One read pass with its checks. @returns false when it must be repeated.
+bool Read_And_Check(const Database_Steps &database)
+{
+    const Raw_Values values = Read_Pass();
+    if (!Check(Checks_Before_Paths, values))
+        return false;
+    database.Resolve_Paths();
+    if (!Check(Checks_Before_Database, values))
+        return false;
+    if (database.Find_And_Test() == Database_Check::Read_Again)
+        return false;
+    return Check(Checks_After_Database, values);
+}
+
+/// Makes the file of a first start. Where it cannot be written the program runs on the defaults and says why.
+void Make_File()
+{
+    try {
+        Write_Defaults();
+    } catch (const Run_Time_Error &) {
+        for (const Setting &setting : Setting_Table())
+            Store(Config(), setting, Healed_Value(setting));
+        throw;
+    }
+}
+} // namespace
+
+Settings_Record &Config()
+{
+    static Settings_Record record;
+    return record;
+}
+
+void GetConfigInfo(const Database_Steps &database)
+{
+    Trap(QStringLiteral("Main/GetConfigInfo"), [&] {
+        if (!Exists(Config_Path()))
+            Make_File();
+        while (!Read_And_Check(database)) {
+        }
+        Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
+        Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
+        Files::Make_Directory(Config().Pic_Dir);
+    });
+}
+
+bool Is_Shown(const QString &flag)
+{
+    return flag.toUpper() != QLatin1String("FALSE");
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/settings.h"
+
+#include <span>
+#include <variant>
+
+/// How a key is checked, and what an unacceptable value costs.
+enum class Heal {
+    Never,       ///< any value stands
+    Read_Again,  ///< write the heal value and read the whole file again
+    Go_On,       ///< write the heal value, put it in the record, go on with the next check
+    View_Sum,    ///< as Go_On, but the record gets "True" until the next read
+};
+
+/// Values that depend on the machine, the clock or the program directory.
+enum class Computed { None, Language, Now, Today, Backup_Path, Picture_Path };
+
+using Setting_Field =
+    std::variant<QString Settings_Record::*, qint16 Settings_Record::*, QVariant Settings_Record::*>;
+
+struct Setting {
+    const char *section;
+    const char *key;
+    const char *initial; ///< what a new file gets; nullptr: the key is not written
+    Setting_Field field;
+    Heal heal = Heal::Read_Again;
+    const char *healed = nullptr; ///< what an empty key gets, when that is not `initial`
+    Computed computed = Computed::None;
+};
+
+/// All keys in the order of a new file, which is also the order of reading.
+std::span<const Setting> Setting_Table();
+
+/// Whether a value that was read may stand.
+bool Acceptable(const Setting &setting, const QString &value);
+/// The value of a new file, and the one that an unacceptable value is replaced by.
+QString Initial_Value(const Setting &setting);
+QString Healed_Value(const Setting &setting);
+/// Puts a text in the record. @throws Run_Time_Error 13 (type mismatch) or 6 (overflow) for MAX_RECORD.
+void Store(Settings_Record &record, const Setting &setting, const QString &value);

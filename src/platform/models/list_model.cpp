@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/models/list_model.h"
+
+#include <QCollator>
+#include <QFont>
+#include <QLocale>
+#include <algorithm>
+
+void List_Model::Set_Columns(std::vector<List_Column> columns)
+{
+    beginResetModel();
+    m_columns = std::move(columns);
+    m_rows.clear();
+    endResetModel();
+}
+
+int List_Model::Column(const QString &key) const
+{
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        if (m_columns[i].key.compare(key, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+void List_Model::Set_Column_Caption(int column, const QString &caption)
+{
+    m_columns[static_cast<size_t>(column)].caption = caption;
+    emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void List_Model::Replace(std::vector<List_Row> rows)
+{
+    beginResetModel();
+    m_rows = std::move(rows);
+    endResetModel();
+}
+
+int List_Model::Find(const QString &tag) const
+{
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const List_Row &row) { return row.tag == tag; });
+    return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
+}
+
+void List_Model::Set_Row(int row, const List_Row &content)
+{
+    m_rows[static_cast<size_t>(row)] = content;
+    emit dataChanged(index(row, 0), index(row, columnCount({}) - 1));
+}
+
+void List_Model::Remove(int row)
+{
+    if (row < 0 || row >= Row_Count())
+        return;
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+void List_Model::Sort_By(int column, bool ascending)
+{
+    const QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
+    emit layoutAboutToBeChanged();
+    std::stable_sort(m_rows.begin(), m_rows.end(), [&](const List_Row &a, const List_Row &b) {
+        const int order = collator.compare(a.texts.value(column), b.texts.value(column));
+        return ascending ? order < 0 : order > 0;
+    });
+    emit layoutChanged();
+}
+
+int List_Model::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : Row_Count();
+}
+
+int List_Model::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant List_Model::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= Row_Count())
+        return {};
+    const List_Row &row = Row(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.texts.value(index.column());
+    case Tag_Role:
+        return row.tag;
+    case Qt::ToolTipRole:
+        return row.tool_tip.isEmpty() ? QVariant() : row.tool_tip;
+    case Qt::ForegroundRole: {
+        const QColor &color = index.column() == 0 ? row.item_color : row.sub_color;
+        return color.isValid() ? QVariant(color) : QVariant();
+    }
+    case Qt::FontRole: {
+        if (!row.bold)
+            return {};
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+    default:
+        return {};
+    }
+}
+
+QVariant List_Model::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= static_cast<int>(m_columns.size()))
+        return {};
+    return m_columns[static_cast<size_t>(section)].caption;
+}

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/prompts/prompts.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace
+{
+Prompt_Script *script = nullptr;
+Prompts::Button_Texts words;
+
+const QString Safe_Refusal = QStringLiteral("cancel");
+
+QMessageBox::Icon Box_Icon(Prompts::Icon icon)
+{
+    switch (icon) {
+    case Prompts::Icon::Information:
+        return QMessageBox::Information;
+    case Prompts::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Prompts::Icon::Critical:
+        return QMessageBox::Critical;
+    case Prompts::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void Name_Button(QMessageBox &box, QMessageBox::StandardButton button, const QString &text)
+{
+    if (!text.isEmpty() && box.button(button) != nullptr)
+        box.button(button)->setText(text);
+}
+
+/// Shows a box with the pack's words on its buttons; the busy pointer of a running procedure is put aside meanwhile.
+int Show_Box(QMessageBox &box)
+{
+    Name_Button(box, QMessageBox::Ok, words.ok);
+    Name_Button(box, QMessageBox::Yes, words.yes);
+    Name_Button(box, QMessageBox::No, words.no);
+    Name_Button(box, QMessageBox::Cancel, words.cancel);
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int answer = box.exec();
+    QApplication::restoreOverrideCursor();
+    return answer;
+}
+
+QWidget *Owner()
+{
+    return QApplication::activeWindow();
+}
+
+/// "Name (*.db)|*.db|All (*.*)|*.*" in the toolkit's notation.
+QString Native_Filter(const QString &filter)
+{
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    QStringList entries;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString pattern = QString(parts[i + 1]).replace(QLatin1String("*.*"), QLatin1String("*"));
+        entries << parts[i].section(QLatin1Char('('), 0, 0).trimmed() + QStringLiteral(" (%1)").arg(pattern);
+    }
+    return entries.join(QStringLiteral(";;"));
+}
+} // namespace
+
+namespace Prompts
+{
+void Set_Button_Texts(const Button_Texts &texts)
+{
+    words = texts;
+}
+
+void Message(const QString &text, const QString &title, Icon icon)
+{
+    if (script != nullptr) {
+        script->Take(text, QStringLiteral("ok"));
+        return;
+    }
+    QMessageBox box(Box_Icon(icon), title, text, QMessageBox::Ok, Owner());
+    Show_Box(box);
+}
+
+Answer Ask(const QString &text, const QString &title, Choice choice, Answer preset)
+{
+    const bool cancellable = choice == Choice::Yes_No_Cancel;
+    if (script != nullptr) {
+        const QString answer = script->Take(text, Safe_Refusal);
+        if (answer == QLatin1String("yes"))
+            return Answer::Yes;
+        return answer == QLatin1String("no") || !cancellable ? Answer::No : Answer::Cancel;
+    }
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, Owner());
+    if (cancellable)
+        box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(cancellable ? QMessageBox::Cancel : QMessageBox::No);
+    switch (Show_Box(box)) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+QString Input(const QString &text, const QString &title, const QString &preset, bool masked)
+{
+    if (script != nullptr)
+        return script->Take(text, {});
+    QInputDialog box(Owner());
+    box.setWindowTitle(title);
+    box.setLabelText(text);
+    box.setTextValue(preset);
+    box.setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
+    if (!words.ok.isEmpty()) {
+        box.setOkButtonText(words.ok);
+        box.setCancelButtonText(words.cancel);
+    }
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const bool accepted = box.exec() == QDialog::Accepted;
+    QApplication::restoreOverrideCursor();
+    return accepted ? box.textValue() : QString();
+}
+
+QString Open_File(const QString &title, const QString &directory, const QString &filter)
+{
+    if (script != nullptr)
+        return script->Take(title, {});
+    return QFileDialog::getOpenFileName(Owner(), title, directory, Native_Filter(filter));
+}
+
+QString Save_File(const QString &title, const QString &path, const QString &filter)
+{
+    if (script != nullptr)
+        return script->Take(title, {});
+    return QFileDialog::getSaveFileName(Owner(), title, path, Native_Filter(filter));
+}
+
+QString Folder(const QString &title, const QString &directory)
+{
+    if (script != nullptr)
+        return script->Take(title, {});
+    return QFileDialog::getExistingDirectory(Owner(), title, directory);
+}
+} // namespace Prompts
+
+Prompt_Script::Prompt_Script()
+{
+    script = this;
+}
+
+Prompt_Script::~Prompt_Script()
+{
+    script = nullptr;
+}
+
+void Prompt_Script::Expect(const QString &text, const QString &answer)
+{
+    m_expectations.append({text, answer});
+}
+
+QStringList Prompt_Script::Problems() const
+{
+    QStringList problems = m_unexpected;
+    for (const Expectation &unused : m_expectations)
+        problems << QStringLiteral("never asked: ") + unused.text;
+    return problems;
+}
+
+QString Prompt_Script::Take(const QString &prompt, const QString &safeAnswer)
+{
+    if (m_expectations.isEmpty() || !prompt.contains(m_expectations.first().text)) {
+        m_unexpected << QStringLiteral("unexpected: ") + prompt;
+        return safeAnswer;
+    }
+    return m_expectations.takeFirst().answer;
+}

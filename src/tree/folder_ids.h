@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/// Grammar of folder ids, node keys and captions.
+///
+/// A folder id is a string of three-digit segments, one for each level; the parent is the id without its last three
+/// characters, "" is the root, "000" the recycle bin. A node key is a prefix, "_" and the rest: "C_" + id for a
+/// folder. A caption is a name and "[" count "]".
+
+inline const QString Root_Key = QStringLiteral("qvmxcode_");
+inline const QString Recycle_Bin_Id = QStringLiteral("000");
+
+enum class Key_Part {
+    After_Underscore = 1,  ///< what follows the first "_"
+    Before_Underscore = 2, ///< what precedes the first "_"
+    From_Bracket = 3,      ///< from the first "[" on
+    Before_Bracket = 4,    ///< what precedes the first "["
+};
+
+/// Part of a key or caption; "" when the delimiter is absent.
+QString GetKeyPart(const QString &text, Key_Part mode);
+
+/// The trimmed value padded on the left up to `width`; "" when it is empty or "0".
+QString PadLeft(const QString &value, int width, QChar padChar);
+
+/// Key of a folder's node, and of its parent's node.
+QString Folder_Key(const QString &id);
+QString Parent_Key(const QString &id);
+/// Whether a node key names a folder.
+bool Is_Folder_Key(const QString &key);

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tree/tree_loading.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "core/sql_text.h"
+#include "platform/database/recordset.h"
+#include "tree/folder_ids.h"
+#include "tree/tree_loading_sql.h"
+
+#include <QDir>
+#include <QHash>
+#include <QSet>
+#include <algorithm>
+
+namespace
+{
+const QString Missing_Icon = QStringLiteral("RECYCLEBIN.ICO");
+
+struct Folder_Row {
+    QString id;
+    QString name;
+    QString icon;
+    bool expanded;
+};
+
+QList<Folder_Row> Read_Folders(const QString &connection)
+{
+    QList<Folder_Row> folders;
+    Recordset rows;
+    rows.Open(Sql_Text(Sql::All_Folders), connection);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const Field expanded = rows[QStringLiteral("Cate_Exp")];
+        folders.append({rows[QStringLiteral("cate_ID")].Text(), rows[QStringLiteral("cate_Name")].Text(),
+                        rows[QStringLiteral("Icon_Name")].Text().toUpper(),
+                        expanded.Is_Null() || expanded.Text() != QLatin1String("0")});
+    }
+    return folders;
+}
+
+/// The numbers that "count(*) ... like 'id%'" (subtree) or "= 'id'" would give for each folder, from one grouped
+/// statement instead of one for each folder.
+QHash<QString, qint64> Count_Documents(const QList<Folder_Row> &folders, const QString &connection, bool subtree)
+{
+    QHash<QString, qint64> counts;
+    QSet<qsizetype> lengths;
+    for (const Folder_Row &folder : folders)
+        lengths.insert(folder.id.size());
+    Recordset rows;
+    rows.Open(Sql_Text(Sql::Count_By_Folder), connection);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const QString id = rows[0].Text().toLower();
+        const qint64 number = rows[1].Number();
+        if (!subtree) {
+            counts[id] += number;
+            continue;
+        }
+        for (const qsizetype length : lengths) {
+            if (length <= id.size())
+                counts[id.left(length)] += number;
+        }
+    }
+    return counts;
+}
+
+QSet<QString> Icon_Files()
+{
+    QSet<QString> names;
+    for (const QString &name : QDir(App().App_Path + QStringLiteral("data/ico")).entryList(QDir::Files))
+        names.insert(name.toUpper());
+    return names;
+}
+
+QString Folder_Image(const Folder_Row &folder, const QSet<QString> &icons)
+{
+    return folder.id != Recycle_Bin_Id && icons.contains(folder.icon) ? folder.icon : Missing_Icon;
+}
+
+QString Caption(const QString &name, qint64 count)
+{
+    return name + QLatin1Char('[') + QString::number(count) + QLatin1Char(']');
+}
+
+Tree_Node Root_Node(const QString &caption)
+{
+    Tree_Node root;
+    root.key = Root_Key;
+    root.caption = caption;
+    root.image = App().Com_Icon.toUpper();
+    root.expanded = true;
+    return root;
+}
+
+Tree_Node Folder_Node(const Folder_Row &folder, const QSet<QString> &icons, qint64 count)
+{
+    Tree_Node node;
+    node.key = Folder_Key(folder.id);
+    node.caption = Caption(folder.name, count);
+    node.image = Folder_Image(folder, icons);
+    node.expanded = folder.expanded;
+    return node;
+}
+
+qint64 Count_Of(const QString &id, const QString &connection, bool subtree)
+{
+    Recordset count;
+    count.Open(Sql_Text(subtree ? Sql::Count_Subtree : Sql::Count_Folder, id), connection);
+    return count[0].Number();
+}
+
+QString Combo_Line(const QString &id, const QString &name)
+{
+    if (id.size() == 3)
+        return name;
+    return QString(std::max<qsizetype>(id.size() - 3, 0), QLatin1Char(' ')) + QStringLiteral("├ ") + name;
+}
+
+void Append_Combo_Lines(Folder_Combo &combo, const char16_t *statement)
+{
+    Recordset rows;
+    rows.Open(Sql_Text(statement), App().Conn_Str);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const QString id = rows[QStringLiteral("cate_ID")].Text();
+        combo.items.append(Combo_Line(id, rows[QStringLiteral("cate_Name")].Text()));
+        Cate_ID_List().last() = id;
+        Cate_ID_List().append(QString());
+    }
+}
+
+/// A fact of the database; a missing or empty one is made with its default.
+QString Fact_Or_Default(const QString &name, const QString &preset)
+{
+    Recordset fact;
+    fact.Open(Sql_Text(Sql::Fact, name), App().Conn_Str);
+    const QString value = fact.Eof() ? QString() : fact[0].Text();
+    if (!value.isEmpty())
+        return value;
+    Run_Statement(Sql_Text(Sql::New_Fact, name, preset), App().Conn_Str);
+    return preset;
+}
+} // namespace
+
+bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString &defaultRootName)
+{
+    Tree_Builder builder;
+    builder.Add({}, Root_Node(App().Com_Name.isEmpty() ? defaultRootName : App().Com_Name));
+    const bool complete = Trap(QStringLiteral("Mod_DataBase\\GetClassInfo_Ex"), [&] {
+        const QList<Folder_Row> folders = Read_Folders(connection);
+        const QHash<QString, qint64> counts = Count_Documents(folders, connection, Is_Shown(Config().ShowLow));
+        const QSet<QString> icons = Icon_Files();
+        for (const Folder_Row &folder : folders)
+            builder.Add(Parent_Key(folder.id), Folder_Node(folder, icons, counts.value(folder.id.toLower())));
+        return true;
+    });
+    tree.Replace(builder.Take());
+    return complete;
+}
+
+void Update_Tree_Num_Ex(Tree_Model &tree, const QString &id, const QString &connection, bool subtree)
+{
+    Trap(QStringLiteral("Mod_DataBase\\Update_Tree_Num_Ex"), [&] {
+        for (int i = 1; i < tree.Node_Count(); ++i) {
+            const QString nodeId = tree.Node(i).key.trimmed().mid(2);
+            if (!id.startsWith(nodeId))
+                continue;
+            const QString name = GetKeyPart(tree.Node(i).caption, Key_Part::Before_Bracket);
+            tree.Set_Caption(i, Caption(name, Count_Of(nodeId, connection, subtree)));
+        }
+    });
+}
+
+void Copy_Tree(const Tree_Model &source, Tree_Model &target)
+{
+    Tree_Builder builder;
+    builder.Add({}, Root_Node(App().Com_Name));
+    constexpr qsizetype Top_Level_Key = 5; // "C_" and three digits
+    for (int i = 1; i < source.Node_Count(); ++i) {
+        const Tree_Node &original = source.Node(i);
+        Tree_Node copy;
+        copy.key = original.key;
+        copy.caption = GetKeyPart(original.caption, Key_Part::Before_Bracket);
+        copy.image = original.image;
+        copy.expanded = original.expanded;
+        builder.Add(original.key.size() == Top_Level_Key ? Root_Key : source.Node(original.parent).key, copy);
+    }
+    target.Replace(builder.Take());
+}
+
+QStringList &Cate_ID_List()
+{
+    static QStringList ids{QString()};
+    return ids;
+}
+
+void Reload_Cate(Folder_Combo &combo, const QString &allFolders)
+{
+    Cate_ID_List() = QStringList{QString()};
+    combo.items.clear();
+    if (combo.name == QLatin1String("Comb_Find_Cate"))
+        combo.items.append(allFolders.isEmpty() ? QStringLiteral("全部节点") : allFolders);
+    Trap(QStringLiteral("Mod_DataBase\\Reload_Cate"), [&] {
+        Append_Combo_Lines(combo, Sql::Combo_Folders);
+        Append_Combo_Lines(combo, Sql::Combo_Recycle_Bin);
+    });
+}
+
+void Save_Tree_Status(const QString &id, bool expanded)
+{
+    Trap(QStringLiteral("Frm_Main\\Save_Tree_Status"), [&] {
+        WriteIni(QStringLiteral("Col"), QStringLiteral("Tree_LastKey"), id);
+        Run_Statement(Sql_Text(Sql::Save_Expanded, QString::number(expanded ? 1 : 0), id), App().Conn_Str);
+    });
+}
+
+void Load_Root_Facts()
+{
+    App().Com_Name = Fact_Or_Default(QStringLiteral("COM_NAME"), QStringLiteral("Zelqor"));
+    App().Com_Icon = Fact_Or_Default(QStringLiteral("COM_ICON"), QStringLiteral("ZELQOR.ICO"));
+}
