@@ -32,8 +32,8 @@ enum class Failure {
 class Run_Time_Error : public std::exception
 {
 public:
-    Run_Time_Error(qint32 number, QString description, Failure failure = Failure::Other)
-        : number(number), description(std::move(description)), failure(failure), m_bytes(this->description.toUtf8())
+    Run_Time_Error(qint32 code, QString text, Failure kind = Failure::Other)
+        : number(code), description(std::move(text)), failure(kind), m_bytes(description.toUtf8())
     {
     }
 

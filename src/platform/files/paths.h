@@ -14,6 +14,8 @@ QString Native_Path(const QString &path);
 bool Is_Absolute(const QString &path);
 /// `directory` with the separator "\\" or "/" at its end; "" stays "".
 QString With_Final_Separator(const QString &directory);
+/// The form of a path that programs without long names need: the path itself on POSIX systems.
+QString Short_Path(const QString &path);
 /// A plain file name: no separator, no drive, not "", "." or "..", no control character.
 bool Is_Plain_Name(const QString &name);
 

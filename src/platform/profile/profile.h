@@ -10,9 +10,10 @@
 /// comments (";") stay where they are. The file is read for each call and written whole or not at all.
 namespace Profile
 {
-/// "" when the file, the section or the key is missing.
+/// "" when the file, the section or the key is missing, or the file cannot be read.
 QString Read(const QString &path, const QString &section, const QString &key);
-/// Sets one key, at the end of its section when it is new, making file and section as needed; line ends are CR LF.
+/// Sets one key on one line (line ends in the value become blanks), at the end of its section when it is new, making
+/// file and section as needed; line ends are CR LF.
 /// @throws Run_Time_Error 61, 70 or 75 when the file cannot be written; it is then as it was.
 void Write(const QString &path, const QString &section, const QString &key, const QString &value);
 

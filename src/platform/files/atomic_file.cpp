@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/files/atomic_file.h"
+
+#include "platform/errors/run_time_error.h"
+#include "platform/files/paths.h"
+
+#include <QFileInfo>
+#include <QStorageInfo>
+
+namespace Files
+{
+namespace
+{
+bool May_Write_At(const QFileInfo &place)
+{
+    return QFileInfo(place.absolutePath()).isWritable() && (!place.exists() || place.isWritable());
+}
+
+/// A write that was cut short reports no reason of its own; too little room for what was to be written is one.
+bool Disk_Is_Full(const QSaveFile &file, const QString &path, qint64 size)
+{
+    if (file.error() == QFileDevice::ResourceError)
+        return true;
+    const QStorageInfo storage(QFileInfo(path).absolutePath());
+    return storage.isValid() && storage.bytesAvailable() < size;
+}
+} // namespace
+
+Atomic_File::Atomic_File(const QString &path) : m_path(Native_Path(path)), m_file(m_path)
+{
+    const QFileInfo place(m_path);
+    // Taking the place of a device or a pipe would destroy it.
+    if (m_path.isEmpty() || (place.exists() && !place.isFile()))
+        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Not a file: %1").arg(m_path),
+                             Failure::Path_Access);
+    if (m_file.open(QIODevice::WriteOnly))
+        return;
+    if (QFileInfo(place.absolutePath()).isDir() && !May_Write_At(place))
+        throw Run_Time_Error(Error_Number::Permission_Denied, QStringLiteral("Permission denied: %1").arg(m_path),
+                             Failure::Read_Only);
+    Fail();
+}
+
+void Atomic_File::Write(const char *bytes, qint64 size)
+{
+    m_size += size;
+    if (m_file.write(bytes, size) != size)
+        Fail();
+}
+
+void Atomic_File::Commit()
+{
+    if (!m_file.commit())
+        Fail();
+}
+
+void Atomic_File::Fail()
+{
+    if (Disk_Is_Full(m_file, m_path, m_size))
+        throw Run_Time_Error(Error_Number::Disk_Full, QStringLiteral("Disk full: %1").arg(m_path), Failure::Disk_Full);
+    throw Run_Time_Error(Error_Number::Path_Access,
+                         QStringLiteral("Cannot write %1: %2").arg(m_path, m_file.errorString()), Failure::Path_Access);
+}
+} // namespace Files

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QSaveFile>
+#include <QString>
+
+namespace Files
+{
+/// A file that is written piece by piece beside its place and takes it when it is whole. A writer that goes out of
+/// scope without Commit, or is killed, leaves an older file as it was.
+class Atomic_File
+{
+public:
+    /// @throws Run_Time_Error 70 where nothing may be written, 75 for a place that holds no file or cannot.
+    explicit Atomic_File(const QString &path);
+
+    /// @throws Run_Time_Error 61 on a full disk, 75 else.
+    void Write(const char *bytes, qint64 size);
+    void Write(const QByteArray &bytes) { Write(bytes.constData(), bytes.size()); }
+    /// Flushes to the disk, then takes the place. @throws like Write.
+    void Commit();
+
+private:
+    [[noreturn]] void Fail();
+    QString m_path;
+    QSaveFile m_file;
+    qint64 m_size = 0;
+};
+} // namespace Files
