@@ -2,7 +2,8 @@
 #
 # A room is one folder of src/ and one static library. Its headers can be included as "<folder>/<file>.h" only by
 # targets that link it: every room has an include root of its own, a directory that holds one link to the folder.
-# A room may use only rooms on floors below its own, or its neighbours on floor 0.
+# A room may use only rooms on floors below its own, or its neighbours on floor 0. What it HIDES is linked, but its
+# headers stay out of reach of the rooms above.
 
 set(ZELQOR_WARNINGS -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor -Werror)
 
@@ -16,7 +17,7 @@ if(ZELQOR_ASAN)
 endif()
 
 function(zelqor_room folder)
-    cmake_parse_arguments(ROOM "" "FLOOR" "USES;LINKS" ${ARGN})
+    cmake_parse_arguments(ROOM "" "FLOOR" "USES;LINKS;HIDES" ${ARGN})
     get_filename_component(name ${folder} NAME)
     get_filename_component(parent ${folder} DIRECTORY)
     file(GLOB sources CONFIGURE_DEPENDS src/${folder}/*.cpp src/${folder}/*.h src/${folder}/*.ui src/${folder}/*.qrc)
@@ -48,6 +49,6 @@ function(zelqor_room folder)
     endforeach()
     target_link_libraries(zelqor_${name} ${scope} ${ROOM_LINKS})
     if(code)
-        target_link_libraries(zelqor_${name} PRIVATE zelqor_options)
+        target_link_libraries(zelqor_${name} PRIVATE zelqor_options ${ROOM_HIDES})
     endif()
 endfunction()

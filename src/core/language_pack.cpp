@@ -15,9 +15,8 @@ constexpr qsizetype Longest_Text = 254;
 
 void Language_Pack::Load(const QString &folder, const QString &language)
 {
-    m_texts = {};
-    m_loaded = false;
     const QString path = Files::Native_Path(folder + QLatin1Char('/') + language + QStringLiteral(".ini"));
+    m_loaded = false;
     m_texts = Profile::Snapshot(path);
     m_loaded = QFileInfo(path).size() > 0;
 }
@@ -35,6 +34,15 @@ Language_Pack &Language()
 
 void Load_Language(const QString &source)
 {
-    if (!Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); }))
-        Error_Log(source);
+    const bool loaded =
+        Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); });
+    if (loaded)
+        return;
+    Error_Log(source);
+    Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+}
+
+QString Pack_Text(const char *section, const char *key)
+{
+    return Language().GetString(QLatin1String(section), QLatin1String(key));
 }

@@ -30,3 +30,6 @@ Language_Pack &Language();
 /// Loads the pack that the setting LANGUAGE names. Where its file is missing or unreadable the error is recorded
 /// under `source` and the built-in texts stand in for it, so that no message is empty.
 void Load_Language(const QString &source);
+
+/// A text of the pack in force.
+QString Pack_Text(const char *section, const char *key);

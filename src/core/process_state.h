@@ -9,14 +9,14 @@ struct Process_State {
     QString Box_Title = App_Title; ///< title of every start-up box
     QString App_Path;              ///< program directory with a final separator, native spelling
     QString Help_File;
-    QString Date_Sep;              ///< the user's date separator
-    QString Date_Delim;            ///< delimiter of date literals in SQL text: "#" or "'"
-    QString Conn_Str;              ///< every recordset is opened with it
-    bool Conn_OK = false;          ///< the database could be read
-    QString Conn_Trouble;          ///< why it could not
-    bool Update_235_Done = false;  ///< the one-time upgrade window finished
-    QString Curr_User;             ///< login name in force
-    QString Root_Name;             ///< name and icon of the home node
+    QString Date_Sep;             ///< the user's date separator
+    QString Date_Delim;           ///< delimiter of date literals in SQL text: "#" or "'"
+    QString Conn_Str;             ///< every recordset is opened with it
+    bool Conn_OK = false;         ///< the database could be read
+    QString Conn_Trouble;         ///< why it could not
+    bool Update_235_Done = false; ///< the one-time upgrade window finished
+    QString Curr_User;            ///< login name in force
+    QString Root_Name;            ///< name and icon of the home node
     QString Root_Icon;
     QString Com_Name; ///< facts COM_NAME and COM_ICON of the database
     QString Com_Icon;

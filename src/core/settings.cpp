@@ -16,20 +16,68 @@ namespace
 constexpr const char *Checks_Before_Paths[] = {"Op_DB_Type", "Op_DB_Sql", "Txt_Memo_Width", "Txt_Sum_Width",
                                                "ViewSum",    "ViewMemo",  "ShowLow",        "CH_PATH"};
 constexpr const char *Checks_Before_Database[] = {"EXPORT_NAME"};
-constexpr const char *Checks_After_Database[] = {
-    "TC_LEFT",       "TC_TOP",           "KEYS_NUM",         "Hot_NUM",         "KEYS",
-    "Col_Cont",      "Col_Frm",          "Col_List",         "Lsv_BColor",      "COB_UPDATE",
-    "COB_UPDATE_DATE", "M_FILE",         "M_AUTO",           "M_TOOL",          "MAX_RECORD",
-    "LANGUAGE",      "Theme",            "TrvWidth",         "FileHeight",      "CH_MAIN",
-    "CH_MIN",        "CH_FLOAT",         "CH_Save",          "CH_Close",        "CH_Lock",
-    "CH_Tree_Comfirm", "CH_ByDate",      "CH_Tags",          "CH_Find",         "CH_Hot",
-    "CH_Tree_ToolTips", "CH_Lsv_ToolTips", "CH_Style_Classic", "CH_PicSaveDb", "FontName_Cont",
-    "FontSize_Cont", "FontName_LSV",     "FontSize_LSV",     "FontName_Tree",   "FontSize_Tree",
-    "Cob_OrderBy",   "Cob_LineSpace",    "Cob_K9",           "Cob_AddinFileType", "Cob_ImportFileType",
-    "CH_Instance",   "CH_About",         "CH_Tab",           "CH_Exp_Node",     "CH_Lsv_Grid",
-    "CH_Lsv_Detail", "CH_Auto_Save",     "COB_Auto_Save",    "Cob_Exit",        "Backup_Num",
-    "Backup_Path",   "Backup_Date",      "Op_Editor",        "CH_KeepWord",     "CH_HideSelect",
-    "Op_OfficeType", "Pic_Dir"};
+constexpr const char *Checks_After_Database[] = {"TC_LEFT",
+                                                 "TC_TOP",
+                                                 "KEYS_NUM",
+                                                 "Hot_NUM",
+                                                 "KEYS",
+                                                 "Col_Cont",
+                                                 "Col_Frm",
+                                                 "Col_List",
+                                                 "Lsv_BColor",
+                                                 "COB_UPDATE",
+                                                 "COB_UPDATE_DATE",
+                                                 "M_FILE",
+                                                 "M_AUTO",
+                                                 "M_TOOL",
+                                                 "MAX_RECORD",
+                                                 "LANGUAGE",
+                                                 "Theme",
+                                                 "TrvWidth",
+                                                 "FileHeight",
+                                                 "CH_MAIN",
+                                                 "CH_MIN",
+                                                 "CH_FLOAT",
+                                                 "CH_Save",
+                                                 "CH_Close",
+                                                 "CH_Lock",
+                                                 "CH_Tree_Comfirm",
+                                                 "CH_ByDate",
+                                                 "CH_Tags",
+                                                 "CH_Find",
+                                                 "CH_Hot",
+                                                 "CH_Tree_ToolTips",
+                                                 "CH_Lsv_ToolTips",
+                                                 "CH_Style_Classic",
+                                                 "CH_PicSaveDb",
+                                                 "FontName_Cont",
+                                                 "FontSize_Cont",
+                                                 "FontName_LSV",
+                                                 "FontSize_LSV",
+                                                 "FontName_Tree",
+                                                 "FontSize_Tree",
+                                                 "Cob_OrderBy",
+                                                 "Cob_LineSpace",
+                                                 "Cob_K9",
+                                                 "Cob_AddinFileType",
+                                                 "Cob_ImportFileType",
+                                                 "CH_Instance",
+                                                 "CH_About",
+                                                 "CH_Tab",
+                                                 "CH_Exp_Node",
+                                                 "CH_Lsv_Grid",
+                                                 "CH_Lsv_Detail",
+                                                 "CH_Auto_Save",
+                                                 "COB_Auto_Save",
+                                                 "Cob_Exit",
+                                                 "Backup_Num",
+                                                 "Backup_Path",
+                                                 "Backup_Date",
+                                                 "Op_Editor",
+                                                 "CH_KeepWord",
+                                                 "CH_HideSelect",
+                                                 "Op_OfficeType",
+                                                 "Pic_Dir"};
 
 /// Keys that a new file also has under [Col], where nothing reads them.
 constexpr const char *Misplaced_Keys[] = {"Op_DB_Type", "Op_DB_Sql"};
@@ -44,7 +92,9 @@ void Write_Defaults()
 {
     QString text;
     QString section;
-    const auto line = [&](const QString &key, const QString &value) { text += key + u'=' + value + u"\r\n"; };
+    const auto line = [&](const QString &key, const QString &value) {
+        text += key + u'=' + value + QLatin1String("\r\n");
+    };
     for (const Setting &setting : Setting_Table()) {
         if (section != QLatin1String(setting.section)) {
             if (section == QLatin1String("Col")) {
@@ -52,7 +102,7 @@ void Write_Defaults()
                     line(QLatin1String(key), QStringLiteral("0"));
             }
             section = QLatin1String(setting.section);
-            text += u'[' + section + u"]\r\n";
+            text += u'[' + section + QLatin1String("]\r\n");
         }
         if (setting.initial != nullptr)
             line(QLatin1String(setting.key), Initial_Value(setting));

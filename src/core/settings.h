@@ -43,8 +43,8 @@ enum class Database_Check { Go_On, Read_Again };
 
 /// The two steps of the check pass that belong to the database's lifecycle.
 struct Database_Steps {
-    std::function<void()> Resolve_Paths;              ///< after CH_PATH
-    std::function<Database_Check()> Find_And_Test;    ///< after EXPORT_NAME
+    std::function<void()> Resolve_Paths;           ///< after CH_PATH
+    std::function<Database_Check()> Find_And_Test; ///< after EXPORT_NAME
 };
 
 /// Reads Config.ini into the record: a missing file is written with the defaults, an empty key is healed and the file

@@ -142,7 +142,9 @@ std::span<const Setting> Setting_Table()
 
 bool Acceptable(const Setting &setting, const QString &value)
 {
-    const auto is = [&](const char *key) { return qstrcmp(setting.key, key) == 0; };
+    const auto is = [&](const char *key) {
+        return qstrcmp(setting.key, key) == 0;
+    };
     if (is("LANGUAGE"))
         return !value.isEmpty() && value.toUpper() != QLatin1String("GB2312");
     if (is("COB_UPDATE"))

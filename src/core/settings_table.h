@@ -8,17 +8,16 @@
 
 /// How a key is checked, and what an unacceptable value costs.
 enum class Heal {
-    Never,       ///< any value stands
-    Read_Again,  ///< write the heal value and read the whole file again
-    Go_On,       ///< write the heal value, put it in the record, go on with the next check
-    View_Sum,    ///< as Go_On, but the record gets "True" until the next read
+    Never,      ///< any value stands
+    Read_Again, ///< write the heal value and read the whole file again
+    Go_On,      ///< write the heal value, put it in the record, go on with the next check
+    View_Sum,   ///< as Go_On, but the record gets "True" until the next read
 };
 
 /// Values that depend on the machine, the clock or the program directory.
 enum class Computed { None, Language, Now, Today, Backup_Path, Picture_Path };
 
-using Setting_Field =
-    std::variant<QString Settings_Record::*, qint16 Settings_Record::*, QVariant Settings_Record::*>;
+using Setting_Field = std::variant<QString Settings_Record::*, qint16 Settings_Record::*, QVariant Settings_Record::*>;
 
 struct Setting {
     const char *section;

@@ -87,6 +87,5 @@ inline constexpr const char16_t *All_Tables[] = {
 };
 
 /// The legacy row of the home node, made where the table `test` is missing or empty.
-inline constexpr const char16_t *Home_Node =
-    u"insert into test (temp_name,temp_txt) values ('Zelqor','Home.ico') ";
+inline constexpr const char16_t *Home_Node = u"insert into test (temp_name,temp_txt) values ('Zelqor','Home.ico') ";
 } // namespace Schema

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+class QTextDocument;
+
+/// What a document's form shows and the store writes: the texts of its controls and the documents of its three
+/// panes. The form owns the panes' documents.
+struct Document_Form {
+    QString code_id; ///< the title's tag; "" for a document that is not stored yet
+    QString title;
+    QString folder; ///< id of the chosen folder, "" for none
+    QString star;   ///< importance, five star characters, or ""
+    QString done;   ///< completion, in the same way
+    QString keys;
+    QString explain;
+    QString create_date; ///< short form
+    QString update_date;
+    QString file;
+    QString promulgator;
+    QString provenance;
+    QString author;
+    QString password;
+    QString type; ///< the working type, upper-case; "" when there is nothing to save
+    QTextDocument *content = nullptr;
+    QTextDocument *memo = nullptr;
+    QTextDocument *sum = nullptr;
+};

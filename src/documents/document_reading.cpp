@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "documents/document_reading.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/sql_text.h"
+#include "core/yield.h"
+#include "documents/busy_pointer.h"
+#include "documents/document_sql.h"
+#include "documents/document_store.h"
+#include "documents/staging.h"
+#include "documents/stored_stream.h"
+#include "platform/database/database.h"
+#include "platform/database/recordset.h"
+#include "platform/files/paths.h"
+#include "platform/lzma/zelqorfun.h"
+#include "platform/machine/machine.h"
+#include "platform/prompts/prompts.h"
+#include "platform/richtext/rich_text.h"
+#include "users/scrambling.h"
+
+#include <QTextDocument>
+
+namespace
+{
+constexpr qint32 Row_Gone = 3002;
+const QString Raw = QStringLiteral("zip.cc");
+const QString Decoded = QStringLiteral("zip.dd");
+const QString Reserved = QStringLiteral("zip.ddb");
+const QString Memo = QStringLiteral("zip3.dd");
+const QString Sum = QStringLiteral("zip4.dd");
+
+bool Is_Office(const QString &type)
+{
+    static const QStringList types{QStringLiteral("DOCX"), QStringLiteral("XLSX"), QStringLiteral("PPTX"),
+                                   QStringLiteral("DOC"),  QStringLiteral("XLS"),  QStringLiteral("PPT")};
+    return types.contains(type);
+}
+
+/// The staging files of one reading; all but the panes' files go when it ends.
+class Reading_Stages
+{
+public:
+    explicit Reading_Stages(const QString &type)
+        : m_decoded(Is_Office(type) ? QStringLiteral("zip.") + type : Decoded),
+          m_staging(10000, {Raw, m_decoded, Reserved, Memo})
+    {
+        if (m_staging.Was_Redrawn())
+            m_decoded = Decoded;
+    }
+    ~Reading_Stages()
+    {
+        for (const QString &name : {Raw, m_decoded, Reserved})
+            Resume_Next([&] { m_staging.Drop(name); });
+    }
+    Reading_Stages(const Reading_Stages &) = delete;
+    Reading_Stages &operator=(const Reading_Stages &) = delete;
+
+    [[nodiscard]] QString Content() const { return m_decoded; }
+    [[nodiscard]] QString Path(const QString &name) const { return m_staging.Path(name); }
+
+    /// Writes a column to the raw file.
+    void Stage(const Field &column) const { Files::Write_Bytes(Path(Raw), column.Bytes()); }
+    /// Decodes the raw file; a failure shows as a missing file.
+    void Decode(const QString &target) const
+    {
+        m_staging.Drop(target);
+        zelqorfun("d", Path(Raw).toUtf8().constData(), Path(target).toUtf8().constData());
+        Yield();
+    }
+
+private:
+    QString m_decoded;
+    Staging m_staging;
+};
+
+QString Starred(const QString &stars)
+{
+    return stars.contains(QChar(u'★')) ? stars : QString();
+}
+
+void Show_Plain(QTextDocument &pane, const QString &text)
+{
+    pane.setPlainText(text);
+}
+
+enum class Password { None, Right, Wrong };
+
+/// Asks for the password that a staged stream carries, and cuts its tail when the right one was typed.
+Password Check_Password(const Reading_Stages &stages, Document_Form &form)
+{
+    const QString tail = Read_Pass_Tail(stages.Path(Raw));
+    if (tail.isEmpty())
+        return Password::None;
+    const QString typed = Prompts::Input(Pack_Text("Mod_DataBase", "_AskPass"), App().Box_Title, {}, true);
+    if (typed != Decode(tail)) {
+        Prompts::Message(Pack_Text("Mod_DataBase", "_WrongPass"), App().Box_Title, Prompts::Icon::Exclamation);
+        return Password::Wrong;
+    }
+    form.password = typed;
+    Cut_File_Tail(stages.Path(Raw), tail.size() + Tail_Overhead);
+    return Password::Right;
+}
+
+/// Shows the decoded content by its type. @returns the working type afterwards.
+QString Show_Content(const Reading_Stages &stages, const QString &type, Recordset &row, QTextDocument &pane)
+{
+    const QString file = stages.Path(stages.Content());
+    const QString text = row[QStringLiteral("Code_Content")].Text();
+    if (type == QLatin1String("TXT")) {
+        Rich_Text::Load_File(file, Rich_Text::Format::Plain, pane);
+        return QStringLiteral("RTF");
+    }
+    if (type == QLatin1String("RTF")) {
+        Rich_Text::Load_File(file, Rich_Text::Format::Rtf, pane);
+        return type;
+    }
+    if (type == QLatin1String("HTM")) {
+        if (Exists(file))
+            Rich_Text::Load_File(file, Rich_Text::Format::Plain, pane);
+        if (row[QStringLiteral("Code_File")].Is_Null())
+            Show_Plain(pane, text);
+        return QStringLiteral("RTF");
+    }
+    Show_Plain(pane, text);
+    return type;
+}
+
+/// @returns false after a wrong password.
+bool Read_Content(Recordset &row, const QString &type, Document_Form &form)
+{
+    form.content->clear();
+    form.type = type;
+    const Field stream = row[QStringLiteral("Code_Content_IO")];
+    if (stream.Is_Null()) {
+        Show_Plain(*form.content, row[QStringLiteral("Code_Content")].Text());
+        return true;
+    }
+    const Reading_Stages stages(type);
+    stages.Stage(stream);
+    if (Check_Password(stages, form) == Password::Wrong)
+        return false;
+    stages.Decode(stages.Content());
+    form.type = Show_Content(stages, type, row, *form.content);
+    return true;
+}
+
+void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn, const QString &target,
+               QTextDocument &pane)
+{
+    pane.clear();
+    const Field stream = row[QLatin1String(streamColumn)];
+    if (stream.Is_Null()) {
+        Show_Plain(pane, row[QLatin1String(textColumn)].Text());
+        return;
+    }
+    const Reading_Stages stages({});
+    stages.Stage(stream);
+    stages.Decode(target);
+    Rich_Text::Load_File(stages.Path(target), Rich_Text::Format::Rtf, pane);
+}
+
+QString Date_Field(const Field &field)
+{
+    const QDateTime date = field.Is_Null() ? Machine::Now() : field.Value().toDateTime();
+    return Database_Engine::Short_Date(date.date().startOfDay());
+}
+
+void Read_Head(Recordset &row, Document_Form &form)
+{
+    form.title = row[QStringLiteral("Code_Title")].Text();
+    form.code_id = row[QStringLiteral("Code_ID")].Text();
+    form.folder = row[QStringLiteral("cate_ID")].Text().trimmed();
+    form.star = Starred(row[QStringLiteral("Code_Color")].Text());
+    form.done = Starred(row[QStringLiteral("Code_Done")].Text());
+    form.password.clear();
+}
+
+void Read_Fields(Recordset &row, Document_Form &form)
+{
+    form.keys = row[QStringLiteral("Code_Keys")].Text();
+    form.explain = row[QStringLiteral("Code_Explain")].Text();
+    form.file = row[QStringLiteral("Code_File")].Text();
+    form.promulgator = row[QStringLiteral("Code_Promulgator")].Text();
+    form.provenance = row[QStringLiteral("Code_Provenance")].Text();
+    form.author = row[QStringLiteral("Code_Author")].Text();
+    form.create_date = Date_Field(row[QStringLiteral("Code_Date")]);
+    form.update_date = Date_Field(row[QStringLiteral("Code_Update")]);
+}
+
+/// Raises the read counter, stamps the reading and ends the state of a new document.
+void Count_Reading(const QString &code_id, qint64 readings)
+{
+    Run_Statement(Sql_Text(Sql::Count_Reading, QString::number(readings), Store_Time(), code_id), App().Conn_Str);
+}
+
+QString Failure_Text()
+{
+    if (Err().number == Row_Gone || Err().number == Error_Number::Path_Access)
+        return QStringLiteral("Error: ") + Error_Text(Err());
+    if (Err().number == Error_Number::File_Not_Found)
+        return Pack_Text("Mod_DataBase", "_UnzipError");
+    return Pack_Text("Mod_DataBase", "_OpenError") + Error_Text(Err()) + QString::number(Err().number);
+}
+
+bool Read_Document(const QString &code_id, Document_Form &form)
+{
+    Recordset row;
+    row.CursorLocation = Cursor_Location::Client;
+    row.CursorType = Cursor_Type::Keyset;
+    row.Open(Sql_Text(Sql::Read_Document, code_id), App().Conn_Str);
+    Read_Head(row, form);
+    const QString type = row[QStringLiteral("Code_Type")].Text().toUpper();
+    if (!Read_Content(row, type.isEmpty() ? QStringLiteral("RTF") : type, form))
+        return false;
+    Read_Pane(row, "Code_Memo", "Code_Memo_IO", Memo, *form.memo);
+    Read_Pane(row, "Code_Sum", "Code_Sum_IO", Sum, *form.sum);
+    Read_Fields(row, form);
+    const Field readings = row[QStringLiteral("Code_Readnum")];
+    const qint64 number = readings.Is_Null() ? 1 : readings.Number() + 1;
+    row.Close();
+    // A reading that cannot be counted, as in a read-only file, is no reason not to show the document.
+    if (!Resume_Next([&] { Count_Reading(code_id, number); }))
+        Error_Log(QStringLiteral("Mod_DataBase\\GetCodeContent_Ex---Modify"));
+    return true;
+}
+} // namespace
+
+bool GetCodeContent_Ex(const QString &code_id, Document_Form &form)
+{
+    return Trap(
+        QStringLiteral("Mod_DataBase\\GetCodeContent_Ex"),
+        [&] {
+            const Busy_Pointer busy;
+            return Read_Document(code_id, form);
+        },
+        [] { Prompts::Message(Failure_Text(), App().Box_Title, Prompts::Icon::Exclamation); });
+}

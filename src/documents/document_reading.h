@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "documents/document_form.h"
+
+#include <QString>
+
+/// Loads a document into the form's fields and panes, asks for its password when its stream carries one, and counts
+/// the reading.
+/// @returns true when the document was read whole. After false the form is partly filled and must not be stored;
+/// a failure has been shown and recorded under "Mod_DataBase\GetCodeContent_Ex".
+bool GetCodeContent_Ex(const QString &code_id, Document_Form &form);

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "documents/document_store.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/sql_text.h"
+#include "core/yield.h"
+#include "documents/busy_pointer.h"
+#include "documents/document_ids.h"
+#include "documents/document_sql.h"
+#include "documents/file_content.h"
+#include "documents/staging.h"
+#include "documents/stored_stream.h"
+#include "platform/database/database.h"
+#include "platform/database/recordset.h"
+#include "platform/files/paths.h"
+#include "platform/lzma/zelqorfun.h"
+#include "platform/machine/machine.h"
+#include "platform/prompts/prompts.h"
+#include "platform/richtext/rich_text.h"
+#include "users/scrambling.h"
+
+#include <QTextDocument>
+
+namespace
+{
+const QString Rtf = QStringLiteral("RTF");
+
+/// The row of a document in batch mode, and whether it is a new one.
+struct Document_Row {
+    Recordset row;
+    QString id;
+    bool inserted = false;
+
+    Field operator[](const char *column) { return row[QLatin1String(column)]; }
+};
+
+Document_Row Open_Row(const QString &code_id)
+{
+    Document_Row document;
+    document.row.CursorLocation = Cursor_Location::Server;
+    document.row.CursorType = Cursor_Type::Static;
+    document.row.LockType = Lock_Type::Batch_Optimistic;
+    document.row.Open(Sql_Text(Sql::Whole_Document, code_id), App().Conn_Str);
+    document.inserted = document.row.Eof();
+    document.id = document.inserted ? Make_Code_ID() : code_id;
+    if (document.inserted)
+        document.row.AddNew();
+    return document;
+}
+
+QString Plain_Text(const QTextDocument *pane)
+{
+    return pane == nullptr ? QString() : pane->toPlainText();
+}
+
+/// The fields that tell who touched the row when, alike in all saves.
+void Write_Traces(Document_Row &document)
+{
+    if (document.inserted) {
+        document["Code_ID"].Set(document.id);
+        document["Code_Create"].Set(Store_Time());
+        document["Code_Creater"].Set(App().Curr_User);
+        document["Code_ReadDate_Sta"].Set(QStringLiteral("X"));
+    } else {
+        document["Code_Updater"].Set(App().Curr_User);
+        document["Code_ReadDate_Sta"].Set(QString());
+    }
+    document["Code_LineColor"].Set(QString());
+}
+
+void Write_Form_Fields(Document_Row &document, const Document_Form &form)
+{
+    Write_Traces(document);
+    if (!document.inserted)
+        document["Code_UpdateNum"].Set(document["Code_UpdateNum"].Is_Null() ? 1
+                                                                            : document["Code_UpdateNum"].Number() + 1);
+    const QDateTime update = Database_Engine::Date_From_Text(form.update_date);
+    document["Cate_ID"].Set(form.folder);
+    document["Code_Title"].Set(form.title);
+    document["Code_Explain"].Set(form.explain);
+    document["Code_Promulgator"].Set(form.promulgator);
+    document["Code_Provenance"].Set(form.provenance);
+    document["Code_Author"].Set(form.author);
+    document["Code_Date"].Set(Database_Engine::Date_From_Text(form.create_date).date().startOfDay());
+    document["Code_Update"].Set(QDateTime(update.date(), Machine::Now().time()));
+    document["Code_File"].Set(form.file);
+    document["Code_Keys"].Set(form.keys);
+}
+
+/// Compresses a staged file and appends the result to a column. The coder's own answer is not asked: its output is
+/// opened next, and a missing one is the error.
+void Store_Compressed(const Staging &staging, const QString &input, const QString &output, Field column)
+{
+    zelqorfun("e", staging.Path(input).toUtf8().constData(), staging.Path(output).toUtf8().constData());
+    Yield();
+    Copy_File_To_Blob(staging.Path(output), column);
+}
+
+/// The names of one save of the form.
+struct Form_Stages {
+    explicit Form_Stages(const QString &type)
+        : written(QStringLiteral("temp1.") + type), input(QStringLiteral("temp5.") + type),
+          output(QStringLiteral("temp2.") + type)
+    {
+    }
+    [[nodiscard]] QStringList All() const { return {written, input, output, memo, sum}; }
+
+    QString written; ///< the rich text of the editor
+    QString input;   ///< its copy, which the coder reads
+    QString output;  ///< what the coder writes, for all three panes
+    QString memo = QStringLiteral("temp3.DOC");
+    QString sum = QStringLiteral("temp4.DOC");
+};
+
+void Write_Content(Document_Row &document, const Document_Form &form, const Staging &staging, const Form_Stages &stages)
+{
+    staging.Drop(stages.written);
+    if (form.type == Rtf)
+        Rich_Text::Save_File(staging.Path(stages.written), Rich_Text::Format::Rtf, *form.content);
+    staging.Drop(stages.input);
+    staging.Drop(stages.output);
+    if (!Resume_Next([&] { Files::Copy_File(staging.Path(stages.written), staging.Path(stages.input)); }))
+        Clear_Pending();
+    zelqorfun("e", staging.Path(stages.input).toUtf8().constData(), staging.Path(stages.output).toUtf8().constData());
+    Yield();
+    if (form.password.isEmpty()) {
+        document["Code_Content"].Set(Plain_Text(form.content));
+    } else {
+        document["Code_Content"].Set(QString());
+        Write_Pass_Tail(staging.Path(stages.output), Encode(form.password.trimmed()));
+    }
+    Copy_File_To_Blob(staging.Path(stages.output), document["Code_Content_IO"]);
+    staging.Drop(stages.output);
+}
+
+void Write_Pane(Document_Row &document, const QTextDocument *pane, const char *textColumn, const char *streamColumn,
+                const Staging &staging, const QString &stage, const QString &output)
+{
+    document[textColumn].Set(Plain_Text(pane));
+    staging.Drop(stage);
+    Rich_Text::Save_File(staging.Path(stage), Rich_Text::Format::Rtf, *pane);
+    Yield();
+    Store_Compressed(staging, stage, output, document[streamColumn]);
+}
+
+void Save_Form(Document_Form &form, const QString &code_id)
+{
+    const Form_Stages stages(form.type);
+    if (!Files::Is_Plain_Name(stages.written))
+        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Bad document type: ") + form.type);
+    Document_Row document = Open_Row(code_id);
+    Write_Form_Fields(document, form);
+    Yield();
+    const Staging staging(10000, stages.All());
+    Write_Content(document, form, staging, stages);
+    Write_Pane(document, form.memo, "Code_Memo", "Code_Memo_IO", staging, stages.memo, stages.output);
+    Write_Pane(document, form.sum, "Code_Sum", "Code_Sum_IO", staging, stages.sum, stages.output);
+    document["Code_Color"].Set(form.star);
+    document["Code_Done"].Set(form.done);
+    document["Code_Type"].Set(form.type.isEmpty() ? Rtf : form.type);
+    Yield();
+    Database_Engine::One_Action(App().Conn_Str, [&] {
+        document.row.UpdateBatch();
+        document.row.Close();
+        if (document.inserted)
+            Run_Statement(Sql_Text(Sql::Adopt_Attachments, document.id), App().Conn_Str);
+    });
+    if (document.inserted)
+        form.code_id = document.id;
+}
+
+void Write_File_Fields(Document_Row &document, const QString &folder_id, const QString &title)
+{
+    Write_Traces(document);
+    if (!document.inserted && !document["Code_UpdateNum"].Is_Null())
+        document["Code_UpdateNum"].Set(document["Code_UpdateNum"].Number() + 1);
+    document["Cate_ID"].Set(folder_id);
+    document["Code_Title"].Set(title);
+    for (const char *column : {"Code_Explain", "Code_Promulgator", "Code_Provenance", "Code_Author", "Code_Keys"})
+        document[column].Set(QString());
+    document["Code_Date"].Set(Machine::Now().date().startOfDay());
+    document["Code_Update"].Set(Store_Time());
+}
+
+/// The coder's input for a link: a file that holds the path as one line.
+QString Path_As_File(const Staging &staging, const QString &path)
+{
+    const QString name = staging.Path(QStringLiteral("tt.txt"));
+    if (!Exists(name))
+        Files::Write_Bytes(name, path.toUtf8() + "\r\n");
+    return name;
+}
+
+QString Save_File_Document(const QString &path, const QString &folder_id, const QString &code_id, const QString &title,
+                           const File_Content &content)
+{
+    const QString output = QStringLiteral("zip.dd");
+    Document_Row document = Open_Row(code_id);
+    Write_File_Fields(document, folder_id, title.isEmpty() ? path : title);
+    document["Code_Content"].Set(content.text);
+    document["Code_File"].Set(content.keeps_path ? path : QString());
+    const Staging staging(1000, {output, QStringLiteral("tt.txt")});
+    staging.Drop(output);
+    const QString input = content.link_only ? Path_As_File(staging, path) : path;
+    zelqorfun("e", input.toUtf8().constData(), staging.Path(output).toUtf8().constData());
+    Copy_File_To_Blob(staging.Path(output), document["Code_Content_IO"]);
+    staging.Drop(output);
+    staging.Drop(QStringLiteral("tt.txt"));
+    document["Code_Color"].Set(QString());
+    document["Code_Done"].Set(QString());
+    document["Code_Type"].Set(content.type.isEmpty() ? Rtf : content.type);
+    Yield();
+    document.row.UpdateBatch();
+    document.row.Close();
+
+    Recordset stored;
+    stored.Open(Sql_Text(Sql::Find_Document, document.id), App().Conn_Str);
+    return stored.Eof() ? QString() : document.id;
+}
+} // namespace
+
+QString Store_Time()
+{
+    return Machine::Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id)
+{
+    const auto report = [] {
+        Prompts::Message(Pack_Text("Mod_DataBase", "_SaveError") + Error_Text(Err()), App().Box_Title,
+                         Prompts::Icon::Exclamation);
+    };
+    return Trap(
+        QStringLiteral("Mod_DataBase\\AddCodeContent_Ex_Standard"),
+        [&] {
+            const Busy_Pointer busy;
+            Save_Form(form, code_id);
+            return true;
+        },
+        report);
+}
+
+QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,
+                               const QString &title, const QString &type, bool link_only)
+{
+    const auto report = [] {
+        Prompts::Message(Error_Text(Err()) + QLatin1Char(' ') + QString::number(Err().number), App().Box_Title,
+                         Prompts::Icon::Exclamation);
+    };
+    return Trap(
+        QStringLiteral("AddCodeContent_File_Ex"),
+        [&] {
+            const Busy_Pointer busy;
+            return Save_File_Document(path, folder_id, code_id, title, Content_Of_File(path, type, link_only));
+        },
+        report);
+}

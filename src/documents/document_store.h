@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "documents/document_form.h"
+
+#include <QString>
+
+/// Stores the form's document. `code_id` "0" inserts a row and puts its new id in `form.code_id`; another id updates
+/// that row. A failure shows a box, is recorded under "Mod_DataBase\AddCodeContent_Ex_Standard" and writes nothing.
+/// @returns whether the document was stored.
+bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id);
+
+/// Stores a file from disk as a document of `type` (its extension, in any case).
+/// @param code_id    an existing id updates that document, "0" or an unknown one inserts
+/// @param title      "" takes the path
+/// @param link_only  keep only the path; types that are always links turn it on themselves
+/// @returns the document's id, "" after an error, which is shown and recorded under "AddCodeContent_File_Ex".
+QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,
+                               const QString &title, const QString &type, bool link_only);
+
+/// Now as the store writes it: "YYYY-MM-DD HH:MM:SS".
+QString Store_Time();

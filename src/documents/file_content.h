@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/// What a file on disk becomes as a document.
+struct File_Content {
+    QString type;            ///< the document's type, upper-case, aliases folded
+    QString text;            ///< the text that is searched and listed
+    bool link_only = false;  ///< only the path is stored, not the bytes
+    bool keeps_path = false; ///< the path stands in Code_File
+};
+
+/// Reads a file by its type (its extension). @throws Run_Time_Error 53 or 75 when it cannot be read.
+File_Content Content_Of_File(const QString &path, const QString &type, bool link_only);

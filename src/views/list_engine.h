@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/recordset.h"
+#include "platform/models/list_model.h"
+
+#include <QString>
+#include <array>
+
+/// The four labels below the list, Lab_Page_Infor 0 to 3.
+struct Page_Info {
+    enum Label { Total = 0, Pages = 1, Per_Page = 2, Shown = 3 };
+    std::array<qint64, 4> labels{};
+    bool paging = false; ///< the page bar is enabled
+};
+
+/// Fills one page of the list from a folder or a date.
+/// @param cateId      folder id, "" for the root
+/// @param allFolders  the whole database, as the date view shows it
+/// @param page        from 1
+/// @param dateText    "", a full date, or the beginning of one
+/// @param password    in: the password already accepted for this folder; out: the one accepted now
+/// Errors go under "Mod_DataBase\ShowCodeInfoToList_Ex" and leave the list empty.
+Page_Info ShowCodeInfoToList_Ex(const QString &cateId, List_Model &list, bool allFolders, int page,
+                                const QString &dateText, QString &password);
+
+/// Lists by a ready-made WHERE text, with no paging. @param limit  rows that are shown at most
+Page_Info ShowCodeInfoToList_Ex_Key(const QString &where, List_Model &list, const QString &searchKey, int page,
+                                    int limit);
+
+/// Adds rows of a recordset to the list, at most `maxRows`, numbered from `firstNumber`. @returns rows added
+int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, int firstNumber = 1);
+
+/// Reads one document's row anew, keeping its number, if it is in the list.
+void Refresh_List_Row(List_Model &list, const QString &code_id);
