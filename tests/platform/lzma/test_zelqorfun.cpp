@@ -102,7 +102,10 @@ private slots:
         Files::Write_Bytes(At("coded.lzma"), coded);
         QCOMPARE(QProcess::execute("xz", {"--format=lzma", "-dkf", At("coded.lzma")}), 0);
         QVERIFY(Files::Read_Bytes(At("coded")) == plain);
-        for (const char *level : {"-0", "-9"}) { // its size is unknown to the header
+        QStringList levels{"-0"}; // the header of these says that the size is unknown
+        if (plain.size() < 1'000'000)
+            levels += "-9";
+        for (const QString &level : levels) {
             QCOMPARE(QProcess::execute("xz", {"--format=lzma", level, "-kf", At("plain")}), 0);
             QCOMPARE(Run("d", "plain.lzma", "back"), 0);
             QVERIFY(Files::Read_Bytes(At("back")) == plain);
