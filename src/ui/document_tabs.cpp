@@ -6,6 +6,7 @@
 #include "platform/prompts/prompts.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/icons.h"
+#include "ui/shell.h"
 
 #include <QTabBar>
 
