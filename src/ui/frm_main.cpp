@@ -188,7 +188,7 @@ void Frm_Main::closeEvent(QCloseEvent *event)
 void Frm_Main::Load_Lang()
 {
     m_lang.LoadControlsCaption();
-    setWindowTitle(App().App_Title + QStringLiteral("  迷你版"));
+    setWindowTitle(App().App_Title + QStringLiteral("  ") + m_lang.GetString("_Edition"));
 }
 
 void Frm_Main::Place_Window()
