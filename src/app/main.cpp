@@ -1,8 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/main_startup.h"
+#include "core/process_state.h"
+#include "platform/desktop/single_instance.h"
+
 #include <QApplication>
+#include <QFileInfo>
 
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    return 0;
+    QApplication::setApplicationName(App().App_Title);
+    QApplication::setQuitOnLastWindowClosed(false);
+    App().App_Path = QCoreApplication::applicationDirPath() + QLatin1Char('/');
+
+    const Single_Instance instance(App().App_Path);
+    if (!instance.Is_Only_One())
+        return 0;
+    Start_Up startUp;
+    return startUp.Main() ? QApplication::exec() : 0;
 }

@@ -227,12 +227,14 @@ QString Store_Time()
     return Machine::Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
+void Report_Failed_Save()
+{
+    Prompts::Message(Pack_Text("Mod_DataBase", "_SaveError") + Error_Text(Err()), App().Box_Title,
+                     Prompts::Icon::Exclamation);
+}
+
 bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id)
 {
-    const auto report = [] {
-        Prompts::Message(Pack_Text("Mod_DataBase", "_SaveError") + Error_Text(Err()), App().Box_Title,
-                         Prompts::Icon::Exclamation);
-    };
     return Trap(
         QStringLiteral("Mod_DataBase\\AddCodeContent_Ex_Standard"),
         [&] {
@@ -240,7 +242,7 @@ bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id)
             Save_Form(form, code_id);
             return true;
         },
-        report);
+        Report_Failed_Save);
 }
 
 QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,

@@ -18,5 +18,8 @@ bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id);
 QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,
                                const QString &title, const QString &type, bool link_only);
 
+/// Tells the user that a save failed, with the pending error.
+void Report_Failed_Save();
+
 /// Now as the store writes it: "YYYY-MM-DD HH:MM:SS".
 QString Store_Time();

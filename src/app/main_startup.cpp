@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/main_startup.h"
+
+#include "app/shutdown.h"
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "core/sql_text.h"
+#include "core/yield.h"
+#include "platform/database/database.h"
+#include "platform/database/recordset.h"
+#include "platform/files/paths.h"
+#include "platform/machine/machine.h"
+#include "platform/prompts/prompts.h"
+#include "storage/database_lifecycle.h"
+#include "storage/schema_sql.h"
+#include "tree/tree_loading.h"
+#include "ui/form_table.h"
+#include "ui/frm_about.h"
+#include "ui/frm_main.h"
+#include "users/user_start.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QProcess>
+
+namespace
+{
+/// Stages whose rooms are still to be built; each keeps its place in the order.
+void Load_Runtime_File() {}
+void Attach_Skin() {}
+bool Need_Update_Db()
+{
+    return false;
+}
+bool Run_Ladder()
+{
+    return true;
+}
+void Write_Stored_Icons() {}
+
+void Set_Environment()
+{
+    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    App().Help_File = App().App_Path + QStringLiteral("help.chm");
+    App().Date_Sep = Machine::Date_Separator();
+    Database_Engine::Set_Date_Separator(Machine::Date_Separator());
+}
+
+void Read_Settings()
+{
+    Log_Mark(QStringLiteral("GetConfigInfo0"));
+    GetConfigInfo(Database_Steps_For_Start());
+    Log_Mark_Off(QStringLiteral("GetConfigInfo"));
+    Log_Mark(QStringLiteral("GetConfigInfo1"));
+    Load_Language(QStringLiteral("Main()"));
+    Prompts::Set_Button_Texts({Pack_Text("Buttons", "_Ok"), Pack_Text("Buttons", "_Yes"), Pack_Text("Buttons", "_No"),
+                               Pack_Text("Buttons", "_Cancel")});
+}
+
+void Deploy_Runtime_Files()
+{
+    Yield();
+    Load_Runtime_File();
+    Log_Mark_Off(QStringLiteral("Load_Runtime_File"));
+    Log_Mark(QStringLiteral("Load_Runtime_File"));
+    // Left over by older versions; the coder is a library now.
+    Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
+}
+
+/// @returns false when the program is to end without a message
+bool Raise_Database()
+{
+    App().Date_Delim = Config().Op_DB_Sql == QLatin1String("0") ? QStringLiteral("#") : QStringLiteral("'");
+    return !Need_Update_Db() || Run_Ladder();
+}
+
+void Load_Facts()
+{
+    Log_Mark_Off(QStringLiteral("Icon_Down_Start"));
+    Write_Stored_Icons();
+    Load_Root_Facts();
+}
+
+void Create_Legacy_Table()
+{
+    Resume_Next([] { Run_Statement(Sql_Text(Schema::Test), App().Conn_Str); });
+    Resume_Next([] { Run_Statement(Sql_Text(Schema::Home_Node), App().Conn_Str); });
+    Clear_Pending();
+}
+
+void Repair_Components()
+{
+    for (const char *mark : {"Reg_COMDLG32", "Reg_MSCOMCTL", "Reg_RICHTX32", "Reg_zqeditor"})
+        Log_Mark(QLatin1String(mark));
+}
+} // namespace
+
+Start_Up::Start_Up() = default;
+Start_Up::~Start_Up() = default;
+
+bool Start_Up::Main()
+{
+    try {
+        const bool lives = Bring_Up();
+        QGuiApplication::restoreOverrideCursor();
+        return lives;
+    } catch (const Run_Time_Error &error) {
+        Set_Pending(error);
+        return Fail(error.number, Error_Text(Err()));
+    }
+}
+
+bool Start_Up::Bring_Up()
+{
+    Set_Environment();
+    Read_Settings();
+    Deploy_Runtime_Files();
+    Attach_Skin();
+    if (App().Conn_OK && !Raise_Database())
+        return false;
+    Show_Splash();
+    Log_Mark(App().Conn_Str);
+    if (!App().Conn_OK)
+        return Fail(0, App().Conn_Trouble);
+    Load_Facts();
+    Read_Last_User();
+    Repair_Users();
+    if (Decide_Login() == Login_Need::Dialog && !Log_In())
+        return false;
+    Log_Mark(QStringLiteral("Frm_About_Start 1"));
+    Show_Main();
+    m_about.reset();
+    Log_Mark(QStringLiteral("Show_Main"));
+    return true;
+}
+
+void Start_Up::Show_Splash()
+{
+    Log_Mark_Off(QStringLiteral("Frm_About_Start"));
+    Log_Mark(QStringLiteral("Frm_About_Start 1"));
+    m_about = std::make_unique<Frm_About>();
+    m_about->Start_State_Timer();
+    if (Config().CH_About == QLatin1String("1"))
+        m_about->show();
+    m_about->repaint();
+    Yield();
+}
+
+bool Start_Up::Log_In()
+{
+    return Forms::Show_Modal(QStringLiteral("frmLogin"), nullptr, App().Curr_User) == Forms::Outcome::Accepted;
+}
+
+void Start_Up::Show_Main()
+{
+    Log_Mark(QStringLiteral("Frm_Main start"));
+    m_main = std::make_unique<Frm_Main>();
+    Log_Mark(QStringLiteral("Frm_Main end"));
+    m_main->Query_Unload = [this] { return Form_QueryUnload(*m_main); };
+    m_main->Unloaded = [this] {
+        m_main->Remove_Tray_Icon();
+        m_main->Save_Placement();
+        Database_Engine::Let_Go();
+        QCoreApplication::quit();
+    };
+    if (Config().CH_MAIN != QLatin1String("1"))
+        m_main->setWindowFlag(Qt::Tool);
+    Log_Mark(QStringLiteral("ShowCodeInfoToList_Ex"));
+    m_main->Select_Last_Folder();
+    Log_Mark(QStringLiteral("setListPic"));
+    m_main->Show_As_Kept();
+}
+
+bool Start_Up::Fail(qint32 number, const QString &description)
+{
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    m_main.reset();
+    if (number == Error_Number::Db_Missing_Table) {
+        Create_Legacy_Table();
+        m_about.reset();
+    } else if (number == Error_Number::File_Not_Found) {
+        Error_Log(QStringLiteral("Main()"));
+        WriteIni(QStringLiteral("Col"), QStringLiteral("CH_Style_Classic"), QStringLiteral("0"));
+        m_about.reset();
+        Prompts::Message(Pack_Text("Main", "_LoadError"), App().Box_Title);
+        return false;
+    } else if (number == Error_Number::Missing_Component) {
+        Repair_Components();
+        m_about.reset();
+        Prompts::Message(Pack_Text("Main", "_Repaired"), App().Box_Title);
+        return false;
+    }
+    m_about.reset();
+    Prompts::Message(QStringLiteral("Error:") + description, QString::number(number));
+    Error_Log(QStringLiteral("Main()"));
+    return Choose_Other_Database();
+}
+
+bool Start_Up::Choose_Other_Database()
+{
+    if (Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted)
+        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    return false;
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+class Frm_About;
+class Frm_Main;
+
+/// Brings the program up in its fixed order, and holds its windows while it runs.
+class Start_Up
+{
+public:
+    Start_Up();
+    ~Start_Up();
+
+    /// Runs the order; any run-time error in it takes the failure path.
+    /// @returns whether the program lives on in a window; false ends the process.
+    bool Main();
+
+private:
+    /// @returns false when the user declined the one-time upgrade or cancelled the login
+    bool Bring_Up();
+    void Show_Splash();
+    bool Log_In();
+    void Show_Main();
+    bool Fail(qint32 number, const QString &description);
+    bool Choose_Other_Database();
+
+    std::unique_ptr<Frm_About> m_about;
+    std::unique_ptr<Frm_Main> m_main;
+};

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/shutdown.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
+#include "storage/database_lifecycle.h"
+#include "ui/frm_main.h"
+
+#include <QDir>
+
+namespace
+{
+/// Typed text is not thrown away because a save failed, unless the user says so.
+bool May_Lose_Unsaved()
+{
+    return Prompts::Ask(Pack_Text("Frm_Main", "_Close_Unsaved"), App().App_Title, Prompts::Choice::Yes_No,
+                        Prompts::Answer::No) == Prompts::Answer::Yes;
+}
+
+/// The backup at exit. @returns false when the user keeps the program open
+bool Back_Up_At_Exit(Frm_Main &window)
+{
+    if (!Backup_Is_Due() || Config().Cob_Exit == QLatin1String("1"))
+        return true;
+    if (Config().Cob_Exit == QLatin1String("2")) {
+        const QString question = Pack_Text("Frm_Main", "_BackUpTips") + QLatin1Char('\n') +
+                                 Pack_Text("Frm_Main", "_BackUpLast") + Config().Backup_Date;
+        const Prompts::Answer answer =
+            Prompts::Ask(question, Pack_Text("Frm_Main", "_BackUpTitle"), Prompts::Choice::Yes_No_Cancel);
+        if (answer != Prompts::Answer::Yes)
+            return answer == Prompts::Answer::No;
+    }
+    window.Set_Status(Pack_Text("Frm_Main", "_OnBackUp"));
+    Back_Up();
+    return true;
+}
+
+void Delete_Files(const QString &folder, const QString &pattern)
+{
+    const QDir directory(App().App_Path + folder);
+    for (const QString &name : directory.entryList({pattern}, QDir::Files | QDir::Hidden))
+        Resume_Next([&] { Files::Delete_If_Present(directory.filePath(name)); });
+}
+} // namespace
+
+bool Form_QueryUnload(Frm_Main &window)
+{
+    if (!window.Save_All_Documents() && !May_Lose_Unsaved())
+        return false;
+    if (!Back_Up_At_Exit(window))
+        return false;
+    window.hide();
+    WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"), QString::number(window.Tree_Width()));
+    Delete_Files(QStringLiteral("data/temp"), QStringLiteral("*"));
+    Delete_Files(QStringLiteral("editor"), QStringLiteral("~*.htm"));
+    return true;
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "documents/data_update.h"
+
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/system_log.h"
+#include "documents/document_store.h"
+#include "platform/database/database.h"
+
+#include <QTextDocument>
+
+namespace
+{
+constexpr qsizetype Longest_Title = 200;
+constexpr qsizetype Title_From_Content = 20;
+
+QString Title_Of(const QTextDocument &content)
+{
+    QString text = content.toPlainText();
+    qsizetype blanks = 0;
+    while (blanks < text.size() && text[blanks].isSpace())
+        ++blanks;
+    text = text.mid(blanks, Title_From_Content);
+    return text.replace(QLatin1Char('\n'), QLatin1Char(' ')) + QStringLiteral("..... ");
+}
+
+bool Is_Date(const QString &text)
+{
+    return Database_Engine::Date_From_Text(text).isValid();
+}
+} // namespace
+
+Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain)
+{
+    if (form.type.isEmpty())
+        return Save_Refusal::Nothing_To_Save;
+    if (form.folder.isEmpty())
+        return Save_Refusal::No_Folder;
+    if (!Is_Date(form.create_date))
+        return Save_Refusal::Create_Date;
+    if (!Is_Date(form.update_date))
+        return Save_Refusal::Update_Date;
+    if (form.title.isEmpty())
+        form.title = Title_Of(*form.content);
+    if (form.title.size() > Longest_Title)
+        return Save_Refusal::Title_Too_Long;
+    if (form.password != passwordAgain)
+        return Save_Refusal::Password;
+    return Save_Refusal::None;
+}
+
+const char *Refusal_Key(Save_Refusal refusal)
+{
+    switch (refusal) {
+    case Save_Refusal::Nothing_To_Save:
+        return "_NoSave";
+    case Save_Refusal::No_Folder:
+        return "_SelectDir";
+    case Save_Refusal::Create_Date:
+        return "_CreateDate";
+    case Save_Refusal::Update_Date:
+        return "_UpdateDate";
+    case Save_Refusal::Title_Too_Long:
+        return "_Title";
+    case Save_Refusal::Password:
+        return "_PassWord";
+    case Save_Refusal::None:
+        break;
+    }
+    return "";
+}
+
+bool Store_Form(Document_Form &form, bool stored, QString &status)
+{
+    const QString idBefore = form.code_id;
+    const bool done = Trap(
+        QStringLiteral("Mod_DataBase\\Store_Form"),
+        [&] {
+            bool written = false;
+            Database_Engine::One_Action(App().Conn_Str, [&] {
+                written = AddCodeContent_Ex_Standard(form, stored ? form.code_id : QStringLiteral("0"));
+                if (!written)
+                    return;
+                status = Pack_Text("Frm_Doc_Standard", stored ? "_ModifySucc" : "_AddSucc") + form.title;
+                Add_Log(stored ? Log_Type::Changed : Log_Type::Created, status);
+            });
+            return written;
+        },
+        Report_Failed_Save);
+    if (!done)
+        form.code_id = idBefore;
+    return done;
+}

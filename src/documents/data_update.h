@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "documents/document_form.h"
+
+#include <QString>
+
+/// Why a document is not saved as it stands, in the order of the tests; the names tell the control that is wanted.
+enum class Save_Refusal { None, Nothing_To_Save, No_Folder, Create_Date, Update_Date, Title_Too_Long, Password };
+
+/// Gives an empty title the beginning of the content, then tests the form's fields.
+/// @param passwordAgain  what stands in the repeat box
+Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain);
+
+/// The message key of a refusal in the section Frm_Doc_Standard.
+const char *Refusal_Key(Save_Refusal refusal);
+
+/// Stores a form that passed its tests, and writes the system log in the same commit.
+/// @param stored  the form holds a stored document; false inserts
+/// @param status  out: the text for the status line
+/// @returns whether it was stored
+bool Store_Form(Document_Form &form, bool stored, QString &status);

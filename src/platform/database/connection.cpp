@@ -1,0 +1,494 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/connection.h"
+
+#include "platform/database/connection_pool.h"
+#include "platform/database/dates.h"
+#include "platform/database/ddl.h"
+#include "platform/database/engine_error.h"
+#include "platform/database/sql_functions.h"
+#include "platform/database/sql_parser.h"
+#include "platform/database/sqlite_cells.h"
+#include "platform/database/sqlite_cursor.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+#include <algorithm>
+#include <sqlite3.h>
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr size_t Most_Kept_Statements = 128;
+constexpr qsizetype Longest_Kept_Shape = 4096;
+constexpr qsizetype Header_Size = 100;
+
+struct File_Identity {
+    quint64 device = 0;
+    quint64 inode = 0;
+};
+
+/// Which file stands under a path; zeros when none does, or where files have no such numbers.
+File_Identity Identity_Of(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    struct stat info {
+    };
+    if (::stat(QFile::encodeName(path).constData(), &info) == 0) {
+        return {static_cast<quint64>(info.st_dev), static_cast<quint64>(info.st_ino)};
+    }
+#endif
+    return {};
+}
+
+bool Marked_Read_Only(const QString &path)
+{
+    constexpr auto writable = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    return !(QFile::permissions(path) & writable) || !QFileInfo(path).isWritable();
+}
+} // namespace
+
+Prepared_Statement::~Prepared_Statement()
+{
+    sqlite3_finalize(handle);
+}
+
+std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
+{
+    auto connection = std::make_shared<Connection>(nativePath);
+    connection->Check_File();
+    connection->m_readOnly = Marked_Read_Only(nativePath);
+    const int flags = (connection->m_readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(nativePath.toUtf8().constData(), &connection->m_db, flags, nullptr) != SQLITE_OK) {
+        connection->Fail();
+    }
+    connection->m_readOnly = sqlite3_db_readonly(connection->m_db, "main") == 1;
+    const File_Identity identity = Identity_Of(nativePath);
+    connection->m_device = identity.device;
+    connection->m_inode = identity.inode;
+    connection->Configure();
+    connection->Tables();
+    if (!connection->m_readOnly) {
+        Ddl::Make_Missing_Indexes(*connection);
+    }
+    sqlite3_busy_timeout(connection->m_db, Connection_Pool::Busy_Timeout());
+    return connection;
+}
+
+/// A cheap look at the header (sqlite.org/fileformat2.html, section 1.3), so that other files are refused clearly.
+void Connection::Check_File() const
+{
+    if (!QFileInfo(m_path).isFile()) {
+        throw Engine_Error::File_Missing(m_path);
+    }
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Engine_Error::Failed(u"The database file '%1' cannot be opened: %2."_s.arg(m_path, file.errorString()),
+                                   Failure::Path_Access);
+    }
+    const QByteArray header = file.read(Header_Size);
+    if (header.size() < Header_Size || !header.startsWith(QByteArrayView("SQLite format 3\0", 16))) {
+        throw Engine_Error::Not_A_Database(m_path,
+                                           header.isEmpty() ? u"it is empty"_s : u"its content has another form"_s);
+    }
+    const auto *bytes = header.constData();
+    const qint64 stored = qFromBigEndian<quint16>(bytes + 16);
+    const qint64 pageSize = stored == 1 ? 65536 : stored;
+    const qint64 pages = qFromBigEndian<quint32>(bytes + 28);
+    const bool countHolds = qFromBigEndian<quint32>(bytes + 24) == qFromBigEndian<quint32>(bytes + 92);
+    if (countHolds && file.size() < pages * pageSize && !QFile::exists(m_path + u"-journal"_s)) {
+        throw Engine_Error::Damaged(m_path);
+    }
+}
+
+/// The file is not trusted: nothing in its schema may run code, and nothing may write the schema by itself.
+void Connection::Configure()
+{
+    sqlite3_extended_result_codes(m_db, 1);
+    for (const int on : {SQLITE_DBCONFIG_DEFENSIVE}) {
+        sqlite3_db_config(m_db, on, 1, nullptr);
+    }
+    for (const int off : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_TRUSTED_SCHEMA,
+                          SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION}) {
+        sqlite3_db_config(m_db, off, 0, nullptr);
+    }
+    sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_limit(m_db, SQLITE_LIMIT_TRIGGER_DEPTH, 1);
+    Register_Functions(m_db, m_functionError);
+    Execute("PRAGMA foreign_keys = OFF; PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; "
+            "PRAGMA recursive_triggers = OFF; PRAGMA temp_store = MEMORY");
+    QFile file(m_path);
+    constexpr qint64 writeVersionAt = 18;
+    if (!m_readOnly && file.open(QIODevice::ReadOnly) && file.seek(writeVersionAt) && file.read(1) == "\2") {
+        Execute("PRAGMA journal_mode = DELETE"); // the file came with a write-ahead log
+    }
+}
+
+Connection::~Connection()
+{
+    m_cached.clear();
+    m_cache.clear();
+    sqlite3_close_v2(m_db);
+}
+
+bool Connection::Is_Current() const
+{
+    const File_Identity identity = Identity_Of(m_path);
+#ifdef Q_OS_UNIX
+    return identity.device == m_device && identity.inode == m_inode;
+#else
+    return QFile::exists(m_path);
+#endif
+}
+
+void Connection::Fail()
+{
+    if (m_functionError) {
+        const Run_Time_Error error = *std::exchange(m_functionError, std::nullopt);
+        throw error;
+    }
+    throw Engine_Error::From_Sqlite(m_db, m_path);
+}
+
+void Connection::Execute(const QByteArray &sql)
+{
+    if (sqlite3_exec(m_db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        Fail();
+    }
+}
+
+qint64 Connection::Last_Rowid() const
+{
+    return sqlite3_last_insert_rowid(m_db);
+}
+
+const Catalog &Connection::Tables()
+{
+    if (m_catalogVersion < 0) {
+        Row row;
+        Read_Row("PRAGMA main.schema_version", {}, row);
+        m_catalog.Load(m_db, m_path);
+        m_catalogVersion = std::get<qint64>(row.at(0));
+    }
+    return m_catalog;
+}
+
+bool Connection::Tables_Are_Stale()
+{
+    Row row;
+    Read_Row("PRAGMA main.schema_version", {}, row);
+    return m_catalogVersion != std::get<qint64>(row.at(0));
+}
+
+void Connection::Forget_Tables()
+{
+    m_cached.clear();
+    m_cache.clear();
+    m_catalogVersion = -1;
+}
+
+std::shared_ptr<Prepared_Statement> Connection::Cached(const QString &key)
+{
+    const auto found = m_cached.constFind(key);
+    if (found == m_cached.constEnd()) {
+        return nullptr;
+    }
+    m_cache.splice(m_cache.begin(), m_cache, *found);
+    const auto &kept = m_cache.front().second;
+    if (!kept->busy) {
+        return kept;
+    }
+    auto second = std::make_shared<Prepared_Statement>(kept->plan);
+    Compile(*second);
+    return second;
+}
+
+void Connection::Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement)
+{
+    if (!statement->plan->reusable || key.size() > Longest_Kept_Shape) {
+        return;
+    }
+    m_cache.emplace_front(key, statement);
+    m_cached.insert(key, m_cache.begin());
+    if (m_cache.size() > Most_Kept_Statements) {
+        m_cached.remove(m_cache.back().first);
+        m_cache.pop_back();
+    }
+}
+
+void Connection::Compile(Prepared_Statement &statement)
+{
+    const QByteArray &sql = statement.plan->sql;
+    if (sqlite3_prepare_v3(m_db, sql.constData(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &statement.handle, nullptr) != SQLITE_OK) {
+        Fail();
+    }
+}
+
+std::shared_ptr<Prepared_Statement> Connection::Prepare(const QString &statement, bool updatable, bool &ranAsDdl)
+{
+    const std::vector<Token> tokens = Tokenize(statement);
+    const QString key = (updatable ? u'u' : u'r') + Statement_Shape(tokens);
+    std::shared_ptr<Prepared_Statement> prepared = Cached(key);
+    if (prepared == nullptr) {
+        const Sql_Ast::Statement tree = Parse_Statement(tokens);
+        if (Ddl::Run(*this, tree)) {
+            ranAsDdl = true;
+            return nullptr;
+        }
+        std::shared_ptr<const Plan> plan;
+        try {
+            plan = std::make_shared<Plan>(Translate(tree, Tables(), updatable));
+        } catch (const Run_Time_Error &) {
+            if (!Tables_Are_Stale()) {
+                throw;
+            }
+            Forget_Tables();
+            plan = std::make_shared<Plan>(Translate(tree, Tables(), updatable));
+        }
+        prepared = std::make_shared<Prepared_Statement>(plan);
+        Compile(*prepared);
+        Keep(key, prepared);
+    }
+    Bind(*prepared, tokens);
+    return prepared;
+}
+
+std::shared_ptr<Prepared_Statement> Connection::Prepare_Own(const QByteArray &sql)
+{
+    const QString key = u'!' + QString::fromUtf8(sql);
+    std::shared_ptr<Prepared_Statement> prepared = Cached(key);
+    if (prepared == nullptr) {
+        auto plan = std::make_shared<Plan>();
+        plan->sql = sql;
+        prepared = std::make_shared<Prepared_Statement>(plan);
+        Compile(*prepared);
+        Keep(key, prepared);
+    }
+    return prepared;
+}
+
+namespace
+{
+Cell Value_Of(const Token &token)
+{
+    if (token.kind != Token_Kind::Number) {
+        return token.Value();
+    }
+    bool whole = false;
+    const qint64 number = token.raw.toLongLong(&whole);
+    return whole ? Cell(number) : Cell(token.raw.toDouble());
+}
+
+QString Digits_Of(const QString &pattern)
+{
+    qsizetype length = 0;
+    while (length < pattern.size() && pattern[length] >= u'0' && pattern[length] <= u'9') {
+        ++length;
+    }
+    return pattern.left(length);
+}
+
+/// The text behind all texts that begin with `prefix`, which ends in a digit or a separator.
+QString Upper_End(QString prefix)
+{
+    QChar &last = prefix.back();
+    last = QChar(last.unicode() + 1);
+    return prefix;
+}
+
+Cell Bound(const Token &token, const Parameter &parameter)
+{
+    const Cell value = Value_Of(token);
+    const QString date =
+        token.kind == Token_Kind::Date ? Stored_Date::From_Text(token.Value()).value_or(QString()) : QString();
+    if (token.kind == Token_Kind::Date && date.isEmpty()) {
+        throw Engine_Error::Syntax(u"'%1' between number signs is no date"_s.arg(token.Value()));
+    }
+    switch (parameter.bind) {
+    case Bind::Plain:
+        return value;
+    case Bind::Text:
+        return date.isEmpty() ? Sql_Value::To_Text(value) : Stored_Date::To_Short(date);
+    case Bind::Number:
+        return Sql_Value::As_Number(value);
+    case Bind::Date:
+    case Bind::As_Date:
+        return date.isEmpty() ? Sql_Value::As_Date(value, parameter.column) : Cell(date);
+    case Bind::Prefix_Low:
+        return Digits_Of(token.Value());
+    case Bind::Prefix_High:
+        return Upper_End(Digits_Of(token.Value()));
+    case Bind::Date_Low:
+    case Bind::Date_High: {
+        QString prefix = token.Value().chopped(1);
+        prefix.replace(Stored_Date::Separator(), u'-');
+        return parameter.bind == Bind::Date_Low ? prefix : Upper_End(prefix);
+    }
+    case Bind::As_Text:
+        return Sql_Value::As_Text(date.isEmpty() ? value : Cell(Stored_Date::To_Short(date)), parameter.size,
+                                  parameter.column);
+    case Bind::As_Long:
+        return Sql_Value::As_Long(value, parameter.column);
+    case Bind::As_Single:
+        return Sql_Value::As_Single(value, parameter.column);
+    }
+    return {};
+}
+} // namespace
+
+void Connection::Bind(Prepared_Statement &statement, const std::vector<Token> &tokens)
+{
+    std::vector<const Token *> literals;
+    for (const Token &token : tokens) {
+        if (token.Is_Literal()) {
+            literals.push_back(&token);
+        }
+    }
+    int at = 0;
+    for (const Parameter &parameter : statement.plan->parameters) {
+        const Cell value = Bound(*literals.at(static_cast<size_t>(parameter.literal)), parameter);
+        if (Sqlite_Cells::Bind_Cell(statement.handle, ++at, value) != SQLITE_OK) {
+            Fail();
+        }
+    }
+}
+
+std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable)
+{
+    bool ranAsDdl = false;
+    std::shared_ptr<Prepared_Statement> prepared = Prepare(statement, updatable, ranAsDdl);
+    if (ranAsDdl) {
+        return nullptr;
+    }
+    if (prepared->plan->write) {
+        Before_Write(prepared->plan->tables.front());
+        Run_To_End(*prepared);
+        return nullptr;
+    }
+    prepared->busy = true;
+    // A change of tables by another program shows when the first step has to compile the statement anew.
+    auto cursor = std::make_unique<Sqlite_Cursor>(shared_from_this(), prepared);
+    cursor->Start();
+    if (sqlite3_stmt_status(prepared->handle, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
+        cursor.reset();
+        prepared.reset();
+        Forget_Tables();
+        return Run(statement, updatable, baseTable);
+    }
+    if (baseTable != nullptr) {
+        *baseTable = prepared->plan->baseTable;
+    }
+    return cursor;
+}
+
+void Connection::Run_To_End(Prepared_Statement &statement)
+{
+    int code = SQLITE_ROW;
+    while (code == SQLITE_ROW) {
+        code = sqlite3_step(statement.handle);
+    }
+    if (code == SQLITE_DONE && sqlite3_stmt_status(statement.handle, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
+        m_catalogVersion = -1;
+    }
+    if (code == SQLITE_DONE) {
+        sqlite3_reset(statement.handle);
+        return;
+    }
+    try {
+        Fail();
+    } catch (...) {
+        sqlite3_reset(statement.handle);
+        throw;
+    }
+}
+
+qint64 Connection::Change(const QByteArray &sql, const std::vector<Cell> &values)
+{
+    const std::shared_ptr<Prepared_Statement> statement = Prepare_Own(sql);
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (Sqlite_Cells::Bind_Cell(statement->handle, static_cast<int>(i) + 1, values[i]) != SQLITE_OK) {
+            Fail();
+        }
+    }
+    Run_To_End(*statement);
+    sqlite3_clear_bindings(statement->handle);
+    return sqlite3_changes64(m_db);
+}
+
+bool Connection::Read_Row(const QByteArray &sql, const std::vector<Cell> &values, Row &row)
+{
+    const std::shared_ptr<Prepared_Statement> statement = Prepare_Own(sql);
+    for (size_t i = 0; i < values.size(); ++i) {
+        Sqlite_Cells::Bind_Cell(statement->handle, static_cast<int>(i) + 1, values[i]);
+    }
+    const int code = sqlite3_step(statement->handle);
+    row.clear();
+    for (int i = 0; code == SQLITE_ROW && i < sqlite3_column_count(statement->handle); ++i) {
+        row.push_back(Sqlite_Cells::Column(statement->handle, i));
+    }
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        try {
+            Fail();
+        } catch (...) {
+            sqlite3_reset(statement->handle);
+            throw;
+        }
+    }
+    sqlite3_reset(statement->handle);
+    return code == SQLITE_ROW;
+}
+
+void Connection::Before_Write(const QString &table)
+{
+    for (Sqlite_Cursor *cursor : m_cursors) {
+        if (cursor->Reads(table)) {
+            cursor->Drain();
+        }
+    }
+    if (m_groupDepth == 0 || m_readOnly) {
+        return;
+    }
+    const bool inTransaction = sqlite3_get_autocommit(m_db) == 0;
+    if (m_groupBegun && !inTransaction) {
+        throw Engine_Error::Failed(u"An earlier failure undid the whole action; nothing more is written."_s);
+    }
+    if (!inTransaction) {
+        Execute("BEGIN IMMEDIATE");
+        m_groupBegun = true;
+    }
+}
+
+void Connection::Drain_All()
+{
+    for (Sqlite_Cursor *cursor : m_cursors) {
+        cursor->Drain();
+    }
+}
+
+void Connection::End_Group()
+{
+    if (--m_groupDepth > 0) {
+        return;
+    }
+    const bool begun = std::exchange(m_groupBegun, false);
+    if (!begun) {
+        return;
+    }
+    if (sqlite3_get_autocommit(m_db) != 0) {
+        throw Engine_Error::Failed(u"The action was undone by an earlier failure; nothing of it was written."_s);
+    }
+    try {
+        Execute("COMMIT");
+    } catch (...) {
+        if (sqlite3_get_autocommit(m_db) == 0) {
+            sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+        }
+        Forget_Tables(); // tables changed in the group are as before
+        throw;
+    }
+}

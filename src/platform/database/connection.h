@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/catalog.h"
+#include "platform/database/row_source.h"
+#include "platform/errors/run_time_error.h"
+
+#include <list>
+#include <memory>
+#include <optional>
+
+struct sqlite3;
+struct sqlite3_stmt;
+class Sqlite_Cursor;
+
+/// A plan with its compiled statement.
+struct Prepared_Statement {
+    explicit Prepared_Statement(std::shared_ptr<const Plan> itsPlan) : plan(std::move(itsPlan)) {}
+    ~Prepared_Statement();
+    Prepared_Statement(const Prepared_Statement &) = delete;
+    Prepared_Statement &operator=(const Prepared_Statement &) = delete;
+
+    std::shared_ptr<const Plan> plan;
+    sqlite3_stmt *handle = nullptr;
+    bool busy = false;
+};
+
+/// One open database file with its tables, compiled statements and the state of its group of statements.
+class Connection : public std::enable_shared_from_this<Connection>
+{
+public:
+    /// Opens an existing file. @throws Run_Time_Error when it is missing, no database, or cannot be opened.
+    static std::shared_ptr<Connection> Open(const QString &nativePath);
+    explicit Connection(QString path) : m_path(std::move(path)) {}
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Runs a statement of the dialect; null when it has no rows.
+    std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable);
+    /// Runs an SQLite statement of the engine's own with values for its parameters; the number of changed rows.
+    qint64 Change(const QByteArray &sql, const std::vector<Cell> &values);
+    /// The first row of an SQLite query of the engine's own; false when it has none.
+    bool Read_Row(const QByteArray &sql, const std::vector<Cell> &values, Row &row);
+    /// Runs SQLite text without parameters, several statements if need be.
+    void Execute(const QByteArray &sql);
+    [[nodiscard]] qint64 Last_Rowid() const;
+
+    /// The tables as they are now.
+    const Catalog &Tables();
+    /// To be called when tables have changed: compiled statements and the catalog are made anew.
+    void Forget_Tables();
+    [[nodiscard]] sqlite3 *Handle() const { return m_db; }
+    [[nodiscard]] const QString &Path() const { return m_path; }
+    [[nodiscard]] bool Is_Read_Only() const { return m_readOnly; }
+    /// The file under the path is still the one that was opened.
+    [[nodiscard]] bool Is_Current() const;
+
+    void Begin_Group() { ++m_groupDepth; }
+    /// @throws Run_Time_Error when the outermost group cannot be committed; then nothing of it was written.
+    void End_Group();
+    [[nodiscard]] bool In_Group() const { return m_groupDepth > 0; }
+    /// To be called before anything is written: starts the transaction of a group.
+    void Before_Write(const QString &table);
+    /// Reads the rest of every open query, so that nothing stands in the way of a change of tables.
+    void Drain_All();
+
+    [[noreturn]] void Fail();
+
+private:
+    friend class Sqlite_Cursor;
+    using Cache = std::list<std::pair<QString, std::shared_ptr<Prepared_Statement>>>;
+
+    void Configure();
+    void Check_File() const;
+    std::shared_ptr<Prepared_Statement> Prepare(const QString &statement, bool updatable, bool &ranAsDdl);
+    std::shared_ptr<Prepared_Statement> Prepare_Own(const QByteArray &sql);
+    std::shared_ptr<Prepared_Statement> Cached(const QString &key);
+    void Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement);
+    void Compile(Prepared_Statement &statement);
+    void Bind(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    void Run_To_End(Prepared_Statement &statement);
+    bool Tables_Are_Stale();
+
+    QString m_path;
+    sqlite3 *m_db = nullptr;
+    std::optional<Run_Time_Error> m_functionError;
+    Catalog m_catalog;
+    qint64 m_catalogVersion = -1; ///< -1 when the catalog is to be read
+    bool m_readOnly = false;
+    quint64 m_device = 0;
+    quint64 m_inode = 0;
+    Cache m_cache; // the most recently used first
+    QHash<QString, Cache::iterator> m_cached;
+    std::vector<Sqlite_Cursor *> m_cursors;
+    int m_groupDepth = 0;
+    bool m_groupBegun = false;
+};

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/connection_pool.h"
+
+#include "platform/database/database.h"
+#include "platform/database/engine_error.h"
+#include "platform/files/paths.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <sqlite3.h>
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace Connection_Pool
+{
+namespace
+{
+constexpr int Usual_Busy_Timeout = 2000;
+constexpr qint32 Application_Id = 0x5A454C51; // "ZELQ"
+
+struct Pool {
+    QHash<QString, std::shared_ptr<Connection>> byFile;
+    QHash<QString, int> groups; ///< depth of the open groups of a file
+    int busyTimeout = Usual_Busy_Timeout;
+};
+
+Pool &The_Pool()
+{
+    static Pool pool;
+    return pool;
+}
+
+/// The value of "name=value;" in a connection string; values may stand in quotes.
+QString Value_Of(const QString &text, QLatin1StringView name)
+{
+    for (const QString &part : text.split(u';')) {
+        const qsizetype equals = part.indexOf(u'=');
+        if (equals > 0 && part.left(equals).trimmed().compare(name, Qt::CaseInsensitive) == 0) {
+            QString value = part.mid(equals + 1).trimmed();
+            if (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"')) {
+                value = value.mid(1, value.size() - 2);
+            }
+            return value;
+        }
+    }
+    return {};
+}
+
+void Remove_File(const QString &file)
+{
+    for (const QString &name : {file, file + u"-journal"_s, file + u"-wal"_s, file + u"-shm"_s}) {
+        QFile::remove(name);
+    }
+}
+} // namespace
+
+Target Parse(const QString &connectionString)
+{
+    Target target;
+    target.file = Files::Native_Path(Value_Of(connectionString, "Data Source"_L1));
+    if (target.file.isEmpty()) {
+        target.dataLink = Files::Native_Path(Value_Of(connectionString, "File Name"_L1));
+    }
+    if (target.file.isEmpty() && target.dataLink.isEmpty()) {
+        throw Engine_Error::Failed(u"The connection string names neither a database file nor a data source."_s);
+    }
+    return target;
+}
+
+int Busy_Timeout()
+{
+    return The_Pool().busyTimeout;
+}
+
+void Set_Busy_Timeout(int milliseconds)
+{
+    The_Pool().busyTimeout = milliseconds;
+    for (const auto &connection : The_Pool().byFile) {
+        sqlite3_busy_timeout(connection->Handle(), milliseconds);
+    }
+}
+
+std::shared_ptr<Connection> Get(const QString &file)
+{
+    Pool &pool = The_Pool();
+    const auto found = pool.byFile.constFind(file);
+    if (found != pool.byFile.constEnd()) {
+        if ((*found)->In_Group() || (*found)->Is_Current()) {
+            return *found;
+        }
+        pool.byFile.erase(found);
+    }
+    std::shared_ptr<Connection> connection = Connection::Open(file);
+    for (int depth = pool.groups.value(file); depth > 0; --depth) {
+        connection->Begin_Group();
+    }
+    pool.byFile.insert(file, connection);
+    return connection;
+}
+} // namespace Connection_Pool
+
+namespace Database_Engine
+{
+using namespace Connection_Pool;
+
+QString File_Connection_String(const QString &path)
+{
+    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
+}
+
+void Create_File(const QString &connectionString)
+{
+    const QString file = Parse(connectionString).file;
+    if (QFile::exists(file)) {
+        throw Engine_Error::Failed(u"The database file '%1' exists already."_s.arg(file), Failure::Path_Access);
+    }
+    sqlite3 *db = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    int code = sqlite3_open_v2(file.toUtf8().constData(), &db, flags, nullptr);
+    if (code == SQLITE_OK) {
+        const QByteArray sql =
+            "PRAGMA synchronous = FULL; PRAGMA application_id = " + QByteArray::number(Application_Id) +
+            "; PRAGMA user_version = 1";
+        code = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
+    }
+    if (code != SQLITE_OK) {
+        const Run_Time_Error error = Engine_Error::From_Sqlite(db, file);
+        sqlite3_close(db);
+        Remove_File(file);
+        throw error;
+    }
+    sqlite3_close(db);
+}
+
+void Let_Go(const QString &connectionString)
+{
+    Pool &pool = The_Pool();
+    if (connectionString.isEmpty()) {
+        pool.byFile.clear();
+        return;
+    }
+    pool.byFile.remove(Parse(connectionString).file);
+}
+
+void CompactDatabase(const QString &sourceConnectionString, const QString &targetConnectionString)
+{
+    const QString source = Parse(sourceConnectionString).file;
+    const QString target = Parse(targetConnectionString).file;
+    if (QFileInfo(source).absoluteFilePath() == QFileInfo(target).absoluteFilePath()) {
+        throw Engine_Error::Failed(u"A database cannot be compacted into itself."_s, Failure::Path_Access);
+    }
+    Let_Go(sourceConnectionString);
+    Let_Go(targetConnectionString);
+    const std::shared_ptr<Connection> connection = Connection::Open(source);
+    Remove_File(target);
+    sqlite3_limit(connection->Handle(), SQLITE_LIMIT_ATTACHED, 1); // the copy is attached while it is written
+    try {
+        connection->Change("VACUUM INTO ?1", {target});
+    } catch (...) {
+        Remove_File(target);
+        throw;
+    }
+#ifdef Q_OS_UNIX
+    // The copy is written without waiting for the disk; it may replace the original next.
+    const int descriptor = ::open(QFile::encodeName(target).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+#endif
+}
+
+void One_Action(const QString &connectionString, const std::function<void()> &body)
+{
+    const QString file = Parse(connectionString).file;
+    if (file.isEmpty()) {
+        body();
+        return;
+    }
+    Pool &pool = The_Pool();
+    const auto begin = [&] {
+        ++pool.groups[file];
+        if (const auto connection = pool.byFile.value(file)) {
+            connection->Begin_Group();
+        }
+    };
+    const auto end = [&] {
+        if (--pool.groups[file] == 0) {
+            pool.groups.remove(file);
+        }
+        if (const auto connection = pool.byFile.value(file)) {
+            connection->End_Group();
+        }
+    };
+    begin();
+    try {
+        body();
+    } catch (...) {
+        try {
+            end();
+        } catch (const Run_Time_Error &) {
+            // The body's own error is the one to tell: nothing was written either way.
+        }
+        throw;
+    }
+    end();
+}
+} // namespace Database_Engine

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/sql_translator.h"
+
+/// A piece of SQLite text with what is known of its value.
+struct Sql_Piece {
+    QString text;
+    Value_Type type = Value_Type::Null;
+    int size = 0;
+    QString column;      ///< the name of the column that it is, else ""
+    bool noCase = false; ///< a column whose own collation is NOCASE
+};
+
+/// The sources that names in a select can mean, and the select around it.
+struct Sql_Scope {
+    struct Entry {
+        QString name;
+        const Catalog_Table *table = nullptr;
+        std::vector<Output> outputs; ///< of a query in parentheses; its columns are named by Output_Alias
+    };
+    std::vector<Entry> entries;
+    const Sql_Scope *outer = nullptr;
+};
+
+QString Output_Alias(size_t index);
+
+/// Turns expressions and queries into SQLite text and collects the parameters of one plan.
+class Translator
+{
+public:
+    Translator(const Catalog &catalog, Plan &plan) : m_catalog(catalog), m_plan(plan) {}
+
+    QString Query(const Sql_Ast::Query &query, const Sql_Scope *outer, std::vector<Output> &outputs, bool updatable);
+    Sql_Piece Expression(const Sql_Ast::Expr &expr, const Sql_Scope &scope);
+    /// The value of an expression as it is stored in a column.
+    QString Assigned(const Sql_Ast::Expr &expr, const Catalog_Column &column, const Sql_Scope &scope);
+    QString Assigned_Piece(const Sql_Piece &piece, const Catalog_Column &column);
+    const Catalog_Table &Table(const QString &name);
+
+private:
+    using Expr = Sql_Ast::Expr;
+    struct Select_Text {
+        QString text;
+        std::vector<Output> outputs;
+    };
+
+    Select_Text Select(const Sql_Ast::Select &select, const Sql_Scope *outer, bool ordered, bool updatable);
+    QString Items(const Sql_Ast::Select &select, const Sql_Scope &scope, std::vector<Output> &outputs);
+    void Star(const Sql_Ast::Select_Item &item, const Sql_Scope &scope, QStringList &texts,
+              std::vector<Output> &outputs);
+    QString Source(const Sql_Ast::Source &source, Sql_Scope &scope);
+    QString Order(const std::vector<Sql_Ast::Order_Term> &terms, const Sql_Ast::Select *select, const Sql_Scope &scope,
+                  size_t outputs);
+    QString Group(const Sql_Ast::Select &select, const Sql_Scope &scope);
+    QString Limit(const Sql_Ast::Select &select);
+
+    Sql_Piece Column(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Literal(const Expr &expr);
+    Sql_Piece Arithmetic(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Compare(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Chain(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Like(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Between(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece In_List(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece In_Query(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Function(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Aggregate(const Expr &expr, const Sql_Scope &scope);
+    Sql_Piece Instr(const Expr &expr, const Sql_Scope &scope);
+
+    /// Both sides of a comparison in one type, and the collation that it needs.
+    struct Pair {
+        QString left;
+        QString right;
+        QString collation; ///< " COLLATE x", or "" when the column's own serves
+    };
+    Pair Comparable(const Expr &left, const Expr &right, const Sql_Scope &scope);
+    QString Operand(const Expr &expr, const Sql_Piece &piece, Value_Type other);
+    QString Parameter_Text(int literal, Bind bind, int size = 0, const QString &column = {});
+    QString Text_Of(const Sql_Piece &piece);
+    QString Text_Argument(const Expr &expr, const Sql_Scope &scope);
+
+    const Catalog &m_catalog;
+    Plan &m_plan;
+    bool m_aggregate = false;
+};

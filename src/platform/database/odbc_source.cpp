@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/odbc_source.h"
+
+#include "platform/database/engine_error.h"
+
+#include <QFile>
+#include <QStringDecoder>
+#include <deque>
+#include <sql.h>
+#include <sqlext.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+/// The parts of an initialisation string, "name=value;name="quoted; value"", in their order.
+std::vector<std::pair<QString, QString>> Parts_Of(const QString &text)
+{
+    std::vector<std::pair<QString, QString>> parts;
+    qsizetype at = 0;
+    while (at < text.size()) {
+        const qsizetype equals = text.indexOf(u'=', at);
+        if (equals < 0) {
+            break;
+        }
+        const QString name = text.mid(at, equals - at).trimmed();
+        qsizetype from = equals + 1;
+        while (from < text.size() && text[from] == u' ') {
+            ++from;
+        }
+        qsizetype end = text.indexOf(u';', from);
+        QString value;
+        if (from < text.size() && (text[from] == u'"' || text[from] == u'\'')) {
+            const qsizetype close = text.indexOf(text[from], from + 1);
+            value = text.mid(from + 1, close < 0 ? -1 : close - from - 1);
+            end = close < 0 ? -1 : text.indexOf(u';', close);
+        } else {
+            value = text.mid(from, end < 0 ? -1 : end - from).trimmed();
+        }
+        parts.emplace_back(name, value);
+        at = end < 0 ? text.size() : end + 1;
+    }
+    return parts;
+}
+
+Run_Time_Error Diagnosis(SQLSMALLINT kind, SQLHANDLE handle)
+{
+    SQLCHAR state[6] = {};
+    SQLCHAR message[SQL_MAX_MESSAGE_LENGTH] = {};
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    SQLGetDiagRec(kind, handle, 1, state, &native, message, sizeof message, &length);
+    const QByteArray code(reinterpret_cast<const char *>(state));
+    const QString text = QString::fromUtf8(reinterpret_cast<const char *>(message));
+    if (code == "42S02" || text.contains("no such table"_L1)) {
+        return {Error_Number::Db_Missing_Table, text, Failure::Missing_Table};
+    }
+    if (code == "42S22" || text.contains("no such column"_L1)) {
+        return {Error_Number::Db_Missing_Column, text, Failure::Missing_Column};
+    }
+    if (code == "42000") {
+        return {Error_Number::Db_Syntax, text, Failure::Syntax};
+    }
+    if (code == "IM002" || code == "IM003" || code == "01000") {
+        return {Error_Number::Db_Failed, u"The data source or its driver was not found: %1"_s.arg(text),
+                Failure::Missing_Component};
+    }
+    if (code == "23000") {
+        return {Error_Number::Db_Failed, text, Failure::Duplicate};
+    }
+    return {Error_Number::Db_Failed, text.isEmpty() ? u"The data source failed without a message."_s : text};
+}
+
+/// The three handles of one statement.
+class Link
+{
+public:
+    Link()
+    {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_environment);
+        SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLAllocHandle(SQL_HANDLE_DBC, m_environment, &m_connection);
+    }
+    ~Link()
+    {
+        if (m_statement != SQL_NULL_HSTMT) {
+            SQLFreeHandle(SQL_HANDLE_STMT, m_statement);
+        }
+        if (m_connected) {
+            SQLDisconnect(m_connection);
+        }
+        SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
+        SQLFreeHandle(SQL_HANDLE_ENV, m_environment);
+    }
+    Link(const Link &) = delete;
+    Link &operator=(const Link &) = delete;
+
+    void Connect(const QString &connectionString)
+    {
+        QByteArray text = connectionString.toUtf8();
+        SQLSMALLINT length = 0;
+        if (!SQL_SUCCEEDED(SQLDriverConnect(m_connection, nullptr, reinterpret_cast<SQLCHAR *>(text.data()), SQL_NTS,
+                                            nullptr, 0, &length, SQL_DRIVER_NOPROMPT))) {
+            throw Diagnosis(SQL_HANDLE_DBC, m_connection);
+        }
+        m_connected = true;
+        SQLAllocHandle(SQL_HANDLE_STMT, m_connection, &m_statement);
+    }
+    void Execute(const QString &statement)
+    {
+        QByteArray text = statement.toUtf8();
+        const SQLRETURN code = SQLExecDirect(m_statement, reinterpret_cast<SQLCHAR *>(text.data()), SQL_NTS);
+        if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) {
+            throw Diagnosis(SQL_HANDLE_STMT, m_statement);
+        }
+    }
+    [[nodiscard]] SQLHSTMT Statement() const { return m_statement; }
+
+private:
+    SQLHENV m_environment = SQL_NULL_HENV;
+    SQLHDBC m_connection = SQL_NULL_HDBC;
+    SQLHSTMT m_statement = SQL_NULL_HSTMT;
+    bool m_connected = false;
+};
+
+Value_Type Type_Of(SQLSMALLINT type)
+{
+    switch (type) {
+    case SQL_INTEGER:
+    case SQL_SMALLINT:
+    case SQL_TINYINT:
+    case SQL_BIT:
+        return Value_Type::Long;
+    case SQL_BIGINT:
+        return Value_Type::Count;
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+    case SQL_NUMERIC:
+    case SQL_DECIMAL:
+        return Value_Type::Single;
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+        return Value_Type::Date;
+    case SQL_BINARY:
+    case SQL_VARBINARY:
+    case SQL_LONGVARBINARY:
+        return Value_Type::Blob;
+    case SQL_LONGVARCHAR:
+    case SQL_WLONGVARCHAR:
+        return Value_Type::Memo;
+    default:
+        return Value_Type::Text;
+    }
+}
+
+/// The rows of a statement, read to the end at once: the connection of a data source is not kept.
+class Odbc_Rows : public Row_Source
+{
+public:
+    explicit Odbc_Rows(SQLHSTMT statement)
+    {
+        SQLSMALLINT columns = 0;
+        SQLNumResultCols(statement, &columns);
+        for (SQLSMALLINT i = 1; i <= columns; ++i) {
+            Describe(statement, static_cast<SQLUSMALLINT>(i));
+        }
+        for (;;) {
+            const SQLRETURN code = SQLFetch(statement);
+            if (code == SQL_NO_DATA) {
+                return;
+            }
+            if (!SQL_SUCCEEDED(code)) {
+                throw Diagnosis(SQL_HANDLE_STMT, statement);
+            }
+            Row row;
+            for (size_t i = 0; i < m_outputs.size(); ++i) {
+                row.push_back(Read(statement, static_cast<SQLUSMALLINT>(i + 1), m_outputs[i].type));
+            }
+            m_rows.push_back(std::move(row));
+        }
+    }
+    [[nodiscard]] const std::vector<Output> &Outputs() const override { return m_outputs; }
+    bool Next(Row &row) override
+    {
+        if (m_rows.empty()) {
+            return false;
+        }
+        row = std::move(m_rows.front());
+        m_rows.pop_front();
+        return true;
+    }
+
+private:
+    void Describe(SQLHSTMT statement, SQLUSMALLINT column)
+    {
+        constexpr SQLSMALLINT longestName = 256;
+        SQLCHAR name[longestName] = {};
+        SQLSMALLINT length = 0;
+        SQLSMALLINT type = 0;
+        SQLSMALLINT digits = 0;
+        SQLSMALLINT nullable = 0;
+        SQLULEN size = 0;
+        SQLDescribeCol(statement, column, name, longestName, &length, &type, &size, &digits, &nullable);
+        const QString text = QString::fromUtf8(reinterpret_cast<const char *>(name));
+        m_outputs.push_back({text, Type_Of(type), static_cast<qint32>(size), text});
+    }
+
+    static Cell Read(SQLHSTMT statement, SQLUSMALLINT column, Value_Type type)
+    {
+        constexpr SQLLEN pieceSize = 8192;
+        const bool binary = type == Value_Type::Blob;
+        QByteArray all;
+        char piece[pieceSize];
+        for (;;) {
+            SQLLEN length = 0;
+            const SQLRETURN code =
+                SQLGetData(statement, column, binary ? SQL_C_BINARY : SQL_C_CHAR, piece, pieceSize, &length);
+            if (code == SQL_NO_DATA) {
+                break;
+            }
+            if (!SQL_SUCCEEDED(code)) {
+                throw Diagnosis(SQL_HANDLE_STMT, statement);
+            }
+            if (length == SQL_NULL_DATA) {
+                return {};
+            }
+            const SQLLEN room = binary ? pieceSize : pieceSize - 1;
+            const bool more = length == SQL_NO_TOTAL || length > room;
+            all.append(piece, more ? room : length);
+            if (!more) {
+                break;
+            }
+        }
+        return Converted(all, type);
+    }
+
+    static Cell Converted(const QByteArray &bytes, Value_Type type)
+    {
+        if (type == Value_Type::Blob) {
+            return bytes;
+        }
+        if (type == Value_Type::Long || type == Value_Type::Count) {
+            return static_cast<qint64>(bytes.trimmed().toLongLong());
+        }
+        if (type == Value_Type::Single) {
+            return bytes.trimmed().toDouble();
+        }
+        return QString::fromUtf8(bytes);
+    }
+
+    std::vector<Output> m_outputs;
+    std::deque<Row> m_rows;
+};
+
+QString Text_Of_File(const QString &name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Engine_Error::Failed(u"The data link file '%1' was not found."_s.arg(name), Failure::File_Not_Found);
+    }
+    const QByteArray bytes = file.readAll();
+    const auto encoding = QStringConverter::encodingForData(bytes);
+    return QStringDecoder(encoding.value_or(QStringConverter::Utf8)).decode(bytes);
+}
+} // namespace
+
+namespace Odbc_Source
+{
+QString Connection_String(const QString &udlText)
+{
+    QString initialisation;
+    for (const QString &line : udlText.split(u'\n')) {
+        const QString trimmed = line.trimmed();
+        if (!trimmed.isEmpty() && !trimmed.startsWith(u'[') && !trimmed.startsWith(u';')) {
+            initialisation = trimmed;
+        }
+    }
+    QString odbc;
+    const auto add = [&odbc](const QString &name, const QString &value) {
+        const bool braces = value.contains(u';') && !value.startsWith(u'{');
+        odbc += name + u'=' + (braces ? u'{' + value + u'}' : value) + u';';
+    };
+    for (const auto &[name, value] : Parts_Of(initialisation)) {
+        const QString key = name.toLower();
+        if (key == u"extended properties"_s) {
+            odbc += value + (value.endsWith(u';') ? QString() : u";"_s);
+        } else if (key == u"data source"_s) {
+            add(u"DSN"_s, value);
+        } else if (key == u"user id"_s) {
+            add(u"UID"_s, value);
+        } else if (key == u"password"_s) {
+            add(u"PWD"_s, value);
+        } else if (key == u"initial catalog"_s) {
+            add(u"DATABASE"_s, value);
+        }
+    }
+    return odbc;
+}
+
+std::unique_ptr<Row_Source> Run(const QString &statement, const QString &udlFile)
+{
+    Link link;
+    link.Connect(Connection_String(Text_Of_File(udlFile)));
+    link.Execute(statement);
+    auto rows = std::make_unique<Odbc_Rows>(link.Statement());
+    if (rows->Outputs().empty()) {
+        return nullptr;
+    }
+    return rows;
+}
+} // namespace Odbc_Source

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/sqlite_cursor.h"
+
+#include "platform/database/engine_error.h"
+#include "platform/database/sqlite_cells.h"
+
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace
+{
+constexpr size_t Rows_At_Once = 64;
+constexpr qint64 Bytes_At_Once = 1 << 20;
+} // namespace
+
+Sqlite_Cursor::Sqlite_Cursor(std::shared_ptr<Connection> connection, std::shared_ptr<Prepared_Statement> statement)
+    : m_connection(std::move(connection)), m_statement(std::move(statement)), m_plan(m_statement->plan)
+{
+    m_connection->m_cursors.push_back(this);
+}
+
+Sqlite_Cursor::~Sqlite_Cursor()
+{
+    Finish();
+    std::erase(m_connection->m_cursors, this);
+}
+
+bool Sqlite_Cursor::Reads(const QString &table) const
+{
+    return m_statement != nullptr &&
+           std::any_of(m_plan->tables.begin(), m_plan->tables.end(),
+                       [&table](const QString &one) { return one.compare(table, Qt::CaseInsensitive) == 0; });
+}
+
+void Sqlite_Cursor::Finish()
+{
+    if (m_statement != nullptr) {
+        sqlite3_reset(m_statement->handle);
+        m_statement->busy = false;
+        m_statement.reset();
+    }
+}
+
+bool Sqlite_Cursor::Start()
+{
+    Row row;
+    const bool any = Step(row);
+    if (sqlite3 *db = m_connection->Handle(); m_statement != nullptr || !any) {
+        Q_UNUSED(db)
+    }
+    if (any) {
+        m_ahead.push_back(std::move(row));
+    }
+    while (m_statement != nullptr && m_ahead.size() < Rows_At_Once && m_bytes < Bytes_At_Once) {
+        Row next;
+        if (Step(next)) {
+            m_ahead.push_back(std::move(next));
+        }
+    }
+    return true;
+}
+
+void Sqlite_Cursor::Drain()
+{
+    try {
+        Row row;
+        while (m_statement != nullptr && Step(row)) {
+            m_ahead.push_back(std::move(row));
+        }
+    } catch (const Run_Time_Error &error) {
+        m_error = error;
+    }
+}
+
+bool Sqlite_Cursor::Next(Row &row)
+{
+    if (!m_ahead.empty()) {
+        row = std::move(m_ahead.front());
+        m_ahead.pop_front();
+        return true;
+    }
+    if (m_error) {
+        throw *m_error;
+    }
+    return m_statement != nullptr && Step(row);
+}
+
+bool Sqlite_Cursor::Step(Row &row)
+{
+    const int code = sqlite3_step(m_statement->handle);
+    if (code == SQLITE_DONE) {
+        Finish();
+        return false;
+    }
+    if (code != SQLITE_ROW) {
+        const std::shared_ptr<Prepared_Statement> statement = m_statement;
+        m_statement.reset();
+        statement->busy = false;
+        const auto reset = [&] {
+            sqlite3_reset(statement->handle);
+        };
+        try {
+            m_connection->Fail();
+        } catch (...) {
+            reset();
+            throw;
+        }
+    }
+    const int columns = sqlite3_column_count(m_statement->handle);
+    row.clear();
+    row.reserve(static_cast<size_t>(columns));
+    for (int i = 0; i < columns; ++i) {
+        row.push_back(Sqlite_Cells::Column(m_statement->handle, i));
+        m_bytes += sqlite3_column_bytes(m_statement->handle, i);
+    }
+    return true;
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/connection.h"
+
+#include <deque>
+
+/// A query on a connection. A small result is read at once, which frees the file; a large one is read as it is
+/// walked, but its rest is read before its table is changed over the same connection.
+class Sqlite_Cursor : public Row_Source
+{
+public:
+    Sqlite_Cursor(std::shared_ptr<Connection> connection, std::shared_ptr<Prepared_Statement> statement);
+    ~Sqlite_Cursor() override;
+
+    [[nodiscard]] const std::vector<Output> &Outputs() const override { return m_plan->outputs; }
+    bool Next(Row &row) override;
+    void Drain();
+    [[nodiscard]] bool Reads(const QString &table) const;
+    /// Reads the first rows. False when the tables turned out to have changed since the plan was made.
+    bool Start();
+
+private:
+    bool Step(Row &row);
+    void Finish();
+
+    std::shared_ptr<Connection> m_connection;
+    std::shared_ptr<Prepared_Statement> m_statement; // null when read to the end
+    std::shared_ptr<const Plan> m_plan;
+    std::deque<Row> m_ahead;
+    std::optional<Run_Time_Error> m_error; // of reading ahead; raised when the walk comes there
+    qint64 m_bytes = 0;
+};

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/text_fold.h"
+
+#include <QChar>
+#include <QList>
+#include <algorithm>
+#include <cstring>
+
+namespace Text_Fold
+{
+namespace
+{
+constexpr char32_t First_Beyond_Ascii = 0x80;
+
+std::string_view View(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<size_t>(bytes.size())};
+}
+
+std::vector<char32_t> Code_Points(const QString &text)
+{
+    std::vector<char32_t> points;
+    for (const uint c : text.toUcs4()) {
+        points.push_back(c);
+    }
+    return points;
+}
+
+char Lower_Byte(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// No character differs from this one in case only, in either direction.
+bool Is_Caseless(char32_t c)
+{
+    if (c < First_Beyond_Ascii) {
+        return !((c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z'));
+    }
+    switch (QChar::category(c)) {
+    case QChar::Letter_Other:
+    case QChar::Number_DecimalDigit:
+    case QChar::Separator_Space:
+    case QChar::Punctuation_Other:
+    case QChar::Punctuation_Open:
+    case QChar::Punctuation_Close:
+    case QChar::Punctuation_Dash:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
+char32_t Fold(char32_t c)
+{
+    if (c < First_Beyond_Ascii) {
+        return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c;
+    }
+    const char32_t lower = QChar::toLower(c);
+    return lower < First_Beyond_Ascii ? c : lower;
+}
+
+QString Folded(const QString &text)
+{
+    std::vector<char32_t> points = Code_Points(text);
+    std::transform(points.begin(), points.end(), points.begin(), Fold);
+    return QString::fromUcs4(points.data(), static_cast<qsizetype>(points.size()));
+}
+
+bool Is_Ascii(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < First_Beyond_Ascii; });
+}
+
+char32_t Next_Code_Point(std::string_view text, size_t &at)
+{
+    const auto byte = [&](size_t i) {
+        return static_cast<unsigned char>(text[i]);
+    };
+    const unsigned char first = byte(at++);
+    if (first < First_Beyond_Ascii) {
+        return first;
+    }
+    const size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
+    if (more == 0 || at + more > text.size()) {
+        return first;
+    }
+    char32_t c = first & (0x3FU >> more);
+    for (size_t i = 0; i < more; ++i) {
+        if ((byte(at + i) & 0xC0U) != 0x80U) {
+            return first;
+        }
+        c = (c << 6U) | (byte(at + i) & 0x3FU);
+    }
+    at += more;
+    return c;
+}
+
+int Compare(std::string_view a, std::string_view b)
+{
+    size_t i = 0;
+    size_t j = 0;
+    while (i < a.size() && j < b.size()) {
+        const char32_t x = Fold(Next_Code_Point(a, i));
+        const char32_t y = Fold(Next_Code_Point(b, j));
+        if (x != y) {
+            return x < y ? -1 : 1;
+        }
+    }
+    return static_cast<int>(i < a.size()) - static_cast<int>(j < b.size());
+}
+
+qsizetype Utf16_Length(std::string_view text)
+{
+    qsizetype units = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        units += (byte & 0xC0U) != 0x80U ? 1 : 0;
+        units += byte >= 0xF0U ? 1 : 0;
+    }
+    return units;
+}
+
+Needle::Needle(const QString &text) : m_bytes(Folded(text).toUtf8()), m_points(Code_Points(Folded(text)))
+{
+    m_exact = std::all_of(m_points.begin(), m_points.end(), Is_Caseless);
+    m_ascii = Is_Ascii(text);
+}
+
+size_t Needle::Find(std::string_view hay, size_t from) const
+{
+    if (m_bytes.isEmpty()) {
+        return from <= hay.size() ? from : std::string_view::npos;
+    }
+    if (m_exact) {
+        if (from >= hay.size()) {
+            return std::string_view::npos;
+        }
+        const void *found =
+            memmem(hay.data() + from, hay.size() - from, m_bytes.constData(), static_cast<size_t>(m_bytes.size()));
+        return found == nullptr ? std::string_view::npos
+                                : static_cast<size_t>(static_cast<const char *>(found) - hay.data());
+    }
+    if (m_ascii) {
+        return Find_Ascii(hay, from);
+    }
+    for (size_t at = from; at < hay.size();) {
+        if (Matches_At(hay, at)) {
+            return at;
+        }
+        Next_Code_Point(hay, at);
+    }
+    return std::string_view::npos;
+}
+
+size_t Needle::Find_Ascii(std::string_view hay, size_t from) const
+{
+    const std::string_view needle = View(m_bytes);
+    if (hay.size() < needle.size()) {
+        return std::string_view::npos;
+    }
+    const size_t last = hay.size() - needle.size();
+    for (size_t at = from; at <= last; ++at) {
+        if (Lower_Byte(hay[at]) != needle[0]) {
+            continue;
+        }
+        size_t i = 1;
+        while (i < needle.size() && Lower_Byte(hay[at + i]) == needle[i]) {
+            ++i;
+        }
+        if (i == needle.size()) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+bool Needle::Matches_At(std::string_view hay, size_t at) const
+{
+    for (const char32_t point : m_points) {
+        if (at >= hay.size() || Fold(Next_Code_Point(hay, at)) != point) {
+            return false;
+        }
+    }
+    return true;
+}
+
+Pattern::Pattern(const QString &text)
+{
+    const std::vector<char32_t> points = Code_Points(text);
+    for (size_t at = 0; at < points.size();) {
+        const char32_t c = points[at];
+        if (c == U'[') {
+            const size_t end = Read_Set(points, at);
+            if (end != at) {
+                at = end;
+                continue;
+            }
+        }
+        ++at;
+        Element element;
+        element.kind = c == U'%' ? Element::Kind::Any_Run : c == U'_' ? Element::Kind::Any_One : Element::Kind::One;
+        element.point = Fold(c);
+        m_elements.push_back(std::move(element));
+    }
+    const auto isRun = [](const Element &e) {
+        return e.kind == Element::Kind::Any_Run;
+    };
+    m_contains = m_elements.size() >= 2 && isRun(m_elements.front()) && isRun(m_elements.back()) &&
+                 std::all_of(m_elements.begin() + 1, m_elements.end() - 1,
+                             [](const Element &e) { return e.kind == Element::Kind::One; });
+    if (m_contains) {
+        m_middle = Needle(text.mid(1, text.size() - 2));
+    }
+}
+
+/// Reads "[...]" at `at` and returns the place behind it, or `at` when no bracket closes it.
+size_t Pattern::Read_Set(const std::vector<char32_t> &points, size_t at)
+{
+    Element set;
+    set.kind = Element::Kind::Set;
+    size_t i = at + 1;
+    if (i < points.size() && (points[i] == U'!' || points[i] == U'^')) {
+        set.negated = true;
+        ++i;
+    }
+    while (i < points.size() && points[i] != U']') {
+        const bool range = i + 2 < points.size() && points[i + 1] == U'-' && points[i + 2] != U']';
+        set.ranges.emplace_back(Fold(points[i]), Fold(points[range ? i + 2 : i]));
+        i += range ? 3 : 1;
+    }
+    if (i >= points.size()) {
+        return at;
+    }
+    if (!set.ranges.empty()) {
+        m_elements.push_back(std::move(set));
+    }
+    return i + 1;
+}
+
+bool Pattern::Accepts(const Element &element, char32_t point)
+{
+    switch (element.kind) {
+    case Element::Kind::Any_One:
+        return true;
+    case Element::Kind::Set:
+        return element.negated != std::any_of(element.ranges.begin(), element.ranges.end(), [point](const auto &range) {
+                   return range.first <= point && point <= range.second;
+               });
+    default:
+        return element.point == point;
+    }
+}
+
+bool Pattern::Matches(std::string_view text) const
+{
+    if (m_contains) {
+        return m_middle.Find(text) != std::string_view::npos;
+    }
+    size_t element = 0;
+    size_t at = 0;
+    size_t afterRun = std::string_view::npos; // where to go on when the rest fails behind the last "%"
+    size_t retryAt = 0;
+    while (at < text.size()) {
+        if (element < m_elements.size() && m_elements[element].kind == Element::Kind::Any_Run) {
+            afterRun = ++element;
+            retryAt = at;
+            continue;
+        }
+        size_t next = at;
+        const char32_t point = Fold(Next_Code_Point(text, next));
+        if (element < m_elements.size() && Accepts(m_elements[element], point)) {
+            ++element;
+            at = next;
+        } else if (afterRun != std::string_view::npos) {
+            element = afterRun;
+            Next_Code_Point(text, retryAt);
+            at = retryAt;
+        } else {
+            return false;
+        }
+    }
+    while (element < m_elements.size() && m_elements[element].kind == Element::Kind::Any_Run) {
+        ++element;
+    }
+    return element == m_elements.size();
+}
+} // namespace Text_Fold

@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Actions of control words on text: characters, fonts, styles, paragraphs, fields, pictures.
+#include "platform/richtext/rtf_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Rtf
+{
+namespace
+{
+constexpr int longestLength = 31'680; // twips: 22 inches, the widest page of word processors
+constexpr qsizetype mostTabs = 64;
+constexpr std::size_t mostStyleWords = 256;
+
+qint64 Style_Key(int number, bool isCharacter)
+{
+    return (static_cast<qint64>(number) << 1) | (isCharacter ? 1 : 0);
+}
+} // namespace
+
+int Reader::Length() const
+{
+    return std::clamp(m_parameter, -longestLength, longestLength);
+}
+
+void Reader::Ignore(int) {}
+
+void Reader::To_Destination(int destination)
+{
+    m_state.destination = static_cast<Destination>(destination);
+}
+
+void Reader::Skip_Group(int)
+{
+    Skip();
+}
+
+void Reader::Character(int unit)
+{
+    Emit_Unit(static_cast<char16_t>(unit));
+}
+
+void Reader::Unicode(int)
+{
+    m_toSkip = m_state.unicodeSkip;
+    const int code = m_parameter < 0 ? m_parameter + 0x10000 : m_parameter;
+    if (code > 0x10FFFF || code < 0)
+        return Emit_Unit(u'\uFFFD');
+    if (code > 0xFFFF) {
+        Emit_Unit(QChar::highSurrogate(static_cast<char32_t>(code)));
+        return Emit_Unit(QChar::lowSurrogate(static_cast<char32_t>(code)));
+    }
+    const bool glyph = m_state.codePage == Symbol_Code_Page && code >= 0xF020 && code <= 0xF0FF;
+    if (!glyph || m_state.destination != Destination::Body)
+        return Emit_Unit(static_cast<char16_t>(code));
+    const auto font = static_cast<std::size_t>(std::max(m_state.chr.font, 0));
+    const QString name = font < m_model.fonts.size() ? m_model.fonts[font].name : QString();
+    Emit_Unit(Symbol_Glyph(static_cast<unsigned char>(code & 0xFF), name));
+}
+
+void Reader::Unicode_Skip(int)
+{
+    m_state.unicodeSkip = std::clamp(m_parameter, 0, 64);
+}
+
+void Reader::Begin_Field(int)
+{
+    m_state.field = static_cast<int>(m_fields.size());
+    m_fields.push_back({.instruction = {}, .outside = m_state.destination});
+}
+
+void Reader::Field_Result(int)
+{
+    if (m_state.field < 0)
+        return;
+    Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
+    m_state.destination = field.outside;
+    if (!field.instruction.isEmpty())
+        field.link = Link_Of(std::exchange(field.instruction, {}));
+    if (field.link >= 0)
+        m_state.chr.link = field.link;
+}
+
+/// Arguments of a field's instruction: words apart by blanks, or in quotes, where "\" makes the next character plain.
+static QStringList Arguments(QStringView instruction)
+{
+    QStringList arguments;
+    bool quoted = false, begun = false;
+    for (qsizetype i = 0; i < instruction.size(); ++i) {
+        const QChar c = instruction[i];
+        if (c == u'"') {
+            quoted = !quoted;
+            if (quoted)
+                arguments.append(QString());
+            begun = quoted;
+        } else if (!quoted && c.isSpace()) {
+            begun = false;
+        } else {
+            if (!begun)
+                arguments.append(QString());
+            begun = true;
+            const bool escape = quoted && c == u'\\' && i + 1 < instruction.size();
+            arguments.last() += escape ? instruction[++i] : c;
+        }
+    }
+    return arguments;
+}
+
+/// Index of the target of a HYPERLINK field, or -1. Its switches are in ECMA-376, part 1, 17.16.5.25.
+int Reader::Link_Of(const QString &instruction)
+{
+    const QStringList arguments = Arguments(instruction);
+    if (arguments.isEmpty() || arguments.first().compare(QLatin1String("HYPERLINK"), Qt::CaseInsensitive) != 0)
+        return -1;
+    QString target, place;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        if (argument == QLatin1String("\\l"))
+            place = u'#' + arguments.value(++i);
+        else if (argument == QLatin1String("\\o") || argument == QLatin1String("\\t"))
+            ++i;
+        else if (!argument.startsWith(u'\\') || argument.size() > 2)
+            target += argument;
+    }
+    target += place;
+    if (target.isEmpty())
+        return -1;
+    const auto known = m_links.constFind(target);
+    if (known != m_links.constEnd())
+        return *known;
+    const int index = static_cast<int>(m_model.links.size());
+    m_model.links.push_back(target);
+    m_links.insert(target, index);
+    return index;
+}
+
+void Reader::Begin_Note(int)
+{
+    Emit(u" [");
+    m_state.closer = Closer::Note;
+    ++m_noteDepth;
+}
+
+void Reader::Alternative(int)
+{
+    m_state.outside = m_state.destination;
+    m_state.destination = Destination::Alternative;
+}
+
+void Reader::Alternative_Unicode(int)
+{
+    m_state.destination = m_state.outside;
+}
+
+void Reader::Document_Pages(int codePage)
+{
+    m_documentCodePage = codePage ? codePage : m_parameter;
+}
+
+void Reader::Default_Font(int)
+{
+    m_defaultFont = m_parameter;
+}
+
+void Reader::Begin_Fonts(int)
+{
+    if (m_state.destination == Destination::Body)
+        m_state.closer = Closer::Fonts;
+    m_state.destination = Destination::Font_Table;
+}
+
+void Reader::Select_Font(int)
+{
+    if (m_state.destination == Destination::Font_Table) {
+        m_fontOfNumber.insert(m_parameter, static_cast<int>(m_model.fonts.size()));
+        m_model.fonts.push_back({});
+        m_state.codePage = Document_Code_Page;
+        return;
+    }
+    m_state.chr.font = m_fontOfNumber.value(m_parameter, -1);
+    const auto font = static_cast<std::size_t>(m_state.chr.font);
+    const bool known = m_state.chr.font >= 0;
+    m_state.codePage = known ? m_model.fonts[font].codePage : Document_Code_Page;
+    m_state.plainAnsi = known && m_model.fonts[font].plainAnsi;
+}
+
+void Reader::Font_Charset(int)
+{
+    if (m_state.destination != Destination::Font_Table || m_model.fonts.empty())
+        return;
+    Font &font = m_model.fonts.back();
+    font.codePage = Code_Page_Of_Charset(m_parameter);
+    font.plainAnsi = m_parameter == 0;
+    m_state.codePage = font.codePage == Symbol_Code_Page ? 1252 : font.codePage;
+    m_state.plainAnsi = font.plainAnsi;
+}
+
+void Reader::Font_Code_Page(int)
+{
+    if (m_state.destination != Destination::Font_Table || m_model.fonts.empty())
+        return;
+    m_model.fonts.back().codePage = m_parameter;
+    m_state.codePage = m_parameter;
+}
+
+void Reader::Color_Part(int shift)
+{
+    const auto part = static_cast<QRgb>(std::clamp(m_parameter, 0, 255)) << shift;
+    m_color = (m_color & ~(0xFFU << shift)) | part | 0xFF000000U;
+}
+
+void Reader::Plain(int)
+{
+    const int link = m_state.chr.link;
+    m_state.chr = {};
+    m_state.chr.link = link;
+    m_parameter = m_defaultFont;
+    if (m_state.destination != Destination::Font_Table)
+        Select_Font(0);
+}
+
+void Reader::Flag(int flag)
+{
+    const auto bit = static_cast<quint16>(flag);
+    const bool on = !m_hasParameter || m_parameter != 0;
+    m_state.chr.flags = static_cast<quint16>(on ? m_state.chr.flags | bit : m_state.chr.flags & ~bit);
+}
+
+void Reader::Set_Underline(int kind)
+{
+    const bool on = !m_hasParameter || m_parameter != 0;
+    m_state.chr.underline = on ? static_cast<Underline>(kind) : Underline::None;
+}
+
+void Reader::Set_Script(int script)
+{
+    const bool on = !m_hasParameter || m_parameter != 0;
+    m_state.chr.script = on ? static_cast<Script>(script) : Script::Normal;
+}
+
+void Reader::Font_Size(int)
+{
+    if (m_parameter > 0)
+        m_state.chr.halfPoints = std::clamp(m_parameter, 2, 3276); // up to 1638 points
+}
+
+void Reader::Char_Spacing(int)
+{
+    m_state.chr.spacing = Length();
+}
+
+void Reader::Char_Stretch(int)
+{
+    m_state.chr.stretchPercent = std::clamp(m_parameter, 1, 600);
+}
+
+void Reader::Para_Back(int)
+{
+    m_state.para.back = m_parameter;
+}
+
+void Reader::Outline(int)
+{
+    m_state.para.outline = m_parameter >= 0 && m_parameter < 6 ? m_parameter : -1;
+}
+
+void Reader::In_Table(int)
+{
+    m_state.inTable = true;
+}
+
+void Reader::Pard(int)
+{
+    m_state.para = {};
+    m_state.inTable = false;
+}
+
+void Reader::Set_Align(int align)
+{
+    m_state.para.align = static_cast<Align>(align);
+}
+
+void Reader::Line_Height(int multiple)
+{
+    if (multiple)
+        m_state.para.lineMultiple = m_parameter != 0;
+    else
+        m_state.para.line = Length();
+}
+
+void Reader::Tab_Next(int kind)
+{
+    m_tabKind = static_cast<Tab_Kind>(kind);
+}
+
+void Reader::Tab_Stop_At(int)
+{
+    const Tab_Stop tab{.position = Length(), .kind = std::exchange(m_tabKind, Tab_Kind::Left)};
+    if (m_state.para.tabs.size() < mostTabs)
+        m_state.para.tabs.append(tab);
+}
+
+void Reader::Paragraph_Mark(int)
+{
+    if (m_state.destination != Destination::Body)
+        return;
+    if (m_noteDepth > 0)
+        return Emit_Unit(u' ');
+    End_Paragraph(Nesting());
+}
+
+void Reader::Page_Break(int)
+{
+    if (m_state.destination != Destination::Body)
+        return;
+    if (Has_Pending())
+        Paragraph_Mark(0);
+    m_pageBreak = true;
+}
+
+void Reader::Section(int)
+{
+    if (Has_Pending())
+        Paragraph_Mark(0);
+}
+
+void Reader::Nest(int)
+{
+    m_state.para.nesting = std::clamp(m_parameter, 0, 64);
+}
+
+void Reader::Style_Number(int isCharacter)
+{
+    if (m_state.destination != Destination::Style_Sheet)
+        return Apply_Style(Style_Key(m_parameter, isCharacter != 0));
+    m_style = {.words = {}, .number = m_parameter, .isCharacter = isCharacter != 0};
+    m_state.closer = Closer::Style;
+}
+
+void Reader::Based_On(int)
+{
+    if (m_state.destination != Destination::Style_Sheet || m_style.words.size() > mostStyleWords)
+        return;
+    const auto base = m_styles.constFind(Style_Key(m_parameter, m_style.isCharacter));
+    if (base != m_styles.constEnd())
+        m_style.words.insert(m_style.words.begin(), base->words.begin(), base->words.end());
+}
+
+void Reader::End_Style()
+{
+    m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
+    m_styles.insert(Style_Key(m_style.number, m_style.isCharacter), std::exchange(m_style, {}));
+}
+
+/// A paragraph style that a later style is based on stands before it in what word processors write, so a style's
+/// words are already those of its bases and its own.
+void Reader::Apply_Style(qint64 key)
+{
+    const auto style = m_styles.constFind(key);
+    if (style == m_styles.constEnd() || m_state.destination != Destination::Body)
+        return;
+    for (const Style_Word &word : style->words) {
+        m_parameter = word.parameter;
+        m_hasParameter = word.hasParameter;
+        (this->*word.row->action)(word.row->value);
+    }
+}
+
+void Reader::Begin_Picture(int)
+{
+    m_picture = {};
+    m_state.destination = Destination::Picture;
+    m_state.closer = Closer::Picture;
+}
+
+void Reader::Picture_Format(int kind)
+{
+    if (m_state.destination == Destination::Picture)
+        m_picture.kind = static_cast<Picture_Kind>(kind);
+}
+
+void Reader::Shape_Picture(int isFallback)
+{
+    if (!isFallback)
+        m_shapePictureTaken = false;
+    else if (std::exchange(m_shapePictureTaken, false))
+        Skip();
+}
+
+void Reader::Text_Box(int)
+{
+    m_state.destination = Destination::Body;
+    m_state.closer = Closer::Text_Box;
+}
+} // namespace Rtf

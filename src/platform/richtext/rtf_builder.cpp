@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_builder.h"
+
+#include "platform/richtext/rtf_formats.h"
+#include "platform/richtext/rtf_tables.h"
+
+#include <QCryptographicHash>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextList>
+#include <QTextTable>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+
+namespace Rtf
+{
+namespace
+{
+// QTextList::add takes time in proportion to the items it has, so a very long list goes on as another one.
+constexpr int mostItems = 2000;
+
+class Builder
+{
+public:
+    Builder(const Model &model, QTextDocument &document)
+        : m_model(model), m_document(document), m_charFormats(Char_Formats(model)), m_blockFormats(Block_Formats(model))
+    {
+    }
+
+    void Fill()
+    {
+        QTextCursor cursor(&m_document);
+        cursor.beginEditBlock();
+        Fill_Flow(m_model.body, cursor);
+        cursor.endEditBlock();
+    }
+
+private:
+    struct Open_Lists {
+        std::array<QTextList *, 9> levels{};
+    };
+
+    void Fill_Flow(const Flow &flow, QTextCursor &cursor)
+    {
+        bool blockIsFree = true;
+        for (const Flow_Item &item : flow) {
+            if (item.isTable) {
+                if (!Fill_Table(m_model.tables[static_cast<std::size_t>(item.index)], cursor))
+                    continue;
+                blockIsFree = true;
+                continue;
+            }
+            Fill_Paragraph(m_model.paragraphs[static_cast<std::size_t>(item.index)], cursor, blockIsFree);
+            blockIsFree = false;
+        }
+    }
+
+    void Fill_Paragraph(const Paragraph &paragraph, QTextCursor &cursor, bool blockIsFree)
+    {
+        const auto style = static_cast<std::size_t>(paragraph.style);
+        const QTextCharFormat &mark = m_charFormats[static_cast<std::size_t>(paragraph.markStyle)];
+        if (blockIsFree) {
+            cursor.setBlockFormat(m_blockFormats[style]);
+            cursor.setBlockCharFormat(mark);
+        } else {
+            cursor.insertBlock(m_blockFormats[style], mark);
+        }
+        Join_List(m_model.paraStyles[style], cursor);
+        for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
+            Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
+    }
+
+    void Insert_Run(const Run &run, QTextCursor &cursor)
+    {
+        const QTextCharFormat &format = m_charFormats[static_cast<std::size_t>(run.style)];
+        if (run.picture < 0) {
+            cursor.insertText(m_model.text.mid(run.begin, run.length), format);
+            return;
+        }
+        const Picture &picture = m_model.pictures[static_cast<std::size_t>(run.picture)];
+        QTextImageFormat image;
+        image.merge(format);
+        image.setName(Picture_Name(picture.bytes));
+        if (picture.width > 0 && picture.height > 0) {
+            image.setWidth(picture.width / Twips_Per_Pixel);
+            image.setHeight(picture.height / Twips_Per_Pixel);
+        }
+        m_document.addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
+        cursor.insertImage(image);
+    }
+
+    void Join_List(const Para_Style &style, QTextCursor &cursor)
+    {
+        const bool isNew = m_model.listOfNumber.contains(style.list);
+        if (!isNew && style.oldList < 0) {
+            m_oldList = nullptr;
+            return;
+        }
+        QTextList **slot = &m_oldList;
+        if (isNew) {
+            auto &levels = m_lists[style.list].levels;
+            std::fill(levels.begin() + style.level + 1, levels.end(), nullptr);
+            slot = &levels[static_cast<std::size_t>(style.level)];
+        } else if (m_oldListIndex != style.oldList) {
+            m_oldList = nullptr;
+        }
+        m_oldListIndex = isNew ? -1 : style.oldList;
+        QTextList *&list = *slot;
+        int &count = m_itemCounts[list];
+        if (list && count < mostItems) {
+            list->add(cursor.block());
+            ++count;
+            return;
+        }
+        list = cursor.createList(isNew ? List_Format(m_model, style)
+                                       : List_Format(m_model.oldLists[static_cast<std::size_t>(style.oldList)]));
+        m_itemCounts[list] = 1;
+    }
+
+    /// A QTextTable splits the block that the cursor stands in, so one block remains before it and one after.
+    bool Fill_Table(const Table &source, QTextCursor &cursor)
+    {
+        Grid grid = Lay_Out(m_model, source);
+        if (grid.rows == 0 || grid.columns == 0)
+            return false;
+        QTextTable *table = cursor.insertTable(grid.rows, grid.columns, Table_Format(m_model, source, grid));
+        for (const Placement &cell : grid.cells) {
+            if (cell.rowSpan > 1 || cell.columnSpan > 1)
+                table->mergeCells(cell.row, cell.column, cell.rowSpan, cell.columnSpan);
+        }
+        for (const Placement &cell : grid.cells) {
+            QTextTableCell place = table->cellAt(cell.row, cell.column);
+            if (const QTextCharFormat format = Cell_Format(m_model, cell.definition); format.propertyCount() > 0)
+                place.setFormat(format);
+            QTextCursor inside = place.firstCursorPosition();
+            Fill_Flow(cell.content, inside);
+        }
+        cursor = table->lastCursorPosition();
+        cursor.movePosition(QTextCursor::NextBlock);
+        cursor.setBlockFormat({});
+        cursor.setBlockCharFormat({});
+        return true;
+    }
+
+    const Model &m_model;
+    QTextDocument &m_document;
+    std::vector<QTextCharFormat> m_charFormats;
+    std::vector<QTextBlockFormat> m_blockFormats;
+    QHash<int, Open_Lists> m_lists;
+    QHash<const QTextList *, int> m_itemCounts;
+    QTextList *m_oldList = nullptr;
+    int m_oldListIndex = -1;
+};
+} // namespace
+
+QString Picture_Name(const QByteArray &bytes)
+{
+    const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+    return QLatin1String("picture:") + QLatin1String(hash.toHex());
+}
+
+void Build_Document(const Model &model, QTextDocument &document)
+{
+    const bool undo = document.isUndoRedoEnabled();
+    document.setUndoRedoEnabled(false);
+    document.clear();
+    Builder(model, document).Fill();
+    document.setUndoRedoEnabled(undo);
+    document.setModified(false);
+}
+} // namespace Rtf

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QRgb>
+#include <QString>
+
+#include <array>
+#include <climits>
+#include <deque>
+#include <vector>
+
+/// A document as its RTF told it, before it becomes a QTextDocument: the reader fills it, the builder shows it.
+/// Lengths are in twips (1/1440 inch) unless a name says otherwise; colours are indexes of `Model::colors`.
+namespace Rtf
+{
+enum Char_Flag : quint16 { Bold = 1, Italic = 2, Strike = 4, Hidden = 8, All_Caps = 16, Small_Caps = 32 };
+enum class Underline : quint8 { None, Single, Dash, Dot, Dash_Dot, Dash_Dot_Dot, Wave };
+enum class Script : quint8 { Normal, Super, Sub };
+
+struct Char_Style {
+    int font = -1; ///< index of Model::fonts
+    int halfPoints = 24;
+    int color = -1;
+    int back = 0; ///< 0 is no background
+    int underlineColor = 0;
+    int link = -1; ///< index of Model::links
+    int spacing = 0;
+    int stretchPercent = 100;
+    quint16 flags = 0;
+    Underline underline = Underline::None;
+    Script script = Script::Normal;
+
+    bool operator==(const Char_Style &) const = default;
+};
+size_t qHash(const Char_Style &style, size_t seed = 0);
+
+enum class Tab_Kind : quint8 { Left, Right, Center, Decimal };
+struct Tab_Stop {
+    int position = 0;
+    Tab_Kind kind = Tab_Kind::Left;
+    bool operator==(const Tab_Stop &) const = default;
+};
+
+enum class Align : quint8 { Left, Right, Center, Justify };
+inline constexpr int Not_Set = INT_MIN;
+
+struct Para_Style {
+    int left = Not_Set;
+    int right = 0;
+    int first = Not_Set;
+    int before = 0;
+    int after = 0;
+    int line = 0; ///< \sl: 0 automatic, positive at least, negative exact; 240ths of a line if lineMultiple
+    int back = 0;
+    int list = 0; ///< \ls number; 0 is none
+    int level = 0;
+    int oldList = -1; ///< index of Model::oldLists
+    int outline = -1; ///< \outlinelevel, 0 the highest
+    int nesting = 0;  ///< how many tables the paragraph stands in
+    QList<Tab_Stop> tabs;
+    Align align = Align::Left;
+    bool lineMultiple = false;
+    bool rightToLeft = false;
+    bool pageBreakBefore = false;
+
+    bool operator==(const Para_Style &) const = default;
+};
+
+struct Run {
+    qsizetype begin = 0; ///< in Model::text
+    qsizetype length = 0;
+    int style = 0;    ///< index of Model::charStyles
+    int picture = -1; ///< index of Model::pictures; such a run has no text
+};
+
+struct Paragraph {
+    int firstRun = 0;
+    int runCount = 0;
+    int style = 0;     ///< index of Model::paraStyles
+    int markStyle = 0; ///< character style of the paragraph's end
+};
+
+struct Flow_Item {
+    bool isTable = false;
+    int index = 0; ///< of Model::paragraphs or Model::tables
+};
+using Flow = std::vector<Flow_Item>;
+
+enum class Width_Kind : quint8 { Not_Given, Automatic, Percent, Fixed };
+
+struct Cell_Definition {
+    int right = 0; ///< distance of the right edge from the text's left margin
+    int width = 0; ///< twips, or 50ths of a percent
+    int back = 0;
+    int borderWidth = 0;
+    int borderColor = 0;
+    Width_Kind widthKind = Width_Kind::Not_Given;
+    quint8 vertical = 0; ///< 0 top, 1 centre, 2 bottom
+    bool mergeFirst = false, merged = false;
+    bool verticalFirst = false, verticalMerged = false;
+};
+
+struct Row_Definition {
+    int left = 0;
+    int gap = 0;           ///< half the space between two cells' texts
+    int padding = Not_Set; ///< said outright
+    int spacing = 0;
+    int width = 0;
+    Width_Kind widthKind = Width_Kind::Not_Given;
+    Align align = Align::Left;
+    bool header = false;
+    std::vector<Cell_Definition> cells;
+};
+
+struct Row {
+    Row_Definition definition;
+    std::vector<Flow> cells;
+};
+struct Table {
+    std::vector<Row> rows;
+};
+
+struct List_Level {
+    int kind = 0; ///< \levelnfc: 0 decimal, 1 I, 2 i, 3 A, 4 a, 23 bullet, 255 none
+    int left = Not_Set;
+    int first = Not_Set;
+    QString text; ///< length mark and template, as \leveltext has them
+    bool operator==(const List_Level &) const = default;
+};
+struct List_Definition {
+    int id = 0;
+    std::vector<List_Level> levels;
+};
+struct Old_List {
+    int kind = 23;
+    QString before, after;
+    bool operator==(const Old_List &) const = default;
+};
+
+struct Picture {
+    QByteArray bytes; ///< an image file, complete with the header that RTF leaves out
+    int width = 0;    ///< 0 where nothing was said
+    int height = 0;
+};
+
+struct Font {
+    QString name;
+    int codePage = 0;
+    bool plainAnsi = false; ///< \fcharset0, which some writers put on any font
+};
+
+struct Model {
+    QString text;
+    std::vector<Run> runs;
+    std::vector<Paragraph> paragraphs;
+    std::deque<Table> tables;
+    Flow body;
+    std::vector<Char_Style> charStyles;
+    std::vector<Para_Style> paraStyles;
+    std::vector<Font> fonts;
+    std::vector<QRgb> colors; ///< 0 where the colour is automatic
+    std::vector<QString> links;
+    std::vector<Picture> pictures;
+    std::vector<List_Definition> lists;
+    QHash<int, int> listOfNumber; ///< \ls number to index of lists
+    std::vector<Old_List> oldLists;
+};
+} // namespace Rtf

@@ -1,0 +1,420 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_reader.h"
+
+#include <QHashFunctions>
+
+#include <algorithm>
+#include <utility>
+
+namespace Rtf
+{
+namespace
+{
+constexpr std::size_t deepestGroup = 2000; // deeper groups share the state of this one
+
+bool Is_Ascii(QByteArrayView bytes)
+{
+    return std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+} // namespace
+
+size_t qHash(const Char_Style &style, size_t seed)
+{
+    return qHashMulti(seed, style.font, style.halfPoints, style.color, style.back, style.underlineColor, style.link,
+                      style.spacing, style.stretchPercent, style.flags, static_cast<int>(style.underline),
+                      static_cast<int>(style.script));
+}
+
+Reader::Reader(std::string_view bytes, Model &model) : m_tokens(bytes), m_model(model), m_tables(model) {}
+
+void Reader::Run()
+{
+    for (;;) {
+        const Token token = m_tokens.Next();
+        if (token.kind != Token_Kind::Text && token.kind != Token_Kind::Hex)
+            Flush();
+        switch (token.kind) {
+        case Token_Kind::Open:
+            Open_Group();
+            break;
+        case Token_Kind::Close:
+            Close_Group();
+            break;
+        case Token_Kind::Word:
+            Do_Word(token);
+            break;
+        case Token_Kind::Symbol:
+            Do_Symbol(token.byte);
+            break;
+        case Token_Kind::Hex:
+            Do_Byte(token.byte);
+            break;
+        case Token_Kind::Text:
+            Do_Text(token.text);
+            break;
+        case Token_Kind::Binary:
+            if (m_state.destination == Destination::Picture)
+                m_picture.bytes.append(token.text.data(), static_cast<qsizetype>(token.text.size()));
+            break;
+        case Token_Kind::End:
+            while (!m_stack.empty())
+                Close_Group();
+            if (Has_Pending())
+                End_Paragraph(Nesting());
+            m_tables.Close_All();
+            return;
+        }
+    }
+}
+
+void Reader::Open_Group()
+{
+    m_ignorable = false;
+    m_toSkip = 0;
+    if (m_stack.size() == deepestGroup) {
+        ++m_depthBeyond;
+        return;
+    }
+    m_stack.push_back(m_state);
+    m_state.closer = Closer::None;
+}
+
+void Reader::Close_Group()
+{
+    m_ignorable = false;
+    m_toSkip = 0;
+    if (m_depthBeyond > 0) {
+        --m_depthBeyond;
+        return;
+    }
+    if (m_stack.empty())
+        return;
+    const State inner = std::exchange(m_state, std::move(m_stack.back()));
+    m_stack.pop_back();
+    if (inner.closer != Closer::None)
+        Run_Closer(inner.closer, inner);
+}
+
+void Reader::Run_Closer(Closer closer, const State &inner)
+{
+    switch (closer) {
+    case Closer::Fonts:
+        m_parameter = m_defaultFont;
+        return Select_Font(0);
+    case Closer::Picture:
+        return End_Picture();
+    case Closer::Note:
+        --m_noteDepth;
+        return Emit(u"]");
+    case Closer::Style:
+        return End_Style();
+    case Closer::Level:
+        return End_Level(inner);
+    case Closer::Override:
+        m_inOverride = false;
+        if (const auto list = m_listOfId.constFind(m_overrideId); list != m_listOfId.constEnd())
+            m_model.listOfNumber.insert(m_overrideNumber, *list);
+        return;
+    case Closer::Old_List:
+        return End_Old_List();
+    case Closer::Text_Box:
+        if (Has_Pending())
+            End_Paragraph(Nesting());
+        return;
+    case Closer::Nested_Row:
+        m_row = std::move(m_outerRows.back());
+        m_outerRows.pop_back();
+        return;
+    case Closer::None:
+        return;
+    }
+}
+
+void Reader::Do_Word(const Token &token)
+{
+    m_toSkip = 0; // a writer that left the stand-in out
+    const bool ignorable = std::exchange(m_ignorable, false);
+    const Word_Row *row = Find_Word(token.text);
+    if (!row) {
+        if (ignorable)
+            Skip();
+        return;
+    }
+    m_parameter = token.parameter;
+    m_hasParameter = token.hasParameter;
+    if (m_state.destination == Destination::Style_Sheet && Is_Formatting(*row))
+        m_style.words.push_back({row, m_parameter, m_hasParameter});
+    (this->*row->action)(row->value);
+}
+
+void Reader::Do_Symbol(unsigned char symbol)
+{
+    switch (symbol) {
+    case '*':
+        m_ignorable = true;
+        return;
+    case '\r':
+    case '\n':
+        return Paragraph_Mark(0);
+    case '~':
+        return Emit_Unit(u'\u00A0');
+    case '-':
+        return Emit_Unit(u'\u00AD');
+    case '_':
+        return Emit_Unit(u'\u2011');
+    case '\t':
+        return Emit_Unit(u'\t');
+    case '\\':
+    case '{':
+    case '}':
+    case '\'':
+        return Do_Byte(symbol);
+    default:
+        return;
+    }
+}
+
+void Reader::Do_Byte(unsigned char byte)
+{
+    if (m_toSkip > 0) {
+        --m_toSkip;
+        return;
+    }
+    m_pending.append(static_cast<char>(byte));
+}
+
+void Reader::Do_Text(std::string_view bytes)
+{
+    if (m_state.destination == Destination::Picture)
+        return Append_Hex(m_picture, bytes);
+    if (m_toSkip > 0) {
+        const std::size_t skipped = std::min(static_cast<std::size_t>(m_toSkip), bytes.size());
+        bytes.remove_prefix(skipped);
+        m_toSkip -= static_cast<int>(skipped);
+    }
+    m_pending.append(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+void Reader::Skip()
+{
+    m_tokens.Skip_Group();
+}
+
+void Reader::Flush()
+{
+    if (m_pending.isEmpty())
+        return;
+    m_decoded.resize(0);
+    if (m_state.destination != Destination::Nothing && m_state.destination != Destination::Alternative)
+        Decode_Pending(m_decoded);
+    m_pending.resize(0);
+    Emit(m_decoded);
+}
+
+int Reader::Effective_Code_Page() const
+{
+    if (m_state.codePage == Document_Code_Page)
+        return m_documentCodePage;
+    if (m_state.plainAnsi && Is_Double_Byte(m_documentCodePage) && Code_Pages::Is_Well_Paired(m_pending))
+        return m_documentCodePage;
+    return m_state.codePage;
+}
+
+void Reader::Decode_Pending(QString &text)
+{
+    if (m_state.codePage == Symbol_Code_Page && m_state.destination == Destination::Body) {
+        const auto font = static_cast<std::size_t>(std::max(m_state.chr.font, 0));
+        const QString name = font < m_model.fonts.size() ? m_model.fonts[font].name : QString();
+        for (const char byte : std::as_const(m_pending))
+            text += QChar(Symbol_Glyph(static_cast<unsigned char>(byte), name));
+    } else if (Is_Ascii(m_pending)) {
+        text += QLatin1StringView(m_pending);
+    } else {
+        m_codePages.Append(text, m_pending, Effective_Code_Page());
+    }
+}
+
+void Reader::Emit(QStringView text)
+{
+    switch (m_state.destination) {
+    case Destination::Body:
+        return Emit_Body(text);
+    case Destination::Font_Table:
+        return Emit_Font_Name(text);
+    case Destination::Color_Table:
+        return Emit_Colors(text);
+    case Destination::Level_Text:
+        if (!m_model.lists.empty() && !m_model.lists.back().levels.empty())
+            m_model.lists.back().levels.back().text += text;
+        return;
+    case Destination::Field_Instruction:
+        if (m_state.field >= 0)
+            m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
+        return;
+    case Destination::Old_List_Before:
+        m_oldList.before += text;
+        return;
+    case Destination::Old_List_After:
+        m_oldList.after += text;
+        return;
+    default:
+        return;
+    }
+}
+
+void Reader::Emit_Font_Name(QStringView text)
+{
+    if (m_model.fonts.empty())
+        return;
+    const qsizetype end = text.indexOf(u';');
+    QString &name = m_model.fonts.back().name;
+    name += end < 0 ? text : text.first(end);
+    name = name.trimmed();
+}
+
+void Reader::Emit_Colors(QStringView text)
+{
+    for (const QChar c : text) {
+        if (c == u';')
+            m_model.colors.push_back(std::exchange(m_color, 0));
+    }
+}
+
+void Reader::Emit_Unit(char16_t unit)
+{
+    const QChar c(unit);
+    Emit(QStringView(&c, 1));
+}
+
+void Reader::Emit_Body(QStringView text)
+{
+    if (text.isEmpty() || (m_state.chr.flags & Hidden))
+        return;
+    Open_Run();
+    const bool plain = !m_highSurrogate && std::none_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() < 0x20 || c.unicode() >= 0xD800 || c.unicode() == 0x2029;
+    });
+    if (plain) {
+        m_model.text.append(text);
+        return;
+    }
+    for (const QChar c : text)
+        Append_Body(c.unicode());
+}
+
+void Reader::Append_Body(char16_t unit)
+{
+    QString &text = m_model.text;
+    if (const char16_t high = std::exchange(m_highSurrogate, u'\0')) {
+        text += QChar(QChar::isLowSurrogate(unit) ? high : u'\uFFFD');
+        if (QChar::isLowSurrogate(unit)) {
+            text += QChar(unit);
+            return;
+        }
+    }
+    if (unit < 0x20) {
+        if (unit == u'\t')
+            text += QChar(unit);
+    } else if (QChar::isHighSurrogate(unit)) {
+        m_highSurrogate = unit;
+    } else if (unit == 0x2029) {
+        text += QChar(0x2028);
+    } else { // QTextDocument gives U+FFFC, U+FDD0 and U+FDD1 a meaning of their own
+        const bool unusable = QChar::isLowSurrogate(unit) || unit == 0xFFFC || unit == 0xFDD0 || unit == 0xFDD1;
+        text += QChar(unusable ? u'\uFFFD' : unit);
+    }
+}
+
+void Reader::Open_Run()
+{
+    if (m_runOpen && m_runStyle == m_state.chr)
+        return;
+    Close_Run();
+    m_runOpen = true;
+    m_runStyle = m_state.chr;
+    m_runBegin = m_model.text.size();
+}
+
+void Reader::Close_Run()
+{
+    if (!m_runOpen)
+        return;
+    m_runOpen = false;
+    if (std::exchange(m_highSurrogate, u'\0'))
+        m_model.text += u'\uFFFD';
+    const qsizetype length = m_model.text.size() - m_runBegin;
+    if (length > 0)
+        m_model.runs.push_back({.begin = m_runBegin, .length = length, .style = Interned(m_runStyle)});
+}
+
+bool Reader::Has_Pending() const
+{
+    return (m_runOpen && m_model.text.size() > m_runBegin) || m_model.runs.size() > m_firstRun;
+}
+
+int Reader::Nesting() const
+{
+    return m_state.inTable ? std::max(1, m_state.para.nesting) : m_state.para.nesting;
+}
+
+void Reader::End_Paragraph(int nesting)
+{
+    Close_Run();
+    Para_Style style = m_state.para;
+    style.nesting = nesting;
+    if (nesting == 0)
+        style.pageBreakBefore |= std::exchange(m_pageBreak, false);
+    const int index = static_cast<int>(m_model.paragraphs.size());
+    m_model.paragraphs.push_back({.firstRun = static_cast<int>(m_firstRun),
+                                  .runCount = static_cast<int>(m_model.runs.size() - m_firstRun),
+                                  .style = Interned(style),
+                                  .markStyle = Interned(m_state.chr)});
+    m_firstRun = m_model.runs.size();
+    m_tables.Add_Paragraph(index, nesting);
+}
+
+int Reader::Interned(const Char_Style &style)
+{
+    if (!m_model.charStyles.empty() && m_model.charStyles.back() == style)
+        return static_cast<int>(m_model.charStyles.size()) - 1;
+    const auto known = m_charStyles.constFind(style);
+    if (known != m_charStyles.constEnd())
+        return *known;
+    const int index = static_cast<int>(m_model.charStyles.size());
+    m_model.charStyles.push_back(style);
+    m_charStyles.insert(style, index);
+    return index;
+}
+
+int Reader::Interned(const Para_Style &style)
+{
+    const size_t key =
+        qHashMulti(0, style.left, style.right, style.first, style.before, style.after, style.line, style.back,
+                   style.list, style.level, style.oldList, style.nesting, static_cast<int>(style.align));
+    QList<int> &same = m_paraStyles[key];
+    for (const int index : std::as_const(same)) {
+        if (m_model.paraStyles[static_cast<std::size_t>(index)] == style)
+            return index;
+    }
+    const int index = static_cast<int>(m_model.paraStyles.size());
+    m_model.paraStyles.push_back(style);
+    if (same.size() < 16) // styles that differ in tab stops only are not worth a longer search
+        same.append(index);
+    return index;
+}
+
+void Reader::End_Picture()
+{
+    const bool shown = m_state.destination == Destination::Body || m_state.destination == Destination::Nothing;
+    Picture picture = Finish_Picture(std::exchange(m_picture, {}));
+    if (!shown || (picture.bytes.isEmpty() && picture.width == 0))
+        return;
+    Close_Run();
+    m_model.runs.push_back({.begin = m_model.text.size(),
+                            .length = 0,
+                            .style = Interned(m_state.chr),
+                            .picture = static_cast<int>(m_model.pictures.size())});
+    m_model.pictures.push_back(std::move(picture));
+    m_shapePictureTaken = true;
+}
+} // namespace Rtf

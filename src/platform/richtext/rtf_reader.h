@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/richtext/rtf_codepages.h"
+#include "platform/richtext/rtf_model.h"
+#include "platform/richtext/rtf_pictures.h"
+#include "platform/richtext/rtf_tables.h"
+#include "platform/richtext/rtf_tokens.h"
+
+#include <string_view>
+#include <vector>
+
+namespace Rtf
+{
+class Reader;
+
+/// One row of the table of control words: what a word does, and the constant that tells it from its siblings.
+struct Word_Row {
+    std::string_view name;
+    void (Reader::*action)(int value);
+    int value = 0;
+};
+/// The row of a control word, or nullptr for one that means nothing here.
+const Word_Row *Find_Word(std::string_view name);
+/// Whether the word sets character or paragraph properties, as the definition of a style may.
+bool Is_Formatting(const Word_Row &row);
+
+/// Interprets RTF into a Model. Groups are kept on an own stack, so depth costs no program stack; time is linear and
+/// memory in proportion to the input.
+class Reader
+{
+public:
+    Reader(std::string_view bytes, Model &model);
+    void Run();
+
+private:
+    friend struct Words;
+
+    /// Where text goes that is met in a group.
+    enum class Destination : quint8 {
+        Body,
+        Nothing,     ///< text is dropped, but groups inside may lead elsewhere
+        Alternative, ///< the ANSI half of \upr
+        Font_Table,
+        Color_Table,
+        Style_Sheet,
+        List_Override,
+        Level_Text,
+        Field_Instruction,
+        Picture,
+        Old_List_Before,
+        Old_List_After,
+    };
+    /// What is left to do when a group ends.
+    enum class Closer : quint8 { None, Fonts, Picture, Note, Style, Level, Override, Old_List, Text_Box, Nested_Row };
+
+    struct State {
+        Char_Style chr;
+        Para_Style para;
+        Destination destination = Destination::Body;
+        Destination outside = Destination::Body; ///< of the \upr or \field that is open
+        Closer closer = Closer::None;
+        int unicodeSkip = 1;
+        int field = -1;
+        int codePage = Document_Code_Page;
+        bool plainAnsi = false;
+        bool inTable = false;
+    };
+    struct Style_Word {
+        const Word_Row *row;
+        int parameter;
+        bool hasParameter;
+    };
+    struct Style {
+        std::vector<Style_Word> words;
+        int number = 0;
+        bool isCharacter = false;
+    };
+    struct Field {
+        QString instruction; ///< empty once the link is known
+        int link = -1;
+        Destination outside = Destination::Body;
+    };
+
+    void Open_Group();
+    void Close_Group();
+    void Run_Closer(Closer closer, const State &inner);
+    void Do_Word(const Token &token);
+    void Do_Symbol(unsigned char symbol);
+    void Do_Text(std::string_view bytes);
+    void Do_Byte(unsigned char byte);
+    void Skip();
+
+    void Flush();
+    void Decode_Pending(QString &text);
+    int Effective_Code_Page() const;
+    void Emit(QStringView text);
+    void Emit_Body(QStringView text);
+    void Emit_Unit(char16_t unit);
+    void Emit_Font_Name(QStringView text);
+    void Emit_Colors(QStringView text);
+    void Append_Body(char16_t unit);
+    void Open_Run();
+    void Close_Run();
+    void End_Paragraph(int nesting);
+    bool Has_Pending() const;
+    int Nesting() const;
+    int Interned(const Char_Style &style);
+    int Interned(const Para_Style &style);
+
+    void End_Picture();
+    void End_Style();
+    void End_Level(const State &inner);
+    void End_Old_List();
+    void Apply_Style(qint64 key);
+    int Link_Of(const QString &instruction);
+    int Length() const;
+
+    // Actions of control words; `value` is the row's constant, the parameter is in m_parameter.
+    void Ignore(int value);
+    void To_Destination(int destination);
+    void Skip_Group(int value);
+    void Character(int unit);
+    void Unicode(int value);
+    void Unicode_Skip(int value);
+    void Alternative(int value);
+    void Alternative_Unicode(int value);
+    void Document_Pages(int codePage);
+    void Default_Font(int value);
+    void Select_Font(int value);
+    void Begin_Fonts(int value);
+    void Font_Charset(int value);
+    void Font_Code_Page(int value);
+    void Color_Part(int shift);
+    void Plain(int value);
+    void Flag(int flag);
+    void Set_Underline(int kind);
+    void Set_Script(int script);
+    void Font_Size(int value);
+    template <auto Field>
+    void Char_Number(int value);
+    template <auto Field>
+    void Para_Length(int value);
+    template <auto Field>
+    void Para_Flag(int value);
+    template <auto Field>
+    void Picture_Number(int value);
+    void Char_Spacing(int value);
+    void Char_Stretch(int value);
+    void Pard(int value);
+    void Para_Back(int value);
+    void Outline(int value);
+    void In_Table(int value);
+    void Set_Align(int align);
+    void Line_Height(int multiple);
+    void Tab_Next(int kind);
+    void Tab_Stop_At(int value);
+    void Paragraph_Mark(int value);
+    void Page_Break(int value);
+    void Section(int value);
+    void Nest(int value);
+    void Style_Number(int isCharacter);
+    void Based_On(int value);
+    void Begin_List(int value);
+    void Begin_Level(int value);
+    void Level_Kind(int value);
+    void List_Id(int value);
+    void Begin_Override(int value);
+    void List_Number(int value);
+    void List_Depth(int value);
+    void Begin_Old_List(int value);
+    void Old_List_Kind(int kind);
+    void Begin_Field(int value);
+    void Field_Result(int value);
+    void Begin_Note(int value);
+    void Begin_Picture(int value);
+    void Picture_Format(int kind);
+    void Shape_Picture(int isFallback);
+    void Text_Box(int value);
+    void Row_Begin(int value);
+    void Cell_Edge(int value);
+    void Cell_Mark(int nested);
+    void Row_Mark(int nested);
+    void Nested_Properties(int value);
+    template <auto Field>
+    void Cell_Flag(int value);
+    void Cell_Vertical(int value);
+    void Cell_Back(int value);
+    void Cell_Width(int value);
+    void Cell_Width_Kind(int value);
+    template <auto Field>
+    void Row_Number(int value);
+    void Row_Width_Kind(int value);
+    void Row_Header(int value);
+    void Row_Align(int align);
+    void Border_Of(int target);
+    void Border_Line(int width);
+    void Border_Width(int value);
+    void Border_Color(int value);
+
+    Tokenizer m_tokens;
+    Model &m_model;
+    Table_Stack m_tables;
+    Code_Pages m_codePages;
+    State m_state;
+    std::vector<State> m_stack;
+    std::size_t m_depthBeyond = 0; ///< groups open beyond the deepest that is kept
+    int m_parameter = 0;
+    bool m_hasParameter = false;
+    bool m_ignorable = false; ///< \* has been met and its word is to come
+    int m_toSkip = 0;         ///< characters left that stand for the last \u
+    char16_t m_highSurrogate = 0;
+    QByteArray m_pending; ///< bytes not yet decoded: a character may be cut by \'hh
+    QString m_decoded;
+
+    int m_documentCodePage = 1252;
+    int m_defaultFont = -1;
+    QHash<int, int> m_fontOfNumber;
+    QRgb m_color = 0;
+    QHash<qint64, Style> m_styles;
+    Style m_style;
+    QHash<int, int> m_listOfId;
+    int m_overrideId = 0;
+    int m_overrideNumber = 0;
+    bool m_inOverride = false;
+    Old_List m_oldList;
+    bool m_oldListContinues = false;
+    std::vector<Field> m_fields;
+    QHash<QString, int> m_links;
+    int m_noteDepth = 0;
+    Picture_Source m_picture;
+    bool m_shapePictureTaken = false;
+
+    Row_Definition m_row;
+    std::vector<Row_Definition> m_outerRows;
+    Cell_Definition m_cell;
+    Cell_Definition m_rowBorder;
+    enum class Border_Target : quint8 { None, Cell, Row } m_borderTarget = Border_Target::None;
+    Tab_Kind m_tabKind = Tab_Kind::Left;
+    bool m_pageBreak = false;
+
+    std::size_t m_firstRun = 0; ///< of the paragraph being read
+    qsizetype m_runBegin = 0;
+    bool m_runOpen = false;
+    Char_Style m_runStyle;
+    QHash<Char_Style, int> m_charStyles;
+    QHash<size_t, QList<int>> m_paraStyles;
+};
+} // namespace Rtf

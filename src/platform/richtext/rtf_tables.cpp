@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_tables.h"
+
+#include <algorithm>
+
+namespace Rtf
+{
+namespace
+{
+constexpr int deepestNesting = 16;
+constexpr int edgeTolerance = 20;    // edges nearer than this are one
+constexpr int defaultWidth = 1440;   // of a cell that no \cellx was given for
+constexpr int widestTable = 100'000; // twips; Word's own limit is 31,680
+constexpr qint64 gridAllowance = 4096;
+constexpr qint64 gridPerCell = 16;
+
+bool Has_Text(const Model &model, const Flow &flow)
+{
+    return std::any_of(flow.begin(), flow.end(), [&](const Flow_Item &item) {
+        return item.isTable || model.paragraphs[static_cast<std::size_t>(item.index)].runCount > 0;
+    });
+}
+
+/// The row's cell definitions with rising edges, one for each cell that has content.
+std::vector<Cell_Definition> Settled_Cells(const Row &row)
+{
+    std::vector<Cell_Definition> cells = row.definition.cells;
+    const std::size_t given = cells.size();
+    cells.resize(std::max(given, row.cells.size()));
+    int edge = std::clamp(row.definition.left, -widestTable, widestTable);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const int wanted = i < given ? std::min(cells[i].right, widestTable) : edge + defaultWidth;
+        edge = std::max(wanted, edge + edgeTolerance + 1);
+        cells[i].right = edge;
+    }
+    return cells;
+}
+
+class Layout
+{
+public:
+    Layout(const Model &model, const Table &table) : m_model(model), m_table(table) {}
+
+    Grid Make()
+    {
+        m_grid.rows = static_cast<int>(m_table.rows.size());
+        std::size_t cellCount = 0;
+        for (const Row &row : m_table.rows) {
+            m_settled.push_back(Settled_Cells(row));
+            cellCount += m_settled.back().size();
+        }
+        Find_Edges();
+        m_grid.columns = static_cast<int>(m_grid.edges.size()) - 1;
+        const auto cells = static_cast<qint64>(cellCount);
+        if (static_cast<qint64>(m_grid.columns) * m_grid.rows > gridAllowance + gridPerCell * cells)
+            return One_Column();
+        m_above.assign(static_cast<std::size_t>(m_grid.columns), -1);
+        for (int row = 0; row < m_grid.rows; ++row)
+            Place_Row(row);
+        return std::move(m_grid);
+    }
+
+private:
+    void Find_Edges()
+    {
+        std::vector<int> all;
+        for (std::size_t i = 0; i < m_settled.size(); ++i) {
+            all.push_back(std::clamp(m_table.rows[i].definition.left, -widestTable, widestTable));
+            for (const Cell_Definition &cell : m_settled[i])
+                all.push_back(cell.right);
+        }
+        std::sort(all.begin(), all.end());
+        for (const int edge : all) {
+            if (m_grid.edges.empty() || edge > m_grid.edges.back() + edgeTolerance)
+                m_grid.edges.push_back(edge);
+        }
+        if (m_grid.edges.size() < 2)
+            m_grid.edges.push_back(m_grid.edges.back() + defaultWidth);
+    }
+
+    int Column_Of(int edge) const
+    {
+        const auto above = std::upper_bound(m_grid.edges.begin(), m_grid.edges.end(), edge);
+        return std::max(0, static_cast<int>(above - m_grid.edges.begin()) - 1);
+    }
+
+    void Place_Row(int rowIndex)
+    {
+        const Row &row = m_table.rows[static_cast<std::size_t>(rowIndex)];
+        const std::vector<Cell_Definition> &cells = m_settled[static_cast<std::size_t>(rowIndex)];
+        std::vector<int> below(m_above.size(), -1);
+        int column = 0;
+        for (std::size_t i = 0; i < cells.size() && column < m_grid.columns;) {
+            Placement cell{.row = rowIndex, .column = column, .definition = cells[i]};
+            std::size_t last = i;
+            while (cells[i].mergeFirst && last + 1 < cells.size() && cells[last + 1].merged)
+                ++last;
+            cell.columnSpan = std::max(1, std::min(Column_Of(cells[last].right), m_grid.columns) - column);
+            for (; i <= last; ++i)
+                Take_Content(row, i, cell);
+            column += cell.columnSpan;
+            Place(std::move(cell), below);
+        }
+        m_above = std::move(below);
+    }
+
+    void Take_Content(const Row &row, std::size_t index, Placement &cell) const
+    {
+        if (index >= row.cells.size())
+            return;
+        const Flow &flow = row.cells[index];
+        if (cell.content.empty() || Has_Text(m_model, flow))
+            cell.content.insert(cell.content.end(), flow.begin(), flow.end());
+    }
+
+    void Place(Placement cell, std::vector<int> &below)
+    {
+        const auto column = static_cast<std::size_t>(cell.column);
+        const int above = m_above[column];
+        if (cell.definition.verticalMerged && above >= 0) {
+            Placement &first = m_grid.cells[static_cast<std::size_t>(above)];
+            if (first.columnSpan == cell.columnSpan) {
+                ++first.rowSpan;
+                if (Has_Text(m_model, cell.content))
+                    first.content.insert(first.content.end(), cell.content.begin(), cell.content.end());
+                below[column] = above;
+                return;
+            }
+        }
+        if (cell.definition.verticalFirst)
+            below[column] = static_cast<int>(m_grid.cells.size());
+        m_grid.cells.push_back(std::move(cell));
+    }
+
+    Grid One_Column() const
+    {
+        Grid grid{.rows = m_grid.rows, .columns = 1, .edges = {}, .cells = {}};
+        for (int row = 0; row < grid.rows; ++row) {
+            Placement cell{.row = row, .content = {}, .definition = {}};
+            for (const Flow &flow : m_table.rows[static_cast<std::size_t>(row)].cells)
+                cell.content.insert(cell.content.end(), flow.begin(), flow.end());
+            grid.cells.push_back(std::move(cell));
+        }
+        return grid;
+    }
+
+    const Model &m_model;
+    const Table &m_table;
+    Grid m_grid;
+    std::vector<std::vector<Cell_Definition>> m_settled;
+    std::vector<int> m_above; ///< per column, the vertically merged cell that the row above belongs to
+};
+} // namespace
+
+void Table_Stack::Set_Depth(int nesting)
+{
+    const auto depth = static_cast<std::size_t>(std::clamp(nesting, 0, deepestNesting));
+    while (m_open.size() > depth)
+        Close_Innermost();
+    while (m_open.size() < depth) {
+        m_open.push_back({.table = static_cast<int>(m_model.tables.size()), .row = {}, .cell = {}, .last = {}});
+        m_model.tables.emplace_back();
+    }
+}
+
+void Table_Stack::Close_Innermost()
+{
+    Open_Table &open = m_open.back();
+    if (!open.cell.empty())
+        open.row.cells.push_back(std::move(open.cell));
+    std::vector<Row> &rows = m_model.tables[static_cast<std::size_t>(open.table)].rows;
+    if (!open.row.cells.empty()) {
+        open.row.definition = open.last;
+        rows.push_back(std::move(open.row));
+    }
+    const Flow_Item item{.isTable = true, .index = open.table};
+    const bool isEmpty = rows.empty();
+    m_open.pop_back();
+    if (!isEmpty)
+        Current().push_back(item);
+}
+
+void Table_Stack::Add_Paragraph(int paragraph, int nesting)
+{
+    Set_Depth(nesting);
+    Current().push_back({.isTable = false, .index = paragraph});
+}
+
+void Table_Stack::End_Cell(int nesting)
+{
+    Set_Depth(nesting);
+    Open_Table &open = m_open.back();
+    open.row.cells.push_back(std::move(open.cell));
+    open.cell.clear();
+}
+
+void Table_Stack::End_Row(int nesting, const Row_Definition &definition)
+{
+    Set_Depth(nesting);
+    Open_Table &open = m_open.back();
+    if (!open.cell.empty())
+        open.row.cells.push_back(std::move(open.cell));
+    open.cell.clear();
+    open.last = definition;
+    if (open.row.cells.empty())
+        return;
+    open.row.definition = definition;
+    m_model.tables[static_cast<std::size_t>(open.table)].rows.push_back(std::move(open.row));
+    open.row = {};
+}
+
+Grid Lay_Out(const Model &model, const Table &table)
+{
+    return Layout(model, table).Make();
+}
+} // namespace Rtf

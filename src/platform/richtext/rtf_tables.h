@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/richtext/rtf_model.h"
+
+namespace Rtf
+{
+/// Sorts finished paragraphs into the body, or into the cells of the tables that are open at the moment. RTF never
+/// says where a table begins or ends: it lasts as long as paragraphs of its nesting follow.
+class Table_Stack
+{
+public:
+    explicit Table_Stack(Model &model) : m_model(model) {}
+
+    /// Adds a paragraph that stands in `nesting` tables.
+    void Add_Paragraph(int paragraph, int nesting);
+    /// Ends a cell, or a row, of the table at `nesting` (1 is the outermost).
+    void End_Cell(int nesting);
+    void End_Row(int nesting, const Row_Definition &definition);
+    /// Ends whatever is open; a row that was begun is kept.
+    void Close_All() { Set_Depth(0); }
+
+private:
+    struct Open_Table {
+        int table = 0;
+        Row row;
+        Flow cell;
+        Row_Definition last;
+    };
+    void Set_Depth(int nesting);
+    void Close_Innermost();
+    Flow &Current() { return m_open.empty() ? m_model.body : m_open.back().cell; }
+
+    Model &m_model;
+    std::vector<Open_Table> m_open;
+};
+
+/// A cell's place in the regular grid that a QTextTable is.
+struct Placement {
+    int row = 0;
+    int column = 0;
+    int rowSpan = 1;
+    int columnSpan = 1;
+    Flow content = {};
+    Cell_Definition definition = {};
+};
+struct Grid {
+    int rows = 0;
+    int columns = 0;
+    std::vector<int> edges; ///< columns + 1 positions, or empty where the rows have no common columns
+    std::vector<Placement> cells;
+};
+
+/// Lays the rows, each with edges of its own, over one grid. The grid stays in proportion to the cells given: rows
+/// that would make a huge and nearly empty grid get one column in which their cells follow each other.
+Grid Lay_Out(const Model &model, const Table &table);
+} // namespace Rtf

@@ -1,0 +1,365 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace Rtf
+{
+template <auto Field>
+void Reader::Char_Number(int)
+{
+    m_state.chr.*Field = std::clamp(m_parameter, -1, 1 << 20);
+}
+template <auto Field>
+void Reader::Para_Length(int)
+{
+    m_state.para.*Field = Length();
+}
+template <auto Field>
+void Reader::Para_Flag(int value)
+{
+    m_state.para.*Field = value && (!m_hasParameter || m_parameter);
+}
+template <auto Field>
+void Reader::Picture_Number(int)
+{
+    m_picture.*Field = m_parameter;
+}
+template <auto Field>
+void Reader::Cell_Flag(int)
+{
+    m_cell.*Field = true;
+}
+template <auto Field>
+void Reader::Row_Number(int)
+{
+    m_row.*Field = Length();
+}
+
+/// What control words mean (Rich Text Format 1.9.1, "Contents of an RTF File" and its appendix). A word that is not
+/// here changes nothing, and its group is skipped where \* stands before it.
+struct Words {
+    using R = Reader;
+    using D = Reader::Destination;
+    using T = Reader::Border_Target;
+    using C = Char_Style;
+    using P = Para_Style;
+    using S = Picture_Source;
+
+    static constexpr Word_Row formatting[] = {
+        {"plain", &R::Plain},
+        {"f", &R::Select_Font},
+        {"fs", &R::Font_Size},
+        {"b", &R::Flag, Bold},
+        {"i", &R::Flag, Italic},
+        {"strike", &R::Flag, Strike},
+        {"striked", &R::Flag, Strike},
+        {"v", &R::Flag, Hidden},
+        {"caps", &R::Flag, All_Caps},
+        {"scaps", &R::Flag, Small_Caps},
+        {"ul", &R::Set_Underline, int(Underline::Single)},
+        {"ulnone", &R::Set_Underline, int(Underline::None)},
+        {"ulw", &R::Set_Underline, int(Underline::Single)},
+        {"uldb", &R::Set_Underline, int(Underline::Single)},
+        {"ulth", &R::Set_Underline, int(Underline::Single)},
+        {"uld", &R::Set_Underline, int(Underline::Dot)},
+        {"ulthd", &R::Set_Underline, int(Underline::Dot)},
+        {"uldash", &R::Set_Underline, int(Underline::Dash)},
+        {"ulldash", &R::Set_Underline, int(Underline::Dash)},
+        {"ulthdash", &R::Set_Underline, int(Underline::Dash)},
+        {"ulthldash", &R::Set_Underline, int(Underline::Dash)},
+        {"uldashd", &R::Set_Underline, int(Underline::Dash_Dot)},
+        {"ulthdashd", &R::Set_Underline, int(Underline::Dash_Dot)},
+        {"uldashdd", &R::Set_Underline, int(Underline::Dash_Dot_Dot)},
+        {"ulthdashdd", &R::Set_Underline, int(Underline::Dash_Dot_Dot)},
+        {"ulwave", &R::Set_Underline, int(Underline::Wave)},
+        {"ulhwave", &R::Set_Underline, int(Underline::Wave)},
+        {"ululdbwave", &R::Set_Underline, int(Underline::Wave)},
+        {"ulc", &R::Char_Number<&C::underlineColor>},
+        {"super", &R::Set_Script, int(Script::Super)},
+        {"up", &R::Set_Script, int(Script::Super)},
+        {"sub", &R::Set_Script, int(Script::Sub)},
+        {"dn", &R::Set_Script, int(Script::Sub)},
+        {"nosupersub", &R::Set_Script, int(Script::Normal)},
+        {"cf", &R::Char_Number<&C::color>},
+        {"cb", &R::Char_Number<&C::back>},
+        {"chcbpat", &R::Char_Number<&C::back>},
+        {"highlight", &R::Char_Number<&C::back>},
+        {"expndtw", &R::Char_Spacing},
+        {"charscalex", &R::Char_Stretch},
+        {"pard", &R::Pard},
+        {"ql", &R::Set_Align, int(Align::Left)},
+        {"qr", &R::Set_Align, int(Align::Right)},
+        {"qc", &R::Set_Align, int(Align::Center)},
+        {"qj", &R::Set_Align, int(Align::Justify)},
+        {"qd", &R::Set_Align, int(Align::Justify)},
+        {"li", &R::Para_Length<&P::left>},
+        {"ri", &R::Para_Length<&P::right>},
+        {"fi", &R::Para_Length<&P::first>},
+        {"sb", &R::Para_Length<&P::before>},
+        {"sa", &R::Para_Length<&P::after>},
+        {"sl", &R::Line_Height, 0},
+        {"slmult", &R::Line_Height, 1},
+        {"cbpat", &R::Para_Back},
+        {"rtlpar", &R::Para_Flag<&P::rightToLeft>, 1},
+        {"ltrpar", &R::Para_Flag<&P::rightToLeft>, 0},
+        {"pagebb", &R::Para_Flag<&P::pageBreakBefore>, 1},
+        {"outlinelevel", &R::Outline},
+        {"tqr", &R::Tab_Next, int(Tab_Kind::Right)},
+        {"tqc", &R::Tab_Next, int(Tab_Kind::Center)},
+        {"tqdec", &R::Tab_Next, int(Tab_Kind::Decimal)},
+        {"tx", &R::Tab_Stop_At},
+        {"ls", &R::List_Number},
+        {"ilvl", &R::List_Depth},
+    };
+
+    static constexpr Word_Row structure[] = {
+        // the document and its tables
+        {"ansi", &R::Document_Pages, 1252},
+        {"mac", &R::Document_Pages, 10000},
+        {"pc", &R::Document_Pages, 437},
+        {"pca", &R::Document_Pages, 850},
+        {"ansicpg", &R::Document_Pages, 0},
+        {"deff", &R::Default_Font},
+        {"fonttbl", &R::Begin_Fonts},
+        {"fcharset", &R::Font_Charset},
+        {"cpg", &R::Font_Code_Page},
+        {"falt", &R::Skip_Group},
+        {"panose", &R::Skip_Group},
+        {"fontemb", &R::Skip_Group},
+        {"colortbl", &R::To_Destination, int(D::Color_Table)},
+        {"red", &R::Color_Part, 16},
+        {"green", &R::Color_Part, 8},
+        {"blue", &R::Color_Part, 0},
+        {"stylesheet", &R::To_Destination, int(D::Style_Sheet)},
+        {"s", &R::Style_Number, 0},
+        {"cs", &R::Style_Number, 1},
+        {"sbasedon", &R::Based_On},
+        {"listtable", &R::To_Destination, int(D::Nothing)},
+        {"list", &R::Begin_List},
+        {"listlevel", &R::Begin_Level},
+        {"levelnfc", &R::Level_Kind},
+        {"leveltext", &R::To_Destination, int(D::Level_Text)},
+        {"levelnumbers", &R::Skip_Group},
+        {"listname", &R::Skip_Group},
+        {"listid", &R::List_Id},
+        {"listoverridetable", &R::To_Destination, int(D::Nothing)},
+        {"listoverride", &R::Begin_Override},
+        // what is not part of the text
+        {"info", &R::Skip_Group},
+        {"header", &R::Skip_Group},
+        {"headerl", &R::Skip_Group},
+        {"headerr", &R::Skip_Group},
+        {"headerf", &R::Skip_Group},
+        {"footer", &R::Skip_Group},
+        {"footerl", &R::Skip_Group},
+        {"footerr", &R::Skip_Group},
+        {"footerf", &R::Skip_Group},
+        {"annotation", &R::Skip_Group},
+        {"atnid", &R::Skip_Group},
+        {"atnauthor", &R::Skip_Group},
+        {"listtext", &R::Skip_Group},
+        {"pntext", &R::Skip_Group},
+        {"objdata", &R::Skip_Group},
+        {"objclass", &R::Skip_Group},
+        {"objname", &R::Skip_Group},
+        {"bkmkstart", &R::Skip_Group},
+        {"bkmkend", &R::Skip_Group},
+        {"xe", &R::Skip_Group},
+        {"tc", &R::Skip_Group},
+        {"filetbl", &R::Skip_Group},
+        {"private", &R::Skip_Group},
+        {"template", &R::Skip_Group},
+        {"background", &R::Skip_Group},
+        {"nonesttables", &R::Skip_Group},
+        // characters
+        {"par", &R::Paragraph_Mark},
+        {"page", &R::Page_Break},
+        {"sect", &R::Section},
+        {"line", &R::Character, 0x2028},
+        {"tab", &R::Character, '\t'},
+        {"emdash", &R::Character, 0x2014},
+        {"endash", &R::Character, 0x2013},
+        {"emspace", &R::Character, 0x2003},
+        {"enspace", &R::Character, 0x2002},
+        {"qmspace", &R::Character, 0x2005},
+        {"bullet", &R::Character, 0x2022},
+        {"lquote", &R::Character, 0x2018},
+        {"rquote", &R::Character, 0x2019},
+        {"ldblquote", &R::Character, 0x201C},
+        {"rdblquote", &R::Character, 0x201D},
+        {"zwj", &R::Character, 0x200D},
+        {"zwnj", &R::Character, 0x200C},
+        {"zwbo", &R::Character, 0x200B},
+        {"zwnbo", &R::Character, 0x2060},
+        {"ltrmark", &R::Character, 0x200E},
+        {"rtlmark", &R::Character, 0x200F},
+        {"u", &R::Unicode},
+        {"uc", &R::Unicode_Skip},
+        {"upr", &R::Alternative},
+        {"ud", &R::Alternative_Unicode},
+        // old lists
+        {"pn", &R::Begin_Old_List},
+        {"pnlvlblt", &R::Old_List_Kind, 23},
+        {"pnlvlbody", &R::Old_List_Kind, 0},
+        {"pnlvl", &R::Old_List_Kind, 0},
+        {"pnlvlcont", &R::Old_List_Kind, -1},
+        {"pndec", &R::Old_List_Kind, 0},
+        {"pnucrm", &R::Old_List_Kind, 1},
+        {"pnlcrm", &R::Old_List_Kind, 2},
+        {"pnucltr", &R::Old_List_Kind, 3},
+        {"pnlcltr", &R::Old_List_Kind, 4},
+        {"pntxtb", &R::To_Destination, int(D::Old_List_Before)},
+        {"pntxta", &R::To_Destination, int(D::Old_List_After)},
+        {"pnseclvl", &R::Skip_Group},
+        // fields, notes, objects and shapes
+        {"field", &R::Begin_Field},
+        {"fldinst", &R::To_Destination, int(D::Field_Instruction)},
+        {"fldrslt", &R::Field_Result},
+        {"footnote", &R::Begin_Note},
+        {"moMath", &R::Ignore},
+        {"shpinst", &R::To_Destination, int(D::Nothing)},
+        {"shpgrp", &R::To_Destination, int(D::Nothing)},
+        {"sn", &R::Skip_Group},
+        {"shprslt", &R::Skip_Group},
+        {"shptxt", &R::Text_Box},
+        {"do", &R::To_Destination, int(D::Nothing)},
+        {"dptxbxtext", &R::Text_Box},
+        // pictures
+        {"pict", &R::Begin_Picture},
+        {"shppict", &R::Shape_Picture, 0},
+        {"nonshppict", &R::Shape_Picture, 1},
+        {"picprop", &R::Skip_Group},
+        {"blipuid", &R::Skip_Group},
+        {"pngblip", &R::Picture_Format, int(Picture_Kind::Png)},
+        {"jpegblip", &R::Picture_Format, int(Picture_Kind::Jpeg)},
+        {"dibitmap", &R::Picture_Format, int(Picture_Kind::Device_Independent)},
+        {"wbitmap", &R::Picture_Format, int(Picture_Kind::Device_Dependent)},
+        {"wmetafile", &R::Picture_Format, int(Picture_Kind::Windows_Metafile)},
+        {"emfblip", &R::Picture_Format, int(Picture_Kind::Enhanced_Metafile)},
+        {"picw", &R::Picture_Number<&S::width>},
+        {"pich", &R::Picture_Number<&S::height>},
+        {"picwgoal", &R::Picture_Number<&S::goalWidth>},
+        {"pichgoal", &R::Picture_Number<&S::goalHeight>},
+        {"picscalex", &R::Picture_Number<&S::scaleX>},
+        {"picscaley", &R::Picture_Number<&S::scaleY>},
+        {"wbmbitspixel", &R::Picture_Number<&S::bitsPerPixel>},
+        {"wbmwidthbytes", &R::Picture_Number<&S::rowBytes>},
+        // tables
+        {"intbl", &R::In_Table},
+        {"itap", &R::Nest},
+        {"trowd", &R::Row_Begin},
+        {"cellx", &R::Cell_Edge},
+        {"cell", &R::Cell_Mark, 0},
+        {"nestcell", &R::Cell_Mark, 1},
+        {"row", &R::Row_Mark, 0},
+        {"nestrow", &R::Row_Mark, 1},
+        {"nesttableprops", &R::Nested_Properties},
+        {"clmgf", &R::Cell_Flag<&Cell_Definition::mergeFirst>},
+        {"clmrg", &R::Cell_Flag<&Cell_Definition::merged>},
+        {"clvmgf", &R::Cell_Flag<&Cell_Definition::verticalFirst>},
+        {"clvmrg", &R::Cell_Flag<&Cell_Definition::verticalMerged>},
+        {"clvertalt", &R::Cell_Vertical, 0},
+        {"clvertalc", &R::Cell_Vertical, 1},
+        {"clvertalb", &R::Cell_Vertical, 2},
+        {"clcbpat", &R::Cell_Back},
+        {"clwWidth", &R::Cell_Width},
+        {"clftsWidth", &R::Cell_Width_Kind},
+        {"trleft", &R::Row_Number<&Row_Definition::left>},
+        {"trgaph", &R::Row_Number<&Row_Definition::gap>},
+        {"trpaddl", &R::Row_Number<&Row_Definition::padding>},
+        {"trspdl", &R::Row_Number<&Row_Definition::spacing>},
+        {"trwWidth", &R::Row_Number<&Row_Definition::width>},
+        {"trftsWidth", &R::Row_Width_Kind},
+        {"trql", &R::Row_Align, int(Align::Left)},
+        {"trqr", &R::Row_Align, int(Align::Right)},
+        {"trqc", &R::Row_Align, int(Align::Center)},
+        {"trhdr", &R::Row_Header},
+        {"clbrdrl", &R::Border_Of, int(T::Cell)},
+        {"clbrdrt", &R::Border_Of, int(T::Cell)},
+        {"clbrdrr", &R::Border_Of, int(T::Cell)},
+        {"clbrdrb", &R::Border_Of, int(T::Cell)},
+        {"trbrdrl", &R::Border_Of, int(T::Row)},
+        {"trbrdrt", &R::Border_Of, int(T::Row)},
+        {"trbrdrr", &R::Border_Of, int(T::Row)},
+        {"trbrdrb", &R::Border_Of, int(T::Row)},
+        {"trbrdrh", &R::Border_Of, int(T::Row)},
+        {"trbrdrv", &R::Border_Of, int(T::Row)},
+        {"brdrt", &R::Border_Of, int(T::None)},
+        {"brdrb", &R::Border_Of, int(T::None)},
+        {"brdrl", &R::Border_Of, int(T::None)},
+        {"brdrr", &R::Border_Of, int(T::None)},
+        {"box", &R::Border_Of, int(T::None)},
+        {"chbrdr", &R::Border_Of, int(T::None)},
+        {"brdrs", &R::Border_Line, 1},
+        {"brdrth", &R::Border_Line, 1},
+        {"brdrdb", &R::Border_Line, 1},
+        {"brdrdot", &R::Border_Line, 1},
+        {"brdrdash", &R::Border_Line, 1},
+        {"brdrhair", &R::Border_Line, 1},
+        {"brdrw", &R::Border_Width},
+        {"brdrcf", &R::Border_Color},
+    };
+};
+
+namespace
+{
+/// An open-addressing index of both tables by a hash of the name.
+class Word_Index
+{
+public:
+    Word_Index()
+    {
+        for (const Word_Row &row : Words::formatting)
+            Insert(row);
+        for (const Word_Row &row : Words::structure)
+            Insert(row);
+    }
+
+    const Word_Row *Find(std::string_view name) const
+    {
+        for (std::size_t slot = Hash(name);; ++slot) {
+            const Word_Row *row = m_slots[slot % slotCount];
+            if (!row || row->name == name)
+                return row;
+        }
+    }
+
+private:
+    static constexpr std::size_t slotCount = 1024;
+    static_assert(std::size(Words::formatting) + std::size(Words::structure) < slotCount / 2);
+
+    static std::size_t Hash(std::string_view name)
+    {
+        std::size_t hash = name.size();
+        for (const char c : name.substr(0, 16))
+            hash = hash * 31 + static_cast<unsigned char>(c);
+        return hash;
+    }
+
+    void Insert(const Word_Row &row)
+    {
+        std::size_t slot = Hash(row.name);
+        while (m_slots[slot % slotCount])
+            ++slot;
+        m_slots[slot % slotCount] = &row;
+    }
+
+    std::array<const Word_Row *, slotCount> m_slots{};
+};
+} // namespace
+
+const Word_Row *Find_Word(std::string_view name)
+{
+    static const Word_Index index;
+    return index.Find(name);
+}
+
+bool Is_Formatting(const Word_Row &row)
+{
+    return std::any_of(std::begin(Words::formatting), std::end(Words::formatting),
+                       [&](const Word_Row &each) { return &each == &row; });
+}
+} // namespace Rtf

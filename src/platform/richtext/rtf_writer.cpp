@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_writer.h"
+
+#include "platform/richtext/rich_text.h"
+#include "platform/richtext/rtf_formats.h"
+#include "platform/richtext/rtf_model.h"
+#include "platform/richtext/rtf_pictures.h"
+
+#include <QBuffer>
+#include <QFont>
+#include <QImage>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QTextFrame>
+#include <QTextList>
+#include <QTextTable>
+#include <QUrl>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Rtf
+{
+namespace
+{
+// What stands after the final brace. The coder that keeps documents may lose or overwrite its stream's last bytes.
+constexpr qsizetype tailLength = 64;
+
+constexpr double pixelsPerIndent = 40; // QTextDocument's indent width
+
+struct Property {
+    bool isSet;
+    const char *word;
+};
+
+QByteArray Bytes_Of(const QVariant &resource)
+{
+    if (resource.userType() == QMetaType::QByteArray)
+        return resource.toByteArray();
+    QByteArray png;
+    const auto image = resource.value<QImage>();
+    QBuffer buffer(&png);
+    if (!image.isNull())
+        image.save(&buffer, "PNG");
+    return png;
+}
+
+/// The picture's bytes in a format that RTF has, with the word for it; other image files become PNG.
+const char *Prepare(QByteArray &bytes)
+{
+    switch (Kind_Of_File(bytes)) {
+    case Picture_Kind::Jpeg:
+        return "\\jpegblip";
+    case Picture_Kind::Device_Independent:
+        bytes.remove(0, Bitmap_File_Header);
+        return "\\dibitmap0";
+    case Picture_Kind::Windows_Metafile:
+        return "\\wmetafile8";
+    case Picture_Kind::Enhanced_Metafile:
+        return "\\emfblip";
+    case Picture_Kind::Png:
+        return "\\pngblip";
+    default:
+        break;
+    }
+    if (const QImage image = QImage::fromData(bytes); !image.isNull())
+        bytes = Bytes_Of(QVariant(image));
+    return "\\pngblip";
+}
+
+QSizeF Shown_Size(const QTextImageFormat &format, const QByteArray &bytes)
+{
+    double width = format.width(), height = format.height();
+    if (width > 0 && height > 0)
+        return {width, height};
+    const QSize own = Pixel_Size(bytes);
+    if (own.isEmpty())
+        return {std::max(width, height), std::max(width, height)};
+    if (width > 0)
+        return {width, width * own.height() / own.width()};
+    if (height > 0)
+        return {height * own.width() / own.height(), height};
+    return own;
+}
+
+double Point_Size(const QTextCharFormat &format, const QFont &font)
+{
+    static constexpr double factors[] = {0.7, 0.8, 1.0, 1.2, 1.5, 2.0, 2.4}; // of HTML's sizes 1 to 7
+    const double own = font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() * 0.75;
+    const int step = format.intProperty(QTextFormat::FontSizeAdjustment);
+    return format.hasProperty(QTextFormat::FontPointSize) ? own : own * factors[std::clamp(step + 2, 0, 6)];
+}
+
+const char *Underline_Word(QTextCharFormat::UnderlineStyle style)
+{
+    switch (style) {
+    case QTextCharFormat::NoUnderline:
+        return "";
+    case QTextCharFormat::DashUnderline:
+        return "\\uldash";
+    case QTextCharFormat::DotLine:
+        return "\\uld";
+    case QTextCharFormat::DashDotLine:
+        return "\\uldashd";
+    case QTextCharFormat::DashDotDotLine:
+        return "\\uldashdd";
+    case QTextCharFormat::WaveUnderline:
+    case QTextCharFormat::SpellCheckUnderline:
+        return "\\ulwave";
+    default:
+        return "\\ul";
+    }
+}
+
+void Append_If(QByteArray &out, const char *word, int number)
+{
+    if (number)
+        Append_Word(out, word, number);
+}
+
+QByteArray Line_Height_Words(const QTextBlockFormat &format)
+{
+    QByteArray out;
+    switch (format.lineHeightType()) {
+    case QTextBlockFormat::ProportionalHeight:
+        Append_Word(out, "\\sl", static_cast<int>(std::lround(format.lineHeight() * 2.4)));
+        return out + "\\slmult1";
+    case QTextBlockFormat::FixedHeight:
+        Append_Word(out, "\\sl", -Twips(format.lineHeight()));
+        return out + "\\slmult0";
+    case QTextBlockFormat::MinimumHeight:
+        Append_Word(out, "\\sl", Twips(format.lineHeight()));
+        return out + "\\slmult0";
+    default:
+        return out;
+    }
+}
+
+QByteArray Tab_Words(const QTextBlockFormat &format)
+{
+    QByteArray out;
+    for (const QTextOption::Tab &tab : format.tabPositions()) {
+        static constexpr const char *kinds[] = {"", "\\tqr", "\\tqc", "\\tqdec"};
+        out += kinds[tab.type];
+        Append_Word(out, "\\tx", Twips(tab.position));
+    }
+    return out;
+}
+} // namespace
+
+QByteArray Writer::Write()
+{
+    m_tables.Font_Number(m_document.defaultFont().family());
+    Write_Frame(*m_document.rootFrame(), 0);
+    return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\r\n" + m_tables.Bytes() + m_out + '}' +
+           QByteArray("\r\n").repeated(tailLength / 2);
+}
+
+void Writer::Write_Frame(const QTextFrame &frame, int nesting)
+{
+    for (auto it = frame.begin(); !it.atEnd(); ++it) {
+        if (const QTextFrame *child = it.currentFrame()) {
+            if (const auto *table = qobject_cast<const QTextTable *>(child))
+                Write_Table(*table, nesting + 1);
+            else
+                Write_Frame(*child, nesting);
+        } else if (it.currentBlock().isValid()) {
+            Write_Block(it.currentBlock(), nesting, "\\par");
+        }
+    }
+}
+
+void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
+{
+    Write_Block_Properties(block, nesting);
+    Write_Fragments(block);
+    Select(block.charFormat());
+    m_out += end;
+    m_out += "\r\n";
+}
+
+void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
+{
+    const QTextBlockFormat format = block.blockFormat();
+    m_out += "\\pard";
+    if (nesting > 0) {
+        m_out += "\\intbl";
+        Append_Word(m_out, "\\itap", nesting);
+    }
+    if (format.layoutDirection() == Qt::RightToLeft)
+        m_out += "\\rtlpar";
+    const Qt::Alignment align = format.alignment();
+    m_out += align & Qt::AlignRight     ? "\\qr"
+             : align & Qt::AlignHCenter ? "\\qc"
+             : align & Qt::AlignJustify ? "\\qj"
+                                        : "";
+    Write_Indents(block);
+    Append_If(m_out, "\\ri", Twips(format.rightMargin()));
+    Append_If(m_out, "\\sb", Twips(format.topMargin()));
+    Append_If(m_out, "\\sa", Twips(format.bottomMargin()));
+    m_out += Line_Height_Words(format) + Tab_Words(format);
+    Append_If(m_out, "\\cbpat", m_tables.Color_Number(format.background()));
+    if (format.headingLevel() > 0)
+        Append_Word(m_out, "\\outlinelevel", format.headingLevel() - 1);
+    if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
+        m_out += "\\pagebb";
+}
+
+void Writer::Write_Indents(const QTextBlock &block)
+{
+    const QTextBlockFormat format = block.blockFormat();
+    const int left = Twips(format.leftMargin() + format.indent() * pixelsPerIndent);
+    const int first = Twips(format.textIndent());
+    const QTextList *list = block.textList();
+    if (!list) {
+        Append_If(m_out, "\\fi", first);
+        Append_If(m_out, "\\li", left);
+        return;
+    }
+    QByteArray label;
+    Append_Escaped(label, Item_Label(*list, ++m_itemCounts[list]));
+    Append_Word(m_out, "\\ls", m_tables.List_Number(*list));
+    Append_Word(m_out, "\\ilvl", List_Level_Of(*list));
+    Append_Word(m_out, "\\fi", first - 360);
+    Append_Word(m_out, "\\li", left + Twips_Per_List_Indent * std::max(1, list->format().indent()));
+    m_out += "{\\listtext " + label + "\\tab}";
+}
+
+void Writer::Write_Fragments(const QTextBlock &block)
+{
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const QTextCharFormat format = fragment.charFormat();
+        if (!format.isImageFormat()) {
+            Write_Text(fragment.text(), format);
+            continue;
+        }
+        Switch_Link(format.isAnchor() ? format.anchorHref() : QString());
+        Select(format);
+        for (int i = 0; i < fragment.length(); ++i)
+            Write_Picture(format.toImageFormat());
+    }
+    Switch_Link({});
+}
+
+void Writer::Write_Text(const QString &text, const QTextCharFormat &format)
+{
+    Switch_Link(format.isAnchor() ? format.anchorHref() : QString());
+    Select(format);
+    m_out += ' ';
+    Append_Escaped(m_out, text);
+}
+
+/// Opens, changes or closes the field that makes text a link.
+void Writer::Switch_Link(const QString &target)
+{
+    if (target == m_link)
+        return;
+    if (!m_link.isEmpty()) {
+        m_out += "}}";
+        m_selected = m_selectedOutside;
+    }
+    m_link = target;
+    if (target.isEmpty())
+        return;
+    QString quoted = target.startsWith(u'#') ? target.sliced(1) : target;
+    quoted.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
+    m_out += "{\\field{\\*\\fldinst HYPERLINK ";
+    Append_Escaped(m_out, (target.startsWith(u'#') ? QLatin1String("\\l \"") : QLatin1String("\"")) + quoted + u'"');
+    m_out += "}{\\fldrslt";
+    m_selectedOutside = m_selected;
+}
+
+void Writer::Select(const QTextCharFormat &format)
+{
+    QByteArray properties = Char_Properties(format);
+    if (properties == m_selected)
+        return;
+    m_out += properties;
+    m_selected = std::move(properties);
+}
+
+QByteArray Writer::Char_Properties(const QTextCharFormat &format)
+{
+    const QFont font = format.font().resolve(m_document.defaultFont());
+    const auto script = format.verticalAlignment();
+    const double spacing = font.letterSpacingType() == QFont::AbsoluteSpacing ? font.letterSpacing() : 0;
+    QByteArray out = "\\plain";
+    Append_Word(out, "\\f", m_tables.Font_Number(font.family()));
+    Append_Word(out, "\\fs", static_cast<int>(std::lround(Point_Size(format, font) * 2)));
+    const Property properties[] = {{font.bold(), "\\b"},
+                                   {font.italic(), "\\i"},
+                                   {font.strikeOut(), "\\strike"},
+                                   {font.capitalization() == QFont::AllUppercase, "\\caps"},
+                                   {font.capitalization() == QFont::SmallCaps, "\\scaps"},
+                                   {script == QTextCharFormat::AlignSuperScript, "\\super"},
+                                   {script == QTextCharFormat::AlignSubScript, "\\sub"},
+                                   {true, Underline_Word(format.underlineStyle())}};
+    for (const Property &property : properties) {
+        if (property.isSet)
+            out += property.word;
+    }
+    Append_If(out, "\\cf", m_tables.Color_Number(format.foreground()));
+    if (const int back = m_tables.Color_Number(format.background())) {
+        Append_Word(out, "\\chcbpat", back);
+        Append_Word(out, "\\highlight", back);
+    }
+    if (format.underlineColor().isValid())
+        Append_Word(out, "\\ulc", m_tables.Color_Number(format.underlineColor().rgb()));
+    Append_If(out, "\\expndtw", Twips(spacing));
+    if (font.stretch() != 0 && font.stretch() != 100)
+        Append_Word(out, "\\charscalex", font.stretch());
+    return out;
+}
+
+void Writer::Write_Picture(const QTextImageFormat &format)
+{
+    QByteArray bytes = Bytes_Of(m_document.resource(QTextDocument::ImageResource, QUrl(format.name())));
+    const QSizeF shown = Shown_Size(format, bytes);
+    const QSize own = Pixel_Size(bytes);
+    const char *kind = Prepare(bytes);
+    m_out += "{\\pict";
+    m_out += kind;
+    Append_Word(m_out, "\\picw", std::max(0, own.isValid() ? own.width() : 0));
+    Append_Word(m_out, "\\pich", std::max(0, own.isValid() ? own.height() : 0));
+    Append_Word(m_out, "\\picwgoal", Twips(shown.width()));
+    Append_Word(m_out, "\\pichgoal", Twips(shown.height()));
+    constexpr qsizetype bytesPerLine = 64;
+    for (qsizetype at = 0; at < bytes.size(); at += bytesPerLine)
+        m_out += "\r\n" + bytes.mid(at, bytesPerLine).toHex();
+    m_out += '}';
+}
+} // namespace Rtf
+
+QByteArray Rich_Text::Write_Rtf(const QTextDocument &document)
+{
+    return Rtf::Writer(document).Write();
+}

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QRgb>
+#include <QStringList>
+
+#include <vector>
+
+class QBrush;
+class QTextBlock;
+class QTextBlockFormat;
+class QTextCharFormat;
+class QTextDocument;
+class QTextFrame;
+class QTextImageFormat;
+class QTextList;
+class QTextTable;
+class QTextTableCell;
+
+namespace Rtf
+{
+/// Fonts, colours and lists of a document, gathered while its text is written; they stand before the text.
+class Header_Tables
+{
+public:
+    int Font_Number(const QString &family);
+    /// Number of a brush's colour, 0 for none. @param solid on a background, where only a full pattern counts
+    int Color_Number(const QBrush &brush);
+    int Color_Number(QRgb color);
+    /// The \ls number of a list.
+    int List_Number(const QTextList &list);
+
+    QByteArray Bytes() const;
+
+private:
+    QByteArray List_Bytes() const;
+
+    QStringList m_fonts;
+    QHash<QString, int> m_fontNumbers;
+    std::vector<QRgb> m_colors;
+    QHash<QRgb, int> m_colorNumbers;
+    std::vector<const QTextList *> m_lists;
+    QHash<const QTextList *, int> m_listNumbers;
+};
+
+/// Text as RTF in ASCII: what is not ASCII becomes \uN with "?" for readers that know no Unicode.
+void Append_Escaped(QByteArray &out, QStringView text);
+/// A control word with its number.
+void Append_Word(QByteArray &out, const char *word, int number);
+/// Pixels of a document as twips.
+int Twips(double pixels);
+/// A list's level, from 0, as RTF has them.
+int List_Level_Of(const QTextList &list);
+/// What stands before an item in readers that know no lists.
+QString Item_Label(const QTextList &list, int number);
+
+/// Writes one document.
+class Writer
+{
+public:
+    explicit Writer(const QTextDocument &document) : m_document(document) {}
+    QByteArray Write();
+
+private:
+    void Write_Frame(const QTextFrame &frame, int nesting);
+    void Write_Block(const QTextBlock &block, int nesting, const char *end);
+    void Write_Block_Properties(const QTextBlock &block, int nesting);
+    void Write_Indents(const QTextBlock &block);
+    void Write_Fragments(const QTextBlock &block);
+    void Write_Text(const QString &text, const QTextCharFormat &format);
+    void Write_Picture(const QTextImageFormat &format);
+    void Select(const QTextCharFormat &format);
+    QByteArray Char_Properties(const QTextCharFormat &format);
+    void Switch_Link(const QString &target);
+
+    void Write_Table(const QTextTable &table, int nesting);
+    void Write_Row_Definition(const QTextTable &table, int row);
+    void Write_Cell(const QTextTable &table, int row, int column, int nesting);
+    void Write_Cell_Definition(const QTextTable &table, int row, int column, int right);
+
+    const QTextDocument &m_document;
+    Header_Tables m_tables;
+    QByteArray m_out;
+    QByteArray m_selected; ///< character properties in force
+    QByteArray m_selectedOutside;
+    QString m_link; ///< target of the field that is open
+    QHash<const QTextList *, int> m_itemCounts;
+};
+} // namespace Rtf

@@ -1,0 +1,386 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/frm_main.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "documents/document_store.h"
+#include "platform/prompts/prompts.h"
+#include "storage/database_lifecycle.h"
+#include "tree/tree_loading.h"
+#include "ui/document_tabs.h"
+#include "ui/form_table.h"
+#include "ui/frm_doc_standard.h"
+#include "ui/frm_list_view.h"
+#include "ui/icons.h"
+#include "ui/tree_pane.h"
+#include "ui/twips.h"
+#include "ui_frm_main.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QMenu>
+#include <QProgressDialog>
+#include <QScreen>
+#include <QSystemTrayIcon>
+
+namespace
+{
+const QString Settings_Section = QStringLiteral("Settings");
+
+QFont Setting_Font(const QString &family, const QString &size)
+{
+    QFont font(family);
+    if (size.toDouble() > 0)
+        font.setPointSizeF(size.toDouble());
+    return font;
+}
+
+int Stored_Number(const char *key)
+{
+    return GetIni(Settings_Section, QLatin1String(key)).toInt();
+}
+} // namespace
+
+Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QStringLiteral("Frm_Main"))
+{
+    m_ui->setupUi(this);
+    Place_Window();
+    Load_Lang();
+    Add_Panes();
+    Add_Tray_Icon();
+    m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
+    Set_Icons();
+    Log_Mark(QStringLiteral("GetClassInfo_Ex"));
+    m_tree->Update_Tree();
+    Check_View_Entries();
+    Connect_Actions();
+}
+
+Frm_Main::~Frm_Main() = default;
+
+void Frm_Main::Show_As_Kept()
+{
+    const int kept = Config().CH_MIN == QLatin1String("1") ? 1 : Stored_Number("WindowState");
+    if (kept == 1)
+        showMinimized();
+    else if (kept == 2)
+        showMaximized();
+    else
+        show();
+}
+
+void Frm_Main::Select_Last_Folder()
+{
+    if (!m_tree->Select_Folder(Config().Tree_LastKey))
+        m_tree->Select_Folder(QString());
+}
+
+void Frm_Main::Reload_All()
+{
+    Load_Root_Facts();
+    m_tree->Update_Tree();
+    List_Folder(m_tree->Selected_Id());
+}
+
+bool Frm_Main::Save_All_Documents()
+{
+    return m_tabs->Save_All();
+}
+
+int Frm_Main::Tree_Width() const
+{
+    return Twips(m_ui->Pic_Main->sizes().value(0));
+}
+
+void Frm_Main::Save_Placement()
+{
+    if (isMinimized())
+        return;
+    const QRect place = normalGeometry();
+    const auto keep = [](const char *key, int value) {
+        WriteIni(Settings_Section, QLatin1String(key), QString::number(value));
+    };
+    keep("MainLeft", Twips(place.x()));
+    keep("MainTop", Twips(place.y()));
+    keep("MainWidth", Twips(place.width()));
+    keep("MainHeight", Twips(place.height()));
+    constexpr int Normal_Window = 3; // any positive number that is neither minimised (1) nor maximised (2)
+    keep("WindowState", isMaximized() ? 2 : Normal_Window);
+}
+
+void Frm_Main::Remove_Tray_Icon()
+{
+    delete m_tray;
+    m_tray = nullptr;
+}
+
+void Frm_Main::Set_Status(const QString &text)
+{
+    m_ui->Sta_Bar->showMessage(text);
+}
+
+QString Frm_Main::Selected_Folder() const
+{
+    return m_tree->Selected_Id();
+}
+
+void Frm_Main::Folder_Changed(const QString &id)
+{
+    m_tree->Recount(id);
+}
+
+void Frm_Main::Document_Changed(const QString &code_id)
+{
+    m_list->Refresh_Row(code_id);
+}
+
+void Frm_Main::Open_Document(const QString &code_id)
+{
+    m_tabs->Open(code_id);
+}
+
+void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
+{
+    if (folderId.isEmpty()) {
+        Prompts::Message(m_lang.GetString("_No_Drag_Root", "Frm_ListView"), App().App_Title);
+        return;
+    }
+    QProgressDialog progress(m_lang.GetString("_Importing"), m_lang.GetString("_Cancel", "Buttons"), 0,
+                             static_cast<int>(paths.size()), this);
+    progress.setWindowModality(Qt::WindowModal);
+    int stored = 0;
+    for (const QString &path : paths) {
+        progress.setValue(stored);
+        if (progress.wasCanceled())
+            break;
+        const QFileInfo file(path);
+        if (file.isFile() &&
+            !AddCodeContent_File_Ex(path, folderId, QStringLiteral("0"), file.completeBaseName(), file.suffix(), false)
+                 .isEmpty())
+            ++stored;
+    }
+    progress.setValue(static_cast<int>(paths.size()));
+    m_list->Reload();
+    m_tree->Recount(folderId);
+    Set_Status(m_lang.GetString("_File_Import", "Frm_ListView") + QStringLiteral(" (%1)").arg(stored));
+}
+
+void Frm_Main::closeEvent(QCloseEvent *event)
+{
+    if (Hides_On_Close(*event)) {
+        event->ignore();
+        Put_Away();
+        return;
+    }
+    m_leaving = false;
+    if (Query_Unload && !Query_Unload()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (Unloaded)
+        Unloaded();
+}
+
+void Frm_Main::Load_Lang()
+{
+    m_lang.LoadControlsCaption();
+    setWindowTitle(App().App_Title + QStringLiteral("  迷你版"));
+}
+
+void Frm_Main::Place_Window()
+{
+    const QRect area = screen()->availableGeometry();
+    if (Stored_Number("WindowState") <= 0) {
+        resize(size().boundedTo(area.size()));
+        move(area.center() - rect().center());
+        return;
+    }
+    const QSize kept(Pixels(Stored_Number("MainWidth")), Pixels(Stored_Number("MainHeight")));
+    resize(kept.boundedTo(area.size()));
+    move(Pixels(Stored_Number("MainLeft")), Pixels(Stored_Number("MainTop")));
+}
+
+void Frm_Main::Add_Panes()
+{
+    m_tree = new Tree_Pane(*this, m_ui->Left_Tree);
+    m_tree->setFont(Setting_Font(Config().FontName_Tree, Config().FontSize_Tree));
+    m_ui->Left_Tree->layout()->addWidget(m_tree);
+    m_tabs = new Document_Tabs(*this, m_ui->Pic_Main);
+    m_list = new Frm_ListView(*this);
+    m_tabs->Add_List(m_list, m_lang.GetString("_List_Tab"));
+    m_ui->Pic_Main->addWidget(m_tabs);
+    m_ui->Pic_Main->setStretchFactor(1, 1);
+}
+
+void Frm_Main::Add_Tray_Icon()
+{
+    if (!QSystemTrayIcon::isSystemTrayAvailable())
+        return;
+    m_tray = new QSystemTrayIcon(windowIcon().isNull() ? Line_Icon(QStringLiteral("home")) : windowIcon(), this);
+    m_tray->setToolTip(m_lang.GetString("_Curr_User") + App().Curr_User);
+    auto *menu = new QMenu(this);
+    menu->addAction(m_lang.GetString("_Tray_Show"), this, &Frm_Main::Bring_Back);
+    menu->addAction(m_ui->Mnu_Exit->text(), this, &Frm_Main::Leave);
+    m_tray->setContextMenu(menu);
+    connect(m_tray, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason != QSystemTrayIcon::Context)
+            Bring_Back();
+    });
+    m_tray->show();
+}
+
+void Frm_Main::Connect_Actions()
+{
+    const auto newDocument = [this] { m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder()); };
+    const auto save = [this] { m_tabs->Save_Current(); };
+    connect(m_ui->Mnu_AddCode, &QAction::triggered, this, newDocument);
+    connect(m_ui->AddCode, &QAction::triggered, this, newDocument);
+    connect(m_ui->Mnu_Import_File, &QAction::triggered, this, &Frm_Main::Choose_Files);
+    connect(m_ui->ImportFile, &QAction::triggered, this, &Frm_Main::Choose_Files);
+    connect(m_ui->Mnu_Save, &QAction::triggered, this, save);
+    connect(m_ui->SaveCode, &QAction::triggered, this, save);
+    connect(m_ui->Mnu_Close_Tab, &QAction::triggered, this, [this] { m_tabs->Close(m_tabs->currentIndex()); });
+    connect(m_ui->Mnu_DataBase, &QAction::triggered, this, &Frm_Main::Choose_Database);
+    connect(m_ui->mnuComp, &QAction::triggered, this, &Frm_Main::Compact);
+    connect(m_ui->mnu_clean_data, &QAction::triggered, this, &Frm_Main::Clean);
+    connect(m_ui->Mnu_Exit, &QAction::triggered, this, &Frm_Main::Leave);
+    connect(m_ui->Mnu_Reload, &QAction::triggered, this, &Frm_Main::Reload_All);
+    connect(m_ui->Mnu_DbLog, &QAction::triggered, this, [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
+    connect(m_ui->Mnu_About, &QAction::triggered, this, [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
+    connect(m_ui->U_ShowLow, &QAction::toggled, this, [this](bool on) {
+        Toggle_View(Config().ShowLow, "ShowLow", on, true);
+        Reload_All();
+    });
+    connect(m_ui->Mnu_ViewMemo, &QAction::toggled, this,
+            [this](bool on) { Toggle_View(Config().ViewMemo, "ViewMemo", on, false); });
+    connect(m_ui->Mnu_ViewSum, &QAction::toggled, this,
+            [this](bool on) { Toggle_View(Config().ViewSum, "ViewSum", on, false); });
+    connect(m_ui->Mnu_M_FILE, &QAction::toggled, this,
+            [this](bool on) { Toggle_View(Config().M_FILE, "M_FILE", on, true); });
+
+    connect(m_tree, &Tree_Pane::Folder_Chosen, this, &Frm_Main::List_Folder);
+    const auto enableDocument = [this](bool is) {
+        for (QAction *action : {m_ui->Mnu_Save, m_ui->SaveCode, m_ui->Mnu_Close_Tab})
+            action->setEnabled(is);
+    };
+    connect(m_tabs, &Document_Tabs::Document_On_Screen, this, enableDocument);
+    enableDocument(false);
+}
+
+void Frm_Main::Set_Icons()
+{
+    struct Action_Icon {
+        QAction *action;
+        const char *icon;
+    };
+    const Action_Icon icons[] = {
+        {m_ui->AddCode, "new"},        {m_ui->Mnu_AddCode, "new"},          {m_ui->ImportFile, "import"},
+        {m_ui->Mnu_Import_File, "import"}, {m_ui->SaveCode, "save"},        {m_ui->Mnu_Save, "save"},
+        {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},   {m_ui->mnuComp, "compact"},
+        {m_ui->mnu_clean_data, "clean"}, {m_ui->Mnu_DbLog, "log"},          {m_ui->Mnu_About, "about"},
+        {m_ui->Mnu_Exit, "exit"},
+    };
+    for (const Action_Icon &row : icons)
+        row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
+}
+
+void Frm_Main::Check_View_Entries()
+{
+    m_ui->U_ShowLow->setChecked(Is_Shown(Config().ShowLow));
+    m_ui->Mnu_ViewMemo->setChecked(Is_Shown(Config().ViewMemo));
+    m_ui->Mnu_ViewSum->setChecked(Is_Shown(Config().ViewSum));
+    m_ui->Mnu_M_FILE->setChecked(Is_Shown(Config().M_FILE));
+}
+
+void Frm_Main::Toggle_View(QString &setting, const char *key, bool on, bool capitals)
+{
+    setting = on ? QStringLiteral("True") : QStringLiteral("False");
+    if (capitals)
+        setting = setting.toUpper();
+    const bool inPage = qstrcmp(key, "M_FILE") == 0;
+    WriteIni(inPage ? QStringLiteral("Page") : QStringLiteral("Col"), QLatin1String(key), setting);
+    m_tabs->Adjust_Panes();
+}
+
+void Frm_Main::List_Folder(const QString &id)
+{
+    m_list->Show_Source([this, id](List_Model &list, int page) {
+        QString password = m_tree->Accepted_Password();
+        const Page_Info info = ShowCodeInfoToList_Ex(id, list, false, page, {}, password);
+        m_tree->Set_Accepted_Password(password);
+        return info;
+    });
+    m_tabs->Show_List();
+}
+
+void Frm_Main::Choose_Files()
+{
+    const QString path =
+        Prompts::Open_File(m_ui->ImportFile->text(), GetIni(QStringLiteral("Page"), QStringLiteral("OpenPath")));
+    if (path.isEmpty())
+        return;
+    WriteIni(QStringLiteral("Page"), QStringLiteral("OpenPath"), QFileInfo(path).path());
+    Import_Files({path}, Selected_Folder());
+}
+
+void Frm_Main::Choose_Database()
+{
+    if (Forms::Show_Modal(QStringLiteral("Frm_Database"), this) == Forms::Outcome::Accepted)
+        Reload_All();
+}
+
+void Frm_Main::Compact()
+{
+    Set_Status(m_lang.GetString("_Compacting"));
+    const QString answer = Trap(
+        QStringLiteral("Frm_Main\\mnuComp_Click"),
+        [] { return Compact_Database(Config().DATABASE_NAME, QStringLiteral("no")); },
+        [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
+    Set_Status(answer);
+    if (!answer.isEmpty())
+        Prompts::Message(answer, App().Box_Title);
+}
+
+void Frm_Main::Clean()
+{
+    Set_Status(m_lang.GetString("_Cleaning"));
+    const bool done = Trap(
+        QStringLiteral("Frm_Main\\mnu_clean_data_Click"),
+        [] {
+            Clean_Database();
+            return true;
+        },
+        [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
+    Reload_All();
+    Set_Status(done ? m_lang.GetString("_Cleaned") : QString());
+}
+
+void Frm_Main::Leave()
+{
+    m_leaving = true;
+    close();
+    m_leaving = false;
+}
+
+bool Frm_Main::Hides_On_Close(const QCloseEvent &event) const
+{
+    return event.spontaneous() && !m_leaving && Config().CH_Close == QLatin1String("1");
+}
+
+void Frm_Main::Put_Away()
+{
+    showMinimized();
+    // Without a tray there would be no way back to a hidden window.
+    if (m_tray != nullptr && m_tray->isVisible())
+        hide();
+}
+
+void Frm_Main::Bring_Back()
+{
+    showNormal();
+    activateWindow();
+}

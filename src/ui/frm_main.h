@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/ctrl_language.h"
+#include "ui/shell.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+class Document_Tabs;
+class Frm_ListView;
+class QSystemTrayIcon;
+class Tree_Pane;
+namespace Ui
+{
+class Frm_Main;
+}
+
+/// The main window: a shell that owns places and wires the panes to each other.
+class Frm_Main : public QMainWindow, public Shell
+{
+    Q_OBJECT
+
+public:
+    Frm_Main();
+    ~Frm_Main() override;
+
+    /// Shows the window in the state that the settings ask for.
+    void Show_As_Kept();
+    /// Selects the folder that was used last and lists it.
+    void Select_Last_Folder();
+    /// Loads tree and list anew, after the database changed.
+    void Reload_All();
+    /// Saves every unsaved document. @returns false when one stays unsaved
+    bool Save_All_Documents();
+    /// Width of the tree pane, in twips.
+    [[nodiscard]] int Tree_Width() const;
+    /// Writes the window's placement to section Settings; a minimised window leaves the stored one alone.
+    void Save_Placement();
+    /// Takes the tray icon away.
+    void Remove_Tray_Icon();
+
+    /// Asked before the window closes for good; false keeps the program open.
+    std::function<bool()> Query_Unload;
+    /// Told when it has closed.
+    std::function<void()> Unloaded;
+
+    void Set_Status(const QString &text) override;
+    [[nodiscard]] QString Selected_Folder() const override;
+    void Folder_Changed(const QString &id) override;
+    void Document_Changed(const QString &code_id) override;
+    void Open_Document(const QString &code_id) override;
+    void Import_Files(const QStringList &paths, const QString &folderId) override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void Load_Lang();
+    void Place_Window();
+    void Add_Panes();
+    void Add_Tray_Icon();
+    void Connect_Actions();
+    void Set_Icons();
+    void Check_View_Entries();
+    void Toggle_View(QString &setting, const char *key, bool on, bool capitals);
+    void List_Folder(const QString &id);
+    void Choose_Files();
+    void Choose_Database();
+    void Compact();
+    void Clean();
+    void Leave();
+    /// The window's own close button only puts the window away.
+    [[nodiscard]] bool Hides_On_Close(const QCloseEvent &event) const;
+    void Put_Away();
+    void Bring_Back();
+
+    std::unique_ptr<Ui::Frm_Main> m_ui;
+    ctrlLanguage m_lang;
+    Tree_Pane *m_tree = nullptr;
+    Frm_ListView *m_list = nullptr;
+    Document_Tabs *m_tabs = nullptr;
+    QSystemTrayIcon *m_tray = nullptr;
+    bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
+};

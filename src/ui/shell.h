@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the main window offers to its panes. A pane knows no other pane: it asks here.
+class Shell
+{
+public:
+    virtual ~Shell() = default;
+
+    /// Shows a text on the status line.
+    virtual void Set_Status(const QString &text) = 0;
+    /// Id of the folder that is selected in the tree, "" for the root or none.
+    [[nodiscard]] virtual QString Selected_Folder() const = 0;
+    /// Counts a folder's caption and its ancestors' anew.
+    virtual void Folder_Changed(const QString &id) = 0;
+    /// Reads a document's row in the list anew.
+    virtual void Document_Changed(const QString &code_id) = 0;
+    /// Opens a document in a tab, or selects the tab that has it.
+    virtual void Open_Document(const QString &code_id) = 0;
+    /// Stores files as documents of a folder and shows them in the list.
+    virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
+};

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "users/user_start.h"
+
+#include "core/config_store.h"
+#include "core/process_state.h"
+#include "core/sql_text.h"
+#include "platform/database/recordset.h"
+#include "users/user_start_sql.h"
+
+namespace
+{
+const QString Default_User = QStringLiteral("Zelqor");
+
+bool Has_Row(const char16_t *statement, const QString &user)
+{
+    Recordset rows;
+    rows.Open(Sql_Text(statement, user), App().Conn_Str);
+    return !rows.Eof();
+}
+
+void Become_Default_User()
+{
+    App().Root_Name = Default_User;
+    App().Root_Icon = QStringLiteral("Home.ico").toUpper();
+    App().Curr_User = Default_User;
+}
+
+bool No_Users()
+{
+    Recordset count;
+    count.Open(Sql_Text(Sql::User_Count), App().Conn_Str);
+    return count[0].Number() == 0;
+}
+} // namespace
+
+void Read_Last_User()
+{
+    const QString section = QStringLiteral("Col");
+    const QString key = QStringLiteral("Login_Uname");
+    App().Curr_User = GetIni(section, key);
+    if (!App().Curr_User.isEmpty())
+        return;
+    WriteIni(section, key, App().Root_Name);
+    App().Curr_User = App().Root_Name;
+}
+
+void Repair_Users()
+{
+    Run_Statement(Sql_Text(Sql::Drop_Passwords_Without_User), App().Conn_Str);
+    Run_Statement(Sql_Text(Sql::Drop_Users_Without_Password), App().Conn_Str);
+}
+
+Login_Need Decide_Login()
+{
+    Recordset credentials;
+    credentials.Open(Sql_Text(Sql::User_Credentials, App().Curr_User), App().Conn_Str);
+    if (credentials.Eof()) {
+        if (!No_Users())
+            return Login_Need::Dialog;
+        Run_Statement(Sql_Text(Sql::Default_Credentials), App().Conn_Str);
+        Run_Statement(Sql_Text(Sql::Default_Profile), App().Conn_Str);
+        Become_Default_User();
+        return Login_Need::None;
+    }
+    const bool noPassword = credentials[QStringLiteral("User_Pass")].Text().trimmed().isEmpty();
+    const bool noLock = credentials[QStringLiteral("User_Lock")].Text().trimmed().isEmpty();
+    if (noPassword && noLock)
+        return Login_Need::None;
+    if (Has_Row(Sql::User_Profile, App().Curr_User))
+        return Login_Need::Dialog;
+    Run_Statement(Sql_Text(Sql::Default_Profile), App().Conn_Str);
+    Become_Default_User();
+    return Login_Need::None;
+}
