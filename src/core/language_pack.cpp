@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
 
 #include <QFileInfo>
 
@@ -32,14 +33,23 @@ Language_Pack &Language()
     return pack;
 }
 
+// The resource macro declares a function of the global namespace, where it has to stand.
+void Init_Core_Resources()
+{
+    Q_INIT_RESOURCE(lang);
+}
+
 void Load_Language(const QString &source)
 {
     const bool loaded =
         Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); });
-    if (loaded)
-        return;
-    Error_Log(source);
-    Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+    if (!loaded) {
+        Error_Log(source);
+        Init_Core_Resources();
+        Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+    }
+    Prompts::Set_Button_Texts({Pack_Text("Buttons", "_Ok"), Pack_Text("Buttons", "_Yes"), Pack_Text("Buttons", "_No"),
+                               Pack_Text("Buttons", "_Cancel")});
 }
 
 QString Pack_Text(const char *section, const char *key)

@@ -27,8 +27,12 @@ private:
 /// The pack in force.
 Language_Pack &Language();
 
-/// Loads the pack that the setting LANGUAGE names. Where its file is missing or unreadable the error is recorded
-/// under `source` and the built-in texts stand in for it, so that no message is empty.
+/// Makes the built-in packs readable as ":/lang/CHINESE.INI" and ":/lang/English.ini".
+void Init_Core_Resources();
+
+/// Loads the pack that the setting LANGUAGE names and gives the prompts their button words. Where its file is missing
+/// or unreadable the error is recorded under `source` and the built-in texts stand in for it, so that no message is
+/// empty.
 void Load_Language(const QString &source);
 
 /// A text of the pack in force.

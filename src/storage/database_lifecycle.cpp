@@ -28,21 +28,12 @@ QString Under_Program(const QString &relative)
     return App().App_Path.chopped(1) + relative;
 }
 
-/// Puts the program directory in front of a path that stands for nothing by itself: one that begins with "\" or a
-/// plain name. "/home/..." and "C:\..." stay.
-QString Resolved(const QString &path)
-{
-    if (Files::Is_Absolute(path))
-        return path;
-    return path.startsWith(QLatin1Char('\\')) ? Under_Program(path) : App().App_Path + path;
-}
-
 void Resolve_Paths()
 {
     if (!Config().CH_PATH.startsWith(QLatin1Char('1')))
         return;
-    Config().DATABASE_NAME = Config().DATABASE_NAME.isEmpty() ? QString() : Resolved(Config().DATABASE_NAME);
-    Config().EXPORT_NAME = Config().EXPORT_NAME.isEmpty() ? QString() : Resolved(Config().EXPORT_NAME);
+    Config().DATABASE_NAME = Config().DATABASE_NAME.isEmpty() ? QString() : Full_Database_Path(Config().DATABASE_NAME);
+    Config().EXPORT_NAME = Config().EXPORT_NAME.isEmpty() ? QString() : Full_Database_Path(Config().EXPORT_NAME);
 }
 
 void Make_Data_Directories()
@@ -56,7 +47,7 @@ void Make_Data_Directories()
 Database_Check Make_Missing_Database()
 {
     WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), Default_Database);
-    Config().DATABASE_NAME = Resolved(Default_Database);
+    Config().DATABASE_NAME = Full_Database_Path(Default_Database);
     Make_Data_Directories();
     if (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME))
         return Database_Check::Read_Again;
@@ -152,9 +143,16 @@ bool CreateDataBase(const QString &path)
     return false;
 }
 
+QString Full_Database_Path(const QString &path)
+{
+    if (Files::Is_Absolute(path))
+        return path;
+    return path.startsWith(QLatin1Char('\\')) ? Under_Program(path) : App().App_Path + path;
+}
+
 QString Database_Path()
 {
-    return Files::Native_Path(Resolved(Config().DATABASE_NAME));
+    return Files::Native_Path(Full_Database_Path(Config().DATABASE_NAME));
 }
 
 QString Compact_Database(const QString &path, const QString & /*engineType*/)

@@ -21,6 +21,10 @@ bool Opening_Test(const QString &connStr);
 /// @returns false after a failure, whose text is in App().Conn_Trouble.
 bool CreateDataBase(const QString &path);
 
+/// The full path that a database path stands for: the program directory is put before one that begins with "\\" or is
+/// a plain name; one that stands by itself stays.
+QString Full_Database_Path(const QString &path);
+
 /// Full path of the database in the settings record: the program directory stands before one that has no drive and
 /// no leading separator of its own root.
 QString Database_Path();

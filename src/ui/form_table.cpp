@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/form_table.h"
+
+#include "platform/errors/run_time_error.h"
+#include "ui/frm_about.h"
+#include "ui/frm_database.h"
+#include "ui/frm_db_log.h"
+#include "ui/frm_login.h"
+
+#include <algorithm>
+
+namespace
+{
+struct Opening {
+    QWidget *parent;
+    QString preset;
+    std::function<void()> changed;
+};
+
+using Form = std::unique_ptr<QDialog>;
+
+Form Make_About(const Opening &opening)
+{
+    return std::make_unique<Frm_About>(Frm_About::Role::About, opening.parent);
+}
+
+Form Make_Login(const Opening &opening)
+{
+    return std::make_unique<frmLogin>(opening.parent, opening.preset);
+}
+
+Form Make_Database(const Opening &opening)
+{
+    auto form = std::make_unique<Frm_Database>(opening.parent);
+    if (opening.changed)
+        QObject::connect(form.get(), &Frm_Database::Database_Changed, form.get(), opening.changed);
+    return form;
+}
+
+template <class Plain_Form>
+Form Make(const Opening &opening)
+{
+    return std::make_unique<Plain_Form>(opening.parent);
+}
+
+struct Entry {
+    const char *name;
+    Form (*make)(const Opening &opening);
+};
+
+constexpr Entry Form_Table[] = {
+    {"Frm_About", Make_About},
+    {"frmLogin", Make_Login},
+    {"Frm_Database", Make_Database},
+    {"Frm_DbLog", Make<Frm_DbLog>},
+};
+} // namespace
+
+namespace Forms
+{
+Outcome Show_Modal(const QString &formName, QWidget *parent, const QString &preset,
+                   const std::function<void()> &changed)
+{
+    const auto *entry = std::find_if(std::begin(Form_Table), std::end(Form_Table),
+                                     [&](const Entry &row) { return formName == QLatin1String(row.name); });
+    if (entry == std::end(Form_Table))
+        throw Run_Time_Error(Error_Number::Missing_Component, QStringLiteral("No form ") + formName,
+                             Failure::Missing_Component);
+    const Form form = entry->make({parent, preset, changed});
+    return form->exec() == QDialog::Accepted ? Outcome::Accepted : Outcome::Rejected;
+}
+} // namespace Forms
