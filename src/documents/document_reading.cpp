@@ -86,6 +86,13 @@ void Show_Plain(QTextDocument &pane, const QString &text)
     pane.setPlainText(text);
 }
 
+/// Whether a password is the one that a tail was made from. A tail is read without its blanks, and characters beyond
+/// ASCII leave nothing of themselves in it; a password that has either is known by the tail that it makes itself.
+bool Is_Password(const QString &typed, const QString &tail)
+{
+    return typed == Decode(tail) || Encode(typed.trimmed()).remove(QLatin1Char(' ')) == tail;
+}
+
 enum class Password { None, Right, Wrong };
 
 /// Asks for the password that a staged stream carries, and cuts its tail when the right one was typed.
@@ -95,7 +102,7 @@ Password Check_Password(const Reading_Stages &stages, Document_Form &form)
     if (tail.isEmpty())
         return Password::None;
     const QString typed = Prompts::Input(Pack_Text("Mod_DataBase", "_AskPass"), App().Box_Title, {}, true);
-    if (typed != Decode(tail)) {
+    if (!Is_Password(typed, tail)) {
         Prompts::Message(Pack_Text("Mod_DataBase", "_WrongPass"), App().Box_Title, Prompts::Icon::Exclamation);
         return Password::Wrong;
     }

@@ -115,6 +115,15 @@ struct Form_Stages {
     QString sum = QStringLiteral("temp4.DOC");
 };
 
+/// The tail will stand over the stream's last byte, so the stream is made not to need it.
+void Write_Password(const QString &path, const QString &password)
+{
+    QByteArray stream = Files::Read_Bytes(path);
+    Lzma_Free_Last_Byte(stream);
+    Files::Write_Bytes(path, stream);
+    Write_Pass_Tail(path, Encode(password.trimmed()));
+}
+
 void Write_Content(Document_Row &document, const Document_Form &form, const Staging &staging, const Form_Stages &stages)
 {
     staging.Drop(stages.written);
@@ -130,7 +139,7 @@ void Write_Content(Document_Row &document, const Document_Form &form, const Stag
         document["Code_Content"].Set(Plain_Text(form.content));
     } else {
         document["Code_Content"].Set(QString());
-        Write_Pass_Tail(staging.Path(stages.output), Encode(form.password.trimmed()));
+        Write_Password(staging.Path(stages.output), form.password);
     }
     Copy_File_To_Blob(staging.Path(stages.output), document["Code_Content_IO"]);
     staging.Drop(stages.output);
