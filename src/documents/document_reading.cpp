@@ -86,11 +86,11 @@ void Show_Plain(QTextDocument &pane, const QString &text)
     pane.setPlainText(text);
 }
 
-/// Whether a password is the one that a tail was made from. A tail is read without its blanks, and characters beyond
-/// ASCII leave nothing of themselves in it; a password that has either is known by the tail that it makes itself.
+/// Whether a password is the one that a tail was made from. The tails are compared, not the passwords: characters
+/// beyond ASCII leave nothing of themselves in a tail.
 bool Is_Password(const QString &typed, const QString &tail)
 {
-    return typed == Decode(tail) || Encode(typed.trimmed()).remove(QLatin1Char(' ')) == tail;
+    return Encode(typed.trimmed()) == tail;
 }
 
 enum class Password { None, Right, Wrong };

@@ -30,13 +30,9 @@ QByteArray Read_Block(QFile &file, qint64 size)
     return block;
 }
 
-/// A piece of the tail as text, blanks and zero characters removed.
-QString Piece(QFile &file, qint64 offset, qint64 size)
+QByteArray Piece(QFile &file, qint64 offset, qint64 size)
 {
-    if (offset < 0 || size <= 0 || !file.seek(offset))
-        return {};
-    QString text = QString::fromLatin1(file.read(size));
-    return text.remove(QLatin1Char(' ')).remove(QChar(QChar::Null));
+    return offset >= 0 && size > 0 && file.seek(offset) ? file.read(size) : QByteArray();
 }
 } // namespace
 
@@ -74,10 +70,11 @@ QString Read_Pass_Tail(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const qint64 size = file.size();
-    if (Piece(file, size - 5, 4) != QLatin1String(Tail_Mark))
+    if (Piece(file, size - 5, 4) != Tail_Mark)
         return {};
-    const qint64 length = Piece(file, size - 7, 2).toLongLong();
-    return Piece(file, size - 7 - length, length);
+    const qint64 length = Piece(file, size - 7, 2).trimmed().toLongLong();
+    // Blanks stay: a scrambled password may hold them, and even be one.
+    return QString::fromLatin1(Piece(file, size - 7 - length, length));
 }
 
 void Cut_File_Tail(const QString &path, qint64 count)

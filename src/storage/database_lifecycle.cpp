@@ -48,9 +48,13 @@ Database_Check Make_Missing_Database()
 {
     WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), Default_Database);
     Config().DATABASE_NAME = Full_Database_Path(Default_Database);
-    Make_Data_Directories();
-    if (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME))
+    const bool placed = Resume_Next(Make_Data_Directories);
+    if (placed && (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME)))
         return Database_Check::Read_Again;
+    if (!placed) {
+        App().Conn_Trouble = Error_Text(Err());
+        Clear_Pending();
+    }
     App().Conn_OK = false;
     return Database_Check::Go_On;
 }

@@ -5,6 +5,7 @@
 #include "platform/database/database.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
+#include "users/scrambling.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -45,7 +46,7 @@ QString Read_Back(Test_Program &program, const QString &text, const QString &pas
         return u"not stored"_s;
     program.prompts.Expect(u"请输入文档密码"_s, typed);
     if (!GetCodeContent_Ex(form.code_id, read))
-        return u"not read"_s;
+        return u"not read with "_s + password;
     return read.content->toPlainText();
 }
 } // namespace
@@ -74,6 +75,8 @@ private slots:
         QTest::addColumn<QString>("password");
         QTest::addRow("blanks around it") << u"  blanks  "_s;
         QTest::addRow("blanks inside") << u"a b  c"_s;
+        // Its scrambled form is one blank.
+        QTest::addRow("a blank tail") << Decode(u" "_s);
         QTest::addRow("quotes") << u"\"it's\""_s;
         QTest::addRow("the tail's own mark") << u"{}{}09{}{}"_s;
         QTest::addRow("beyond ASCII") << u"密码 päss"_s;

@@ -12,11 +12,19 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
+/// In memory where the machine has a place for it: how fast a disk is shall not matter to a test.
+QString Folder_Template()
+{
+    const QString memory = u"/dev/shm"_s;
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + u"/zelqor-test-XXXXXX"_s;
+}
+
 void Forget_Everything()
 {
     Database_Engine::Let_Go();
@@ -41,7 +49,7 @@ void Prepare()
 }
 } // namespace
 
-Test_Program::Test_Program(Start start)
+Test_Program::Test_Program(Start start) : m_folder(Folder_Template())
 {
     Forget_Everything();
     App().App_Path = m_folder.path() + u'/';
