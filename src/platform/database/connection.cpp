@@ -47,7 +47,8 @@ File_Identity Identity_Of(const QString &path)
 
 bool Marked_Read_Only(const QString &path)
 {
-    constexpr auto writable = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    // Whoever runs this: a file that nobody may write stays as it is.
+    constexpr auto writable = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     return !(QFile::permissions(path) & writable) || !QFileInfo(path).isWritable();
 }
 } // namespace

@@ -131,7 +131,9 @@ private slots:
     /// The engine's own indexes serve folder lookups, and an old file gets them when it is opened.
     void Own_Indexes()
     {
-        const auto indexes = [&] { return Read(m_db->path()).contains("zelqor_Code_Info_Cate_ID"); };
+        const auto indexes = [&] {
+            return Read(m_db->path()).contains("zelqor_Code_Info_Cate_ID");
+        };
         QVERIFY(indexes());
         Database_Engine::Let_Go();
         Raw("DROP INDEX zelqor_Code_Info_Cate_ID; VACUUM");

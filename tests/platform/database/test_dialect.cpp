@@ -247,7 +247,8 @@ private slots:
     void Short_Dates_Follow_The_Separator()
     {
         Database_Engine::Set_Date_Separator(u'/');
-        const QString like = m_db->Rows(u"select code_date from code_info where code_date like '2023/05%' order by code_date"_s);
+        const QString like =
+            m_db->Rows(u"select code_date from code_info where code_date like '2023/05%' order by code_date"_s);
         const QString other = m_db->Rows(u"select count(*) from code_info where code_date like '2023-05%'"_s);
         Database_Engine::Set_Date_Separator(u'-');
         QCOMPARE(like, u"2023/05/01;2023/05/01 10:20:30"_s);
