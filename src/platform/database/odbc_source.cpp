@@ -165,7 +165,7 @@ public:
         for (SQLSMALLINT i = 1; i <= columns; ++i) {
             Describe(statement, static_cast<SQLUSMALLINT>(i));
         }
-        for (;;) {
+        while (columns > 0) {
             const SQLRETURN code = SQLFetch(statement);
             if (code == SQL_NO_DATA) {
                 return;
