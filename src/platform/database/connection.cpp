@@ -310,7 +310,7 @@ QString Upper_End(QString prefix)
 
 Cell Bound(const Token &token, const Parameter &parameter)
 {
-    const Cell value = Value_Of(token);
+    Cell value = Value_Of(token);
     const QString date =
         token.kind == Token_Kind::Date ? Stored_Date::From_Text(token.Value()).value_or(QString()) : QString();
     if (token.kind == Token_Kind::Date && date.isEmpty()) {

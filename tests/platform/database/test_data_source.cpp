@@ -54,7 +54,7 @@ private slots:
         QCOMPARE(rows[u"n"_s].Value().toDouble(), 1.5);
         rows.MoveNext();
         QVERIFY(rows[u"name"_s].Is_Null());
-        QCOMPARE(Failure_Of(u"select * from nothing"_s), Failure::Missing_Table);
+        QCOMPARE(Failure_Of(u"select * from absent"_s), Failure::Missing_Table);
     }
 
 private:
