@@ -132,8 +132,9 @@ private:
         }
         for (const Placement &cell : grid.cells) {
             QTextTableCell place = table->cellAt(cell.row, cell.column);
-            if (const QTextCharFormat format = Cell_Format(m_model, cell.definition); format.propertyCount() > 0)
-                place.setFormat(format);
+            QTextCharFormat format = place.format(); // it holds the spans
+            format.merge(Cell_Format(m_model, cell.definition));
+            place.setFormat(format);
             QTextCursor inside = place.firstCursorPosition();
             Fill_Flow(cell.content, inside);
         }
