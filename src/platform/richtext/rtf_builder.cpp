@@ -63,13 +63,22 @@ private:
         const QTextCharFormat &mark = m_charFormats[static_cast<std::size_t>(paragraph.markStyle)];
         if (blockIsFree) {
             cursor.setBlockFormat(m_blockFormats[style]);
-            cursor.setBlockCharFormat(mark);
+            Set_Free_Mark(mark, cursor);
         } else {
             cursor.insertBlock(m_blockFormats[style], mark);
         }
         Join_List(m_model.paraStyles[style], cursor);
         for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
             Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
+    }
+
+    /// The mark of a block that begins a cell, or stands after a table, is also where QTextDocument keeps the cell's
+    /// or the table's own format, spans and background among it.
+    static void Set_Free_Mark(QTextCharFormat mark, QTextCursor &cursor)
+    {
+        mark.clearProperty(QTextFormat::BackgroundBrush);
+        mark.clearProperty(QTextFormat::TextVerticalAlignment);
+        cursor.mergeBlockCharFormat(mark);
     }
 
     void Insert_Run(const Run &run, QTextCursor &cursor)
@@ -141,7 +150,6 @@ private:
         cursor = table->lastCursorPosition();
         cursor.movePosition(QTextCursor::NextBlock);
         cursor.setBlockFormat({});
-        cursor.setBlockCharFormat({});
         return true;
     }
 

@@ -176,7 +176,12 @@ void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
 {
     Write_Block_Properties(block, nesting);
     Write_Fragments(block);
-    Select(block.charFormat());
+    QTextCharFormat mark = block.charFormat();
+    if (mark.objectType() == QTextFormat::TableCellObject) { // the cell's background, not the text's
+        mark.clearProperty(QTextFormat::BackgroundBrush);
+        mark.clearProperty(QTextFormat::TextVerticalAlignment);
+    }
+    Select(mark);
     m_out += end;
     m_out += "\r\n";
     m_afterWord = false;
