@@ -209,32 +209,27 @@ void Set_Affixes(const QString &text, int level, QTextListFormat &format)
         format.setNumberSuffix(after);
 }
 
-void Set_Columns(const Model &model, const Grid &grid, QTextTableFormat &format)
+QTextLength Column_Width(const Grid &grid, std::size_t column)
 {
-    const auto columns = static_cast<std::size_t>(grid.columns);
-    if (grid.edges.size() != columns + 1)
-        return;
-    QList<QTextLength> widths(grid.columns);
-    bool anyGiven = false;
-    for (std::size_t i = 0; i < columns; ++i)
-        widths[static_cast<qsizetype>(i)] =
-            QTextLength(QTextLength::FixedLength, Pixels(grid.edges[i + 1] - grid.edges[i]));
-    for (const Placement &cell : grid.cells) {
-        if (cell.columnSpan != 1)
-            continue;
-        anyGiven = true;
-        if (cell.definition.widthKind == Width_Kind::Automatic)
-            widths[cell.column] = QTextLength();
-        else if (cell.definition.widthKind == Width_Kind::Percent)
-            widths[cell.column] = QTextLength(QTextLength::PercentageLength, cell.definition.width / 50.0);
+    const Cell_Definition &cell = grid.columnCells[column];
+    if (cell.widthKind == Width_Kind::Automatic)
+        return {};
+    if (cell.widthKind == Width_Kind::Percent)
+        return QTextLength(QTextLength::PercentageLength, cell.width / 50.0);
+    return QTextLength(QTextLength::FixedLength, Pixels(grid.edges[column + 1] - grid.edges[column]));
+}
+
+/// Columns get widths only if one of them has a width at all.
+void Set_Columns(const Grid &grid, QTextTableFormat &format)
+{
+    QList<QTextLength> widths;
+    bool anyFixed = false;
+    for (std::size_t column = 0; column < grid.columnCells.size(); ++column) {
+        widths.append(Column_Width(grid, column));
+        anyFixed = anyFixed || widths.last().type() != QTextLength::VariableLength;
     }
-    const bool allFree = std::all_of(widths.begin(), widths.end(), [](const QTextLength &width) {
-        return width.type() == QTextLength::VariableLength;
-    });
-    Q_UNUSED(model);
-    if (anyGiven && allFree)
-        return;
-    format.setColumnWidthConstraints(widths);
+    if (anyFixed)
+        format.setColumnWidthConstraints(widths);
 }
 } // namespace
 
@@ -316,7 +311,7 @@ QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid
         std::find_if(table.rows.begin(), table.rows.end(), [](const Row &row) { return !row.definition.header; });
     if (body != table.rows.begin())
         format.setHeaderRowCount(static_cast<int>(body - table.rows.begin()));
-    Set_Columns(model, grid, format);
+    Set_Columns(grid, format);
     return format;
 }
 
