@@ -45,6 +45,8 @@ void Reader::Run()
             break;
         case Token_Kind::Close:
             Close_Group();
+            if (m_stack.empty())
+                return Finish(); // what follows is no part of the document
             break;
         case Token_Kind::Word:
             Do_Word(token);
