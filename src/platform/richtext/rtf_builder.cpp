@@ -102,7 +102,7 @@ private:
 
     void Join_List(const Para_Style &style, QTextCursor &cursor)
     {
-        const bool isNew = m_model.listOfNumber.contains(style.list);
+        const bool isNew = Is_List_Item(m_model, style);
         if (!isNew && style.oldList < 0) {
             m_oldList = nullptr;
             return;

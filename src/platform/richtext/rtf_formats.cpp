@@ -23,6 +23,9 @@ constexpr QTextListFormat::Style numberStyles[] = {QTextListFormat::ListDecimal,
                                                    QTextListFormat::ListLowerRoman, QTextListFormat::ListUpperAlpha,
                                                    QTextListFormat::ListLowerAlpha};
 
+constexpr int bullet = 23; // of \levelnfc
+constexpr int noNumber = 255;
+
 double Pixels(int twips)
 {
     return twips / Twips_Per_Pixel;
@@ -122,7 +125,7 @@ void Set_Indents(const Model &model, const Para_Style &style, QTextBlockFormat &
 {
     int left = Given(style.left);
     int first = Given(style.first);
-    if (const List_Level *level = Level_Of(model, style)) {
+    if (const List_Level *level = Level_Of(model, style); level && Is_List_Item(model, style)) {
         left = style.left == Not_Set ? 0 : style.left - Given(level->left);
         first = style.first == Not_Set ? 0 : style.first - Given(level->first);
     } else if (style.oldList >= 0) {
@@ -251,6 +254,12 @@ std::vector<QTextBlockFormat> Block_Formats(const Model &model)
     return formats;
 }
 
+bool Is_List_Item(const Model &model, const Para_Style &style)
+{
+    const List_Level *level = Level_Of(model, style);
+    return level ? level->kind != noNumber : model.listOfNumber.contains(style.list);
+}
+
 QTextListFormat List_Format(const Model &model, const Para_Style &style)
 {
     QTextListFormat format;
@@ -259,7 +268,7 @@ QTextListFormat List_Format(const Model &model, const Para_Style &style)
     format.setIndent(List_Indent(level ? level->left : Not_Set, style.level));
     if (!level)
         return format;
-    if (level->kind == 23 || level->kind == 255) {
+    if (level->kind == bullet) {
         format.setStyle(Bullet_Style(QStringView(level->text).mid(1)));
         return format;
     }
@@ -272,7 +281,7 @@ QTextListFormat List_Format(const Old_List &list)
 {
     QTextListFormat format;
     format.setIndent(1);
-    if (list.kind == 23) {
+    if (list.kind == bullet) {
         format.setStyle(Bullet_Style(list.before));
         return format;
     }

@@ -15,6 +15,8 @@ namespace Rtf
 {
 std::vector<QTextCharFormat> Char_Formats(const Model &model);
 std::vector<QTextBlockFormat> Block_Formats(const Model &model);
+/// Whether the paragraph's list shows something before it; the outline of headings often does not.
+bool Is_List_Item(const Model &model, const Para_Style &style);
 QTextListFormat List_Format(const Model &model, const Para_Style &style);
 QTextListFormat List_Format(const Old_List &list);
 QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid &grid);

@@ -78,7 +78,7 @@ private slots:
         row("fields in fields", Repeated("{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt ", 50'000));
         row("one result for one long instruction",
             "{\\field{\\*\\fldinst " + Repeated("HYPERLINK ", 20'000) + "}" + Repeated("{\\fldrslt x}", 20'000) + "}");
-        row("tables in tables", Repeated("\\trowd\\cellx9\\intbl\\itap9999 x", 20'000));
+        row("tables in tables", Repeated("\\trowd\\cellx9\\intbl\\itap9999 x", 20'000), 33);
         row(
             "ever deeper tables",
             [] {
