@@ -22,12 +22,11 @@ public:
 
     /// Applies the language and proves that what the interface is made of is there.
     /// @throws Run_Time_Error 339 naming what is missing.
-    explicit Frm_About(Role role, QWidget *parent = nullptr);
+    explicit Frm_About(Role role = Role::Splash, QWidget *parent = nullptr);
     ~Frm_About() override;
 
-    /// The state line's timer: off at first; it lets the line show that the start goes on.
-    QTimer Tmr_State;
-
+    /// Lets the state line show that the start goes on, with a pulse of dots behind it.
+    void Start_State_Timer() { Tmr_State.start(); }
     /// What start-up is doing now.
     void Set_State(const QString &state);
 
@@ -41,6 +40,7 @@ private:
     void Tmr_State_Timer();
 
     std::unique_ptr<Ui::Frm_About> m_ui;
+    QTimer Tmr_State;
     QString m_state;
     int m_ticks = 0;
     ctrlLanguage Lang{*this, QStringLiteral("Frm_About")};
