@@ -56,8 +56,6 @@ void Read_Settings()
     Log_Mark_Off(QStringLiteral("GetConfigInfo"));
     Log_Mark(QStringLiteral("GetConfigInfo1"));
     Load_Language(QStringLiteral("Main()"));
-    Prompts::Set_Button_Texts({Pack_Text("Buttons", "_Ok"), Pack_Text("Buttons", "_Yes"), Pack_Text("Buttons", "_No"),
-                               Pack_Text("Buttons", "_Cancel")});
 }
 
 void Deploy_Runtime_Files()
@@ -141,8 +139,8 @@ void Start_Up::Show_Splash()
 {
     Log_Mark_Off(QStringLiteral("Frm_About_Start"));
     Log_Mark(QStringLiteral("Frm_About_Start 1"));
-    m_about = std::make_unique<Frm_About>();
-    m_about->Start_State_Timer();
+    m_about = std::make_unique<Frm_About>(Frm_About::Role::Splash);
+    m_about->Tmr_State.start();
     if (Config().CH_About == QLatin1String("1"))
         m_about->show();
     m_about->repaint();
@@ -151,6 +149,7 @@ void Start_Up::Show_Splash()
 
 bool Start_Up::Log_In()
 {
+    m_about->hide();
     return Forms::Show_Modal(QStringLiteral("frmLogin"), nullptr, App().Curr_User) == Forms::Outcome::Accepted;
 }
 

@@ -94,6 +94,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     m_stored = true;
     Show_Form();
     Lock_Boolean(!whole);
+    m_ui->Txt_Content->setFocus();
     return true;
 }
 

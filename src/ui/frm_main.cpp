@@ -329,8 +329,7 @@ void Frm_Main::Choose_Files()
 
 void Frm_Main::Choose_Database()
 {
-    if (Forms::Show_Modal(QStringLiteral("Frm_Database"), this) == Forms::Outcome::Accepted)
-        Reload_All();
+    Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] { Reload_All(); });
 }
 
 void Frm_Main::Compact()

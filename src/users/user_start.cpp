@@ -18,8 +18,11 @@ bool Has_Row(const char16_t *statement, const QString &user)
     return !rows.Eof();
 }
 
+/// The default user is remembered as the last one, so that the next start asks it for nothing either. This comes
+/// before its rows are made: a process that dies between the two repairs them at the next start.
 void Become_Default_User()
 {
+    WriteIni(QStringLiteral("Col"), QStringLiteral("Login_Uname"), Default_User);
     App().Root_Name = Default_User;
     App().Root_Icon = QStringLiteral("Home.ico").toUpper();
     App().Curr_User = Default_User;
@@ -57,9 +60,9 @@ Login_Need Decide_Login()
     if (credentials.Eof()) {
         if (!No_Users())
             return Login_Need::Dialog;
+        Become_Default_User();
         Run_Statement(Sql_Text(Sql::Default_Credentials), App().Conn_Str);
         Run_Statement(Sql_Text(Sql::Default_Profile), App().Conn_Str);
-        Become_Default_User();
         return Login_Need::None;
     }
     const bool noPassword = credentials[QStringLiteral("User_Pass")].Text().trimmed().isEmpty();

@@ -47,7 +47,8 @@ File_Identity Identity_Of(const QString &path)
 
 bool Marked_Read_Only(const QString &path)
 {
-    constexpr auto writable = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    // Whoever runs this: a file that nobody may write stays as it is.
+    constexpr auto writable = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     return !(QFile::permissions(path) & writable) || !QFileInfo(path).isWritable();
 }
 } // namespace
@@ -145,13 +146,19 @@ bool Connection::Is_Current() const
 #endif
 }
 
-void Connection::Fail()
+Run_Time_Error Connection::Error()
 {
     if (m_functionError) {
-        const Run_Time_Error error = *std::exchange(m_functionError, std::nullopt);
-        throw error;
+        Run_Time_Error error = *m_functionError;
+        m_functionError.reset();
+        return error;
     }
-    throw Engine_Error::From_Sqlite(m_db, m_path);
+    return Engine_Error::From_Sqlite(m_db, m_path);
+}
+
+void Connection::Fail()
+{
+    throw Error();
 }
 
 void Connection::Execute(const QByteArray &sql)
@@ -303,7 +310,7 @@ QString Upper_End(QString prefix)
 
 Cell Bound(const Token &token, const Parameter &parameter)
 {
-    const Cell value = Value_Of(token);
+    Cell value = Value_Of(token);
     const QString date =
         token.kind == Token_Kind::Date ? Stored_Date::From_Text(token.Value()).value_or(QString()) : QString();
     if (token.kind == Token_Kind::Date && date.isEmpty()) {
@@ -399,12 +406,9 @@ void Connection::Run_To_End(Prepared_Statement &statement)
         sqlite3_reset(statement.handle);
         return;
     }
-    try {
-        Fail();
-    } catch (...) {
-        sqlite3_reset(statement.handle);
-        throw;
-    }
+    const Run_Time_Error error = Error();
+    sqlite3_reset(statement.handle);
+    throw error;
 }
 
 qint64 Connection::Change(const QByteArray &sql, const std::vector<Cell> &values)
@@ -432,12 +436,9 @@ bool Connection::Read_Row(const QByteArray &sql, const std::vector<Cell> &values
         row.push_back(Sqlite_Cells::Column(statement->handle, i));
     }
     if (code != SQLITE_ROW && code != SQLITE_DONE) {
-        try {
-            Fail();
-        } catch (...) {
-            sqlite3_reset(statement->handle);
-            throw;
-        }
+        const Run_Time_Error error = Error();
+        sqlite3_reset(statement->handle);
+        throw error;
     }
     sqlite3_reset(statement->handle);
     return code == SQLITE_ROW;

@@ -65,6 +65,8 @@ public:
     /// Reads the rest of every open query, so that nothing stands in the way of a change of tables.
     void Drain_All();
 
+    /// The error of the call that failed last.
+    [[nodiscard]] Run_Time_Error Error();
     [[noreturn]] void Fail();
 
 private:

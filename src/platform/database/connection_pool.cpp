@@ -140,11 +140,15 @@ void Create_File(const QString &connectionString)
 void Let_Go(const QString &connectionString)
 {
     Pool &pool = The_Pool();
-    if (connectionString.isEmpty()) {
-        pool.byFile.clear();
-        return;
+    const QString only = connectionString.isEmpty() ? QString() : Parse(connectionString).file;
+    const QList<QString> files = only.isEmpty() ? pool.byFile.keys() : QList<QString>{only};
+    for (const QString &file : files) {
+        // What a running group has written so far must not be lost with its connection.
+        const std::shared_ptr<Connection> connection = pool.byFile.take(file);
+        while (connection != nullptr && connection->In_Group()) {
+            connection->End_Group();
+        }
     }
-    pool.byFile.remove(Parse(connectionString).file);
 }
 
 void CompactDatabase(const QString &sourceConnectionString, const QString &targetConnectionString)

@@ -82,7 +82,7 @@ bool Is_Date_Variant(const QVariant &value)
 
 Cell Converted(const QVariant &value, const Output &output)
 {
-    const Cell cell = From_Variant(value);
+    Cell cell = From_Variant(value);
     switch (output.type) {
     case Value_Type::Text:
     case Value_Type::Memo:
@@ -225,7 +225,7 @@ QByteArray Field::GetChunk(qint64 size)
     const Cell &cell = state.Value(m_index);
     qint64 &from = state.chunkAt[m_index];
     const auto *stored = std::get_if<QByteArray>(&cell);
-    const QByteArray chunk = (stored == nullptr ? Bytes() : *stored).mid(from, std::max<qint64>(size, 0));
+    QByteArray chunk = (stored == nullptr ? Bytes() : *stored).mid(from, std::max<qint64>(size, 0));
     from += chunk.size();
     return chunk;
 }

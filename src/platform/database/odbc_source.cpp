@@ -58,7 +58,7 @@ Run_Time_Error Diagnosis(SQLSMALLINT kind, SQLHANDLE handle)
     if (code == "42S22" || text.contains("no such column"_L1)) {
         return {Error_Number::Db_Missing_Column, text, Failure::Missing_Column};
     }
-    if (code == "42000") {
+    if (code == "42000" || text.contains("syntax error"_L1)) {
         return {Error_Number::Db_Syntax, text, Failure::Syntax};
     }
     if (code == "IM002" || code == "IM003" || code == "01000") {
@@ -165,7 +165,7 @@ public:
         for (SQLSMALLINT i = 1; i <= columns; ++i) {
             Describe(statement, static_cast<SQLUSMALLINT>(i));
         }
-        for (;;) {
+        while (columns > 0) {
             const SQLRETURN code = SQLFetch(statement);
             if (code == SQL_NO_DATA) {
                 return;

@@ -41,23 +41,14 @@ void Sqlite_Cursor::Finish()
     }
 }
 
-bool Sqlite_Cursor::Start()
+void Sqlite_Cursor::Start()
 {
-    Row row;
-    const bool any = Step(row);
-    if (sqlite3 *db = m_connection->Handle(); m_statement != nullptr || !any) {
-        Q_UNUSED(db)
-    }
-    if (any) {
-        m_ahead.push_back(std::move(row));
-    }
     while (m_statement != nullptr && m_ahead.size() < Rows_At_Once && m_bytes < Bytes_At_Once) {
-        Row next;
-        if (Step(next)) {
-            m_ahead.push_back(std::move(next));
+        Row row;
+        if (Step(row)) {
+            m_ahead.push_back(std::move(row));
         }
     }
-    return true;
 }
 
 void Sqlite_Cursor::Drain()
@@ -93,18 +84,9 @@ bool Sqlite_Cursor::Step(Row &row)
         return false;
     }
     if (code != SQLITE_ROW) {
-        const std::shared_ptr<Prepared_Statement> statement = m_statement;
-        m_statement.reset();
-        statement->busy = false;
-        const auto reset = [&] {
-            sqlite3_reset(statement->handle);
-        };
-        try {
-            m_connection->Fail();
-        } catch (...) {
-            reset();
-            throw;
-        }
+        const Run_Time_Error error = m_connection->Error();
+        Finish();
+        throw error;
     }
     const int columns = sqlite3_column_count(m_statement->handle);
     row.clear();

@@ -17,8 +17,8 @@ public:
     bool Next(Row &row) override;
     void Drain();
     [[nodiscard]] bool Reads(const QString &table) const;
-    /// Reads the first rows. False when the tables turned out to have changed since the plan was made.
-    bool Start();
+    /// Reads the first rows.
+    void Start();
 
 private:
     bool Step(Row &row);

@@ -350,7 +350,8 @@ void Reader::Based_On(int)
 void Reader::End_Style()
 {
     m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
-    m_styles.insert(Style_Key(m_style.number, m_style.isCharacter), std::exchange(m_style, {}));
+    m_styles.insert(Style_Key(m_style.number, m_style.isCharacter), m_style);
+    m_style = {};
 }
 
 /// A paragraph style that a later style is based on stands before it in what word processors write, so a style's

@@ -63,13 +63,22 @@ private:
         const QTextCharFormat &mark = m_charFormats[static_cast<std::size_t>(paragraph.markStyle)];
         if (blockIsFree) {
             cursor.setBlockFormat(m_blockFormats[style]);
-            cursor.setBlockCharFormat(mark);
+            Set_Free_Mark(mark, cursor);
         } else {
             cursor.insertBlock(m_blockFormats[style], mark);
         }
         Join_List(m_model.paraStyles[style], cursor);
         for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
             Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
+    }
+
+    /// The mark of a block that begins a cell, or stands after a table, is also where QTextDocument keeps the cell's
+    /// or the table's own format, spans and background among it.
+    static void Set_Free_Mark(QTextCharFormat mark, QTextCursor &cursor)
+    {
+        mark.clearProperty(QTextFormat::BackgroundBrush);
+        mark.clearProperty(QTextFormat::TextVerticalAlignment);
+        cursor.mergeBlockCharFormat(mark);
     }
 
     void Insert_Run(const Run &run, QTextCursor &cursor)
@@ -93,7 +102,7 @@ private:
 
     void Join_List(const Para_Style &style, QTextCursor &cursor)
     {
-        const bool isNew = m_model.listOfNumber.contains(style.list);
+        const bool isNew = Is_List_Item(m_model, style);
         if (!isNew && style.oldList < 0) {
             m_oldList = nullptr;
             return;
@@ -132,15 +141,15 @@ private:
         }
         for (const Placement &cell : grid.cells) {
             QTextTableCell place = table->cellAt(cell.row, cell.column);
-            if (const QTextCharFormat format = Cell_Format(m_model, cell.definition); format.propertyCount() > 0)
-                place.setFormat(format);
+            QTextCharFormat format = place.format(); // it holds the spans
+            format.merge(Cell_Format(m_model, cell.definition));
+            place.setFormat(format);
             QTextCursor inside = place.firstCursorPosition();
             Fill_Flow(cell.content, inside);
         }
         cursor = table->lastCursorPosition();
         cursor.movePosition(QTextCursor::NextBlock);
         cursor.setBlockFormat({});
-        cursor.setBlockCharFormat({});
         return true;
     }
 

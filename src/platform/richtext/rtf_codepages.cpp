@@ -128,16 +128,18 @@ void Code_Pages::Append(QString &text, QByteArrayView bytes, int codePage)
                    [&](char byte) { return QChar(decoder.single[static_cast<unsigned char>(byte)]); });
 }
 
-bool Code_Pages::Is_Well_Paired(QByteArrayView bytes)
+void Code_Pages::Append_Mixed(QString &text, QByteArrayView bytes, int documentCodePage)
 {
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const auto lead = static_cast<unsigned char>(bytes[i]);
-        if (lead < 0x80)
-            continue;
-        if (lead == 0x80 || lead == 0xFF || ++i == bytes.size() || static_cast<unsigned char>(bytes[i]) < 0x40)
-            return false;
+    const auto isHigh = [](char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80;
+    };
+    for (auto begin = bytes.begin(); begin != bytes.end();) {
+        const bool high = isHigh(*begin);
+        const auto end = std::find_if(begin, bytes.end(), [&](char byte) { return isHigh(byte) != high; });
+        const bool paired = high && (end - begin) % 2 == 0;
+        Append(text, QByteArrayView(begin, end), paired ? documentCodePage : 1252);
+        begin = end;
     }
-    return true;
 }
 
 char16_t Symbol_Glyph(unsigned char glyph, const QString &font)

@@ -30,8 +30,9 @@ public:
 
     /// Appends the text that `bytes` have in `codePage`; an unknown code page reads as 1252.
     void Append(QString &text, QByteArrayView bytes, int codePage);
-    /// Whether every high byte of `bytes` is part of a well-formed pair of a double-byte code page.
-    static bool Is_Well_Paired(QByteArrayView bytes);
+    /// Appends text of a font that was declared Western in a document of a double-byte code page: some writers do
+    /// so for every font. High bytes that follow each other in pairs are the document's, single ones are 1252.
+    void Append_Mixed(QString &text, QByteArrayView bytes, int documentCodePage);
 
 private:
     struct Decoder;

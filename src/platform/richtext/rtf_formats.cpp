@@ -23,6 +23,9 @@ constexpr QTextListFormat::Style numberStyles[] = {QTextListFormat::ListDecimal,
                                                    QTextListFormat::ListLowerRoman, QTextListFormat::ListUpperAlpha,
                                                    QTextListFormat::ListLowerAlpha};
 
+constexpr int bullet = 23; // of \levelnfc
+constexpr int noNumber = 255;
+
 double Pixels(int twips)
 {
     return twips / Twips_Per_Pixel;
@@ -122,7 +125,7 @@ void Set_Indents(const Model &model, const Para_Style &style, QTextBlockFormat &
 {
     int left = Given(style.left);
     int first = Given(style.first);
-    if (const List_Level *level = Level_Of(model, style)) {
+    if (const List_Level *level = Level_Of(model, style); level && Is_List_Item(model, style)) {
         left = style.left == Not_Set ? 0 : style.left - Given(level->left);
         first = style.first == Not_Set ? 0 : style.first - Given(level->first);
     } else if (style.oldList >= 0) {
@@ -209,32 +212,27 @@ void Set_Affixes(const QString &text, int level, QTextListFormat &format)
         format.setNumberSuffix(after);
 }
 
-void Set_Columns(const Model &model, const Grid &grid, QTextTableFormat &format)
+QTextLength Column_Width(const Grid &grid, std::size_t column)
 {
-    const auto columns = static_cast<std::size_t>(grid.columns);
-    if (grid.edges.size() != columns + 1)
-        return;
-    QList<QTextLength> widths(grid.columns);
-    bool anyGiven = false;
-    for (std::size_t i = 0; i < columns; ++i)
-        widths[static_cast<qsizetype>(i)] =
-            QTextLength(QTextLength::FixedLength, Pixels(grid.edges[i + 1] - grid.edges[i]));
-    for (const Placement &cell : grid.cells) {
-        if (cell.columnSpan != 1)
-            continue;
-        anyGiven = true;
-        if (cell.definition.widthKind == Width_Kind::Automatic)
-            widths[cell.column] = QTextLength();
-        else if (cell.definition.widthKind == Width_Kind::Percent)
-            widths[cell.column] = QTextLength(QTextLength::PercentageLength, cell.definition.width / 50.0);
+    const Cell_Definition &cell = grid.columnCells[column];
+    if (cell.widthKind == Width_Kind::Automatic)
+        return {};
+    if (cell.widthKind == Width_Kind::Percent)
+        return QTextLength(QTextLength::PercentageLength, cell.width / 50.0);
+    return QTextLength(QTextLength::FixedLength, Pixels(grid.edges[column + 1] - grid.edges[column]));
+}
+
+/// Columns get widths only if one of them has a width at all.
+void Set_Columns(const Grid &grid, QTextTableFormat &format)
+{
+    QList<QTextLength> widths;
+    bool anyFixed = false;
+    for (std::size_t column = 0; column < grid.columnCells.size(); ++column) {
+        widths.append(Column_Width(grid, column));
+        anyFixed = anyFixed || widths.last().type() != QTextLength::VariableLength;
     }
-    const bool allFree = std::all_of(widths.begin(), widths.end(), [](const QTextLength &width) {
-        return width.type() == QTextLength::VariableLength;
-    });
-    Q_UNUSED(model);
-    if (anyGiven && allFree)
-        return;
-    format.setColumnWidthConstraints(widths);
+    if (anyFixed)
+        format.setColumnWidthConstraints(widths);
 }
 } // namespace
 
@@ -256,6 +254,12 @@ std::vector<QTextBlockFormat> Block_Formats(const Model &model)
     return formats;
 }
 
+bool Is_List_Item(const Model &model, const Para_Style &style)
+{
+    const List_Level *level = Level_Of(model, style);
+    return level ? level->kind != noNumber : model.listOfNumber.contains(style.list);
+}
+
 QTextListFormat List_Format(const Model &model, const Para_Style &style)
 {
     QTextListFormat format;
@@ -264,7 +268,7 @@ QTextListFormat List_Format(const Model &model, const Para_Style &style)
     format.setIndent(List_Indent(level ? level->left : Not_Set, style.level));
     if (!level)
         return format;
-    if (level->kind == 23 || level->kind == 255) {
+    if (level->kind == bullet) {
         format.setStyle(Bullet_Style(QStringView(level->text).mid(1)));
         return format;
     }
@@ -277,7 +281,7 @@ QTextListFormat List_Format(const Old_List &list)
 {
     QTextListFormat format;
     format.setIndent(1);
-    if (list.kind == 23) {
+    if (list.kind == bullet) {
         format.setStyle(Bullet_Style(list.before));
         return format;
     }
@@ -316,7 +320,7 @@ QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid
         std::find_if(table.rows.begin(), table.rows.end(), [](const Row &row) { return !row.definition.header; });
     if (body != table.rows.begin())
         format.setHeaderRowCount(static_cast<int>(body - table.rows.begin()));
-    Set_Columns(model, grid, format);
+    Set_Columns(grid, format);
     return format;
 }
 

@@ -121,8 +121,11 @@ QByteArray Device_Bitmap(const Picture_Source &source)
                                      : QImage::Format_Invalid;
     if (format == QImage::Format_Invalid || (bits == 32 && rowBytes % 4 != 0))
         return {};
-    return As_Png(QImage(reinterpret_cast<const uchar *>(source.bytes.constData()), source.width, source.height,
-                         rowBytes, format));
+    QImage image(reinterpret_cast<const uchar *>(source.bytes.constData()), source.width, source.height, rowBytes,
+                 format);
+    if (bits == 1)
+        image.setColorTable({0xFF000000U, 0xFFFFFFFFU});
+    return As_Png(image);
 }
 
 QByteArray File_Bytes(const Picture_Source &source)

@@ -16,6 +16,12 @@ bool Is_Ascii(QByteArrayView bytes)
 {
     return std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
+/// Tokens that give bytes of text, which may be parts of one character.
+bool Is_Text(const Token &token)
+{
+    return token.kind == Token_Kind::Text || token.kind == Token_Kind::Hex ||
+           (token.kind == Token_Kind::Symbol && (token.byte == '\\' || token.byte == '{' || token.byte == '}'));
+}
 } // namespace
 
 size_t qHash(const Char_Style &style, size_t seed)
@@ -31,7 +37,7 @@ void Reader::Run()
 {
     for (;;) {
         const Token token = m_tokens.Next();
-        if (token.kind != Token_Kind::Text && token.kind != Token_Kind::Hex)
+        if (!Is_Text(token))
             Flush();
         switch (token.kind) {
         case Token_Kind::Open:
@@ -39,6 +45,8 @@ void Reader::Run()
             break;
         case Token_Kind::Close:
             Close_Group();
+            if (m_stack.empty())
+                return Finish(); // what follows is no part of the document
             break;
         case Token_Kind::Word:
             Do_Word(token);
@@ -57,14 +65,19 @@ void Reader::Run()
                 m_picture.bytes.append(token.text.data(), static_cast<qsizetype>(token.text.size()));
             break;
         case Token_Kind::End:
-            while (!m_stack.empty())
-                Close_Group();
-            if (Has_Pending())
-                End_Paragraph(Nesting());
-            m_tables.Close_All();
-            return;
+            return Finish();
         }
     }
+}
+
+void Reader::Finish()
+{
+    m_depthBeyond = 0;
+    while (!m_stack.empty())
+        Close_Group();
+    if (Has_Pending())
+        End_Paragraph(Nesting());
+    m_tables.Close_All();
 }
 
 void Reader::Open_Group()
@@ -89,6 +102,8 @@ void Reader::Close_Group()
     }
     if (m_stack.empty())
         return;
+    if (m_stack.size() == 1 && Has_Pending()) // a last paragraph without a mark
+        End_Paragraph(Nesting());
     const State inner = std::exchange(m_state, std::move(m_stack.back()));
     m_stack.pop_back();
     if (inner.closer != Closer::None)
@@ -215,8 +230,6 @@ int Reader::Effective_Code_Page() const
 {
     if (m_state.codePage == Document_Code_Page)
         return m_documentCodePage;
-    if (m_state.plainAnsi && Is_Double_Byte(m_documentCodePage) && Code_Pages::Is_Well_Paired(m_pending))
-        return m_documentCodePage;
     return m_state.codePage;
 }
 
@@ -229,6 +242,8 @@ void Reader::Decode_Pending(QString &text)
             text += QChar(Symbol_Glyph(static_cast<unsigned char>(byte), name));
     } else if (Is_Ascii(m_pending)) {
         text += QLatin1StringView(m_pending);
+    } else if (m_state.plainAnsi && Is_Double_Byte(m_documentCodePage)) {
+        m_codePages.Append_Mixed(text, m_pending, m_documentCodePage);
     } else {
         m_codePages.Append(text, m_pending, Effective_Code_Page());
     }

@@ -82,6 +82,7 @@ private:
         Destination outside = Destination::Body;
     };
 
+    void Finish();
     void Open_Group();
     void Close_Group();
     void Run_Closer(Closer closer, const State &inner);

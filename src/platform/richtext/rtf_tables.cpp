@@ -54,6 +54,7 @@ public:
         const auto cells = static_cast<qint64>(cellCount);
         if (static_cast<qint64>(m_grid.columns) * m_grid.rows > gridAllowance + gridPerCell * cells)
             return One_Column();
+        m_grid.columnCells.resize(static_cast<std::size_t>(m_grid.columns));
         m_above.assign(static_cast<std::size_t>(m_grid.columns), -1);
         for (int row = 0; row < m_grid.rows; ++row)
             Place_Row(row);
@@ -96,12 +97,20 @@ private:
             while (cells[i].mergeFirst && last + 1 < cells.size() && cells[last + 1].merged)
                 ++last;
             cell.columnSpan = std::max(1, std::min(Column_Of(cells[last].right), m_grid.columns) - column);
-            for (; i <= last; ++i)
+            for (; i <= last; ++i) {
+                Note_Width(cells[i], i == 0 ? 0 : Column_Of(cells[i - 1].right));
                 Take_Content(row, i, cell);
+            }
             column += cell.columnSpan;
             Place(std::move(cell), below);
         }
         m_above = std::move(below);
+    }
+
+    void Note_Width(const Cell_Definition &cell, int column)
+    {
+        if (cell.widthKind != Width_Kind::Not_Given && column < m_grid.columns && Column_Of(cell.right) == column + 1)
+            m_grid.columnCells[static_cast<std::size_t>(column)] = cell;
     }
 
     void Take_Content(const Row &row, std::size_t index, Placement &cell) const
@@ -134,7 +143,7 @@ private:
 
     Grid One_Column() const
     {
-        Grid grid{.rows = m_grid.rows, .columns = 1, .edges = {}, .cells = {}};
+        Grid grid{.rows = m_grid.rows, .columns = 1, .edges = {}, .columnCells = {}, .cells = {}};
         for (int row = 0; row < grid.rows; ++row) {
             Placement cell{.row = row, .content = {}, .definition = {}};
             for (const Flow &flow : m_table.rows[static_cast<std::size_t>(row)].cells)

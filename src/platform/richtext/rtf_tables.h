@@ -48,6 +48,8 @@ struct Grid {
     int rows = 0;
     int columns = 0;
     std::vector<int> edges; ///< columns + 1 positions, or empty where the rows have no common columns
+    /// What each column's width was said to be, by a cell that stands in this column only.
+    std::vector<Cell_Definition> columnCells;
     std::vector<Placement> cells;
 };
 

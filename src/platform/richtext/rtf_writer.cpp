@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Rtf
 {
@@ -175,9 +176,15 @@ void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
 {
     Write_Block_Properties(block, nesting);
     Write_Fragments(block);
-    Select(block.charFormat());
+    QTextCharFormat mark = block.charFormat();
+    if (mark.objectType() == QTextFormat::TableCellObject) { // the cell's background, not the text's
+        mark.clearProperty(QTextFormat::BackgroundBrush);
+        mark.clearProperty(QTextFormat::TextVerticalAlignment);
+    }
+    Select(mark);
     m_out += end;
     m_out += "\r\n";
+    m_afterWord = false;
 }
 
 void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
@@ -205,6 +212,7 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
         Append_Word(m_out, "\\outlinelevel", format.headingLevel() - 1);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_out += "\\pagebb";
+    m_afterWord = m_out.back() != '}';
 }
 
 void Writer::Write_Indents(const QTextBlock &block)
@@ -248,7 +256,8 @@ void Writer::Write_Text(const QString &text, const QTextCharFormat &format)
 {
     Switch_Link(format.isAnchor() ? format.anchorHref() : QString());
     Select(format);
-    m_out += ' ';
+    if (std::exchange(m_afterWord, false))
+        m_out += ' ';
     Append_Escaped(m_out, text);
 }
 
@@ -259,6 +268,7 @@ void Writer::Switch_Link(const QString &target)
         return;
     if (!m_link.isEmpty()) {
         m_out += "}}";
+        m_afterWord = false;
         m_selected = m_selectedOutside;
     }
     m_link = target;
@@ -269,6 +279,7 @@ void Writer::Switch_Link(const QString &target)
     m_out += "{\\field{\\*\\fldinst HYPERLINK ";
     Append_Escaped(m_out, (target.startsWith(u'#') ? QLatin1String("\\l \"") : QLatin1String("\"")) + quoted + u'"');
     m_out += "}{\\fldrslt";
+    m_afterWord = true;
     m_selectedOutside = m_selected;
 }
 
@@ -278,6 +289,7 @@ void Writer::Select(const QTextCharFormat &format)
     if (properties == m_selected)
         return;
     m_out += properties;
+    m_afterWord = true;
     m_selected = std::move(properties);
 }
 
@@ -330,6 +342,7 @@ void Writer::Write_Picture(const QTextImageFormat &format)
     for (qsizetype at = 0; at < bytes.size(); at += bytesPerLine)
         m_out += "\r\n" + bytes.mid(at, bytesPerLine).toHex();
     m_out += '}';
+    m_afterWord = false;
 }
 } // namespace Rtf
 

@@ -83,7 +83,8 @@ private:
     const QTextDocument &m_document;
     Header_Tables m_tables;
     QByteArray m_out;
-    QByteArray m_selected; ///< character properties in force
+    bool m_afterWord = false; ///< a blank must end the control word before text
+    QByteArray m_selected;    ///< character properties in force
     QByteArray m_selectedOutside;
     QString m_link; ///< target of the field that is open
     QHash<const QTextList *, int> m_itemCounts;

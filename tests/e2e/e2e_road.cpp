@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The road of one document: files are dropped on the list, opened, edited, saved, closed, and are all there after the
+// next start.
+
+#include "desktop.h"
+
+#include <QFile>
+#include <QTest>
+
+class E2e_Road : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void Dropped_Files_Are_Edited_And_Found_Again();
+    void A_Second_Start_Ends_Silently();
+
+private:
+    void Drop(const QStringList &files) const;
+    void Open_First_Row() const;
+
+    Desktop m_desktop;
+};
+
+namespace
+{
+/// A point inside the document list, and one in its first row, of a window placed by Place.
+constexpr int Left = 20;
+constexpr int Top = 60;
+const QString List_X = QString::number(Left + 500);
+const QString First_Row_Y = QString::number(Top + 126);
+
+void Place(const Desktop &desktop, const QString &window)
+{
+    desktop.Do({QStringLiteral("windowsize"), QStringLiteral("--sync"), window, QStringLiteral("1180"),
+                QStringLiteral("740")});
+    desktop.Do(
+        {QStringLiteral("windowmove"), QStringLiteral("--sync"), window, QString::number(Left), QString::number(Top)});
+}
+
+void Write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+} // namespace
+
+void E2e_Road::Drop(const QStringList &files) const
+{
+    QProcess source;
+    source.setProcessEnvironment(m_desktop.Environment());
+    source.start(QStringLiteral(DRAG_SOURCE), files);
+    QVERIFY(Wait_Until([&] {
+        return !m_desktop
+                    .Do({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                         QStringLiteral("drag source")})
+                    .isEmpty();
+    }));
+    const auto mouse = [&](const QString &x, const QString &y) {
+        m_desktop.Do({QStringLiteral("mousemove"), x, y});
+        QThread::msleep(120);
+    };
+    mouse(QStringLiteral("20"), QStringLiteral("20"));
+    m_desktop.Do({QStringLiteral("mousedown"), QStringLiteral("1")});
+    for (const char *step : {"40", "120", "300"})
+        mouse(QLatin1String(step), QLatin1String(step));
+    mouse(List_X, QStringLiteral("400"));
+    mouse(List_X, QStringLiteral("410"));
+    m_desktop.Do({QStringLiteral("mouseup"), QStringLiteral("1")});
+    QThread::msleep(300);
+    source.kill();
+    source.waitForFinished();
+}
+
+void E2e_Road::Open_First_Row() const
+{
+    m_desktop.Do({QStringLiteral("mousemove"), List_X, First_Row_Y, QStringLiteral("click"), QStringLiteral("--repeat"),
+                  QStringLiteral("2"), QStringLiteral("--delay"), QStringLiteral("60"), QStringLiteral("1")});
+}
+
+void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
+{
+    QVERIFY(m_desktop.Is_Up());
+    Program program(m_desktop);
+    program.Start();
+    QVERIFY(!program.Wait_For_Window().isEmpty());
+    m_desktop.Key(QStringLiteral("ctrl+q"));
+    QVERIFY(program.Wait_For_End());
+    program.Sql(QStringLiteral("insert into Cate_Info(Cate_ID,Cate_Name,Order_Id,Cate_Exp,Cate_pass) "
+                               "values('001','Road',1,'1','')"));
+    Write(program.Path(QStringLiteral("gbk.txt")),
+          QByteArray::fromHex("b9fab1eab1e0c2ebb5c4cec4b1be0d0a")); // 国标编码的文本
+    Write(program.Path(QStringLiteral("rich.rtf")), "{\\rtf1\\ansi{\\b Bold} and \\u20013?\\u25991? text\\par}");
+
+    program.Start();
+    QString window = program.Wait_For_Window();
+    Place(m_desktop, window);
+    m_desktop.Do({QStringLiteral("mousemove"), QString::number(Left + 80), QString::number(Top + 126),
+                  QStringLiteral("click"), QStringLiteral("1")});
+    Drop({program.Path(QStringLiteral("gbk.txt"))});
+    QVERIFY(Wait_Until(
+        [&] { return program.Sql(QStringLiteral("select count(*) from Code_Info")) == QLatin1String("1"); }));
+    QCOMPARE(program.Sql(QStringLiteral("select Code_Title,Code_Type,Cate_ID from Code_Info")),
+             QStringLiteral("gbk|TXT|001"));
+    QVERIFY(
+        program.Sql(QStringLiteral("select Code_Content from Code_Info")).startsWith(QStringLiteral("国标编码的文本")));
+
+    Open_First_Row();
+    QVERIFY(Wait_Until(
+        [&] { return program.Sql(QStringLiteral("select Code_ReadNum from Code_Info")) == QLatin1String("1"); }));
+    m_desktop.Key(QStringLiteral("ctrl+End"));
+    m_desktop.Type(QStringLiteral("typed in the window"));
+    m_desktop.Key(QStringLiteral("ctrl+s"));
+    QVERIFY(Wait_Until(
+        [&] { return program.Sql(QStringLiteral("select Code_UpdateNum from Code_Info")) == QLatin1String("1"); }));
+    QVERIFY(program.Sql(QStringLiteral("select Code_Content from Code_Info"))
+                .contains(QStringLiteral("typed in the window")));
+    QCOMPARE(program.Sql(QStringLiteral("select Code_Type from Code_Info")), QStringLiteral("RTF"));
+    m_desktop.Key(QStringLiteral("ctrl+w"));
+    Drop({program.Path(QStringLiteral("rich.rtf"))});
+    QVERIFY(Wait_Until(
+        [&] { return program.Sql(QStringLiteral("select count(*) from Code_Info")) == QLatin1String("2"); }));
+    m_desktop.Key(QStringLiteral("ctrl+q"));
+    QVERIFY(program.Wait_For_End());
+
+    program.Start();
+    window = program.Wait_For_Window();
+    QVERIFY(!window.isEmpty());
+    QCOMPARE(program.Sql(QStringLiteral("select Code_Content from Code_Info where Code_Title='rich'")),
+             QStringLiteral("Bold and 中文 text"));
+    QCOMPARE(program.Sql(QStringLiteral("pragma integrity_check")), QStringLiteral("ok"));
+    QVERIFY(!QFile::exists(program.Path(QStringLiteral("Error.log"))));
+}
+
+void E2e_Road::A_Second_Start_Ends_Silently()
+{
+    Program program(m_desktop);
+    program.Start();
+    QVERIFY(!program.Wait_For_Window().isEmpty());
+    QProcess second;
+    second.setProcessEnvironment(m_desktop.Environment());
+    second.start(program.Path(QStringLiteral("zelqor")), QStringList());
+    QVERIFY(second.waitForFinished(5000));
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(program.Is_Running());
+}
+
+QTEST_GUILESS_MAIN(E2e_Road)
+#include "e2e_road.moc"

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rich_text.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextList>
+#include <QTextTable>
+
+#include <algorithm>
+
+/// LibreOffice and this program read each other's RTF and see the same text, labels of lists included.
+class Test_Rtf_Foreign : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void reads_its_rtf_data() { Languages(); }
+    void reads_its_rtf();
+    void it_reads_ours_data() { Languages(); }
+    void it_reads_ours();
+
+private:
+    static void Languages();
+    void Convert(const QString &target, const QStringList &files);
+    QString Path(const QString &name) const { return m_directory.filePath(name); }
+
+    QTemporaryDir m_directory;
+};
+
+namespace
+{
+struct Language {
+    const char *name;
+    QString text;
+};
+const Language languages[] = {{"English", u"Plain \u201Cwords\u201D \u2013 caf\u00E9"_qs},
+                              {"Chinese", u"中文文字，“引号”。𠀀"_qs},
+                              {"Japanese", u"日本語のカタカナ"_qs},
+                              {"Russian", u"Русский текст №"_qs},
+                              {"Arabic", u"نص عربي"_qs}};
+
+QByteArray Png()
+{
+    QImage image(20, 10, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+/// A flat OpenDocument text with headings, attributes, two kinds of lists, a merged table, a link, a note, a picture.
+QByteArray Open_Document(const QString &text)
+{
+    const QString body = uR"xml(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0" office:version="1.2"
+ xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0" xmlns:style="urn:oasis:names:tc:opendocument:xmlns:style:1.0"
+ xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" xmlns:xlink="http://www.w3.org/1999/xlink"
+ xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
+ xmlns:fo="urn:oasis:names:tc:opendocument:xmlns:xsl-fo-compatible:1.0"
+ xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
+ office:mimetype="application/vnd.oasis.opendocument.text"><office:automatic-styles>
+<style:style style:name="B" style:family="text"><style:text-properties fo:font-weight="bold"
+ style:font-weight-asian="bold" style:font-weight-complex="bold" fo:color="#ff0000"/></style:style>
+<text:list-style style:name="U"><text:list-level-style-bullet text:level="1" text:bullet-char="•"/>
+<text:list-level-style-bullet text:level="2" text:bullet-char="◦"/></text:list-style>
+<text:list-style style:name="N"><text:list-level-style-number text:level="1" style:num-format="a" style:num-prefix="("
+ style:num-suffix=")"/></text:list-style></office:automatic-styles><office:body><office:text>
+<text:h text:outline-level="1">1 %1</text:h><text:p>2 <text:span text:style-name="B">%1</text:span> {a\b}<text:tab/>;</text:p>
+<text:list text:style-name="U"><text:list-item><text:p>3 %1</text:p><text:list><text:list-item><text:p>4 %1</text:p>
+</text:list-item></text:list></text:list-item></text:list>
+<text:list text:style-name="N"><text:list-item><text:p>5 %1</text:p></text:list-item><text:list-item><text:p>6 %1</text:p>
+</text:list-item></text:list><table:table><table:table-column table:number-columns-repeated="2"/><table:table-row>
+<table:table-cell table:number-columns-spanned="2"><text:p>7 %1</text:p></table:table-cell><table:covered-table-cell/>
+</table:table-row><table:table-row><table:table-cell><text:p>8 %1</text:p></table:table-cell><table:table-cell>
+<text:p>9</text:p></table:table-cell></table:table-row></table:table>
+<text:p><text:a xlink:href="http://a.b/c">10 %1</text:a> after<text:line-break/>the break</text:p>
+<text:p><draw:frame text:anchor-type="as-char" svg:width="1in" svg:height="0.5in"><draw:image><office:binary-data>%2
+</office:binary-data></draw:image></draw:frame>last %1</text:p></office:text></office:body></office:document>)xml"_qs;
+    return body.arg(text, QLatin1String(Png().toBase64())).toUtf8();
+}
+
+void Write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), qPrintable(path));
+}
+
+QByteArray Bytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// An item's label of letters, before Qt mirrors its signs for text from right to left.
+QString Numbered(const QTextList &list, const QTextBlock &block)
+{
+    const QTextListFormat format = list.format();
+    return format.numberPrefix() + QChar(u'a' + list.itemNumber(block)) + format.numberSuffix();
+}
+
+/// The text with the labels of lists, without blanks and pictures.
+QString Essence(const QTextDocument &document)
+{
+    QString text;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (const QTextList *list = block.textList()) {
+            const auto style = list->format().style();
+            text += style == QTextListFormat::ListDisc     ? u"•"_qs
+                    : style == QTextListFormat::ListCircle ? u"◦"_qs
+                    : style == QTextListFormat::ListSquare ? u"▪"_qs
+                                                           : Numbered(*list, block);
+        }
+        text += block.text();
+    }
+    return text;
+}
+
+QString Squeezed(QString text)
+{
+    static const QRegularExpression blanks(u"[\\s\u2028\uFFFC\uFEFF]+"_qs);
+    return text.remove(blanks);
+}
+
+/// Both texts from where they part, "" and "" for the same text but for blanks.
+std::pair<QString, QString> Difference(const QString &one, const QString &other)
+{
+    const QString left = Squeezed(one), right = Squeezed(other);
+    const auto parted = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
+    return {left.sliced(parted.first - left.begin()), right.sliced(parted.second - right.begin())};
+}
+} // namespace
+
+void Test_Rtf_Foreign::Languages()
+{
+    QTest::addColumn<QString>("name");
+    for (const Language &language : languages)
+        QTest::newRow(language.name) << QString::fromLatin1(language.name);
+}
+
+void Test_Rtf_Foreign::Convert(const QString &target, const QStringList &files)
+{
+    QProcess office;
+    office.setWorkingDirectory(m_directory.path());
+    office.start(u"soffice"_qs, QStringList{u"-env:UserInstallation=file://"_qs + Path(u"profile"_qs), u"--headless"_qs,
+                                            u"--convert-to"_qs, target, u"--outdir"_qs, m_directory.path()} +
+                                    files);
+    QVERIFY2(office.waitForFinished(120'000) && office.exitCode() == 0, office.readAllStandardError().constData());
+}
+
+/// Each call of LibreOffice takes seconds, so all languages go through it together.
+void Test_Rtf_Foreign::initTestCase()
+{
+    QStringList sources, results;
+    for (const Language &language : languages) {
+        const QString name = QString::fromLatin1(language.name);
+        Write(Path(name + u".fodt"_qs), Open_Document(language.text));
+        sources << name + u".fodt"_qs;
+    }
+    Convert(u"rtf:Rich Text Format"_qs, sources);
+    for (const Language &language : languages) {
+        const QString name = QString::fromLatin1(language.name);
+        QTextDocument document;
+        QVERIFY2(Rich_Text::Read_Rtf(Bytes(Path(name + u".rtf"_qs)), document), language.name);
+        Write(Path(name + u"_ours.rtf"_qs), Rich_Text::Write_Rtf(document));
+        results << name + u".rtf"_qs << name + u"_ours.rtf"_qs;
+    }
+    Convert(u"txt:Text (encoded):UTF8"_qs, results);
+}
+
+void Test_Rtf_Foreign::reads_its_rtf()
+{
+    QFETCH(QString, name);
+    QTextDocument document;
+    QVERIFY(Rich_Text::Read_Rtf(Bytes(Path(name + u".rtf"_qs)), document));
+    const auto [ours, theirs] = Difference(Essence(document), QString::fromUtf8(Bytes(Path(name + u".txt"_qs))));
+    QCOMPARE(ours, theirs);
+
+    QTextCursor bold = document.find(u"2 "_qs);
+    bold.setPosition(bold.selectionEnd() + 1);
+    QVERIFY(bold.charFormat().fontWeight() == QFont::Bold);
+    QCOMPARE(bold.charFormat().foreground().color(), QColor(Qt::red));
+    QTextCursor cell = document.find(u"7 "_qs);
+    QVERIFY(cell.currentTable());
+    QCOMPARE(cell.currentTable()->cellAt(cell).columnSpan(), 2);
+    QCOMPARE(document.find(u"10 "_qs).charFormat().anchorHref(), u"http://a.b/c"_qs);
+    QTextCursor picture = document.find(u"\uFFFC"_qs);
+    const QTextImageFormat format = picture.charFormat().toImageFormat();
+    QCOMPARE(QSizeF(qRound(format.width()), qRound(format.height())), QSizeF(96, 48));
+    QCOMPARE(
+        QImage::fromData(document.resource(QTextDocument::ImageResource, QUrl(format.name())).toByteArray()).size(),
+        QSize(20, 10));
+}
+
+void Test_Rtf_Foreign::it_reads_ours()
+{
+    QFETCH(QString, name);
+    QTextDocument document;
+    QVERIFY(Rich_Text::Read_Rtf(Bytes(Path(name + u"_ours.rtf"_qs)), document));
+    const auto [theirs, ours] = Difference(QString::fromUtf8(Bytes(Path(name + u"_ours.txt"_qs))), Essence(document));
+    QCOMPARE(theirs, ours);
+}
+
+QTEST_MAIN(Test_Rtf_Foreign)
+#include "test_rtf_foreign.moc"
