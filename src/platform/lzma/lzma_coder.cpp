@@ -105,7 +105,7 @@ QByteArray Read_Header(const Source &stream)
 }
 
 /// The properties byte holds (pb * 5 + lp) * 9 + lc.
-lzma_options_lzma Options_Of(const QByteArray &header, quint64 size)
+lzma_options_lzma Options_Of(const QByteArray &header, quint64 size, quint64 limit)
 {
     const quint32 properties = static_cast<quint8>(header.at(0));
     lzma_options_lzma options{};
@@ -113,7 +113,7 @@ lzma_options_lzma Options_Of(const QByteArray &header, quint64 size)
     options.lp = properties / 9 % 5;
     options.pb = properties / 45; // the library refuses what is too large
     const quint32 asked = qFromLittleEndian<quint32>(header.constData() + 1);
-    options.dict_size = Dictionary_For(size, std::min(asked, Largest_Dictionary));
+    options.dict_size = Dictionary_For(std::min(size, limit), std::min(asked, Largest_Dictionary));
     options.ext_flags = LZMA_LZMA1EXT_ALLOW_EOPM; // some encoders write the marker although they know the size
     Set_Size(options, size);
     return options;
@@ -147,7 +147,7 @@ Outcome Decode(const Source &stream, const Sink &plain, quint64 limit)
         return outcome;
     const quint64 size = qFromLittleEndian<quint64>(header.constData() + 5);
     outcome.sizeKnown = size != Unknown_Size;
-    lzma_options_lzma options = Options_Of(header, size);
+    lzma_options_lzma options = Options_Of(header, size, limit);
     Coder coder;
     if (!coder.Begin(lzma_raw_decoder, options))
         return outcome;

@@ -102,7 +102,10 @@ private slots:
         Files::Write_Bytes(At("coded.lzma"), coded);
         QCOMPARE(QProcess::execute("xz", {"--format=lzma", "-dkf", At("coded.lzma")}), 0);
         QVERIFY(Files::Read_Bytes(At("coded")) == plain);
-        for (const char *level : {"-0", "-9"}) { // its size is unknown to the header
+        QStringList levels{"-0"}; // the header of these says that the size is unknown
+        if (plain.size() < 1'000'000)
+            levels += "-9";
+        for (const QString &level : levels) {
             QCOMPARE(QProcess::execute("xz", {"--format=lzma", level, "-kf", At("plain")}), 0);
             QCOMPARE(Run("d", "plain.lzma", "back"), 0);
             QVERIFY(Files::Read_Bytes(At("back")) == plain);
@@ -164,16 +167,21 @@ private slots:
     {
         const QByteArray guard("\r\n\n\n\r\r\r\n\r\n\n\r\n\r\r\n\n\n\n\r\r\r\r\n");
         int damaged = 0;
-        for (int round = 0; round < 1500; ++round) {
+        for (int round = 0; round < 600; ++round) {
             const QByteArray plain = Random_Rtf(m_random, round % 5);
             const QByteArray password = Random_Bytes(m_random, m_random.bounded(1, 20), 32, 95);
-            Files::Write_Bytes(At("stored"), With_Tail(Lzma_Encode(plain + guard), password));
-            QCOMPARE(Run("d", "stored", "read"), 0);
-            const QByteArray read = Files::Read_Bytes(At("read"));
+            const QByteArray stored = With_Tail(Lzma_Encode(plain + guard), password);
+            bool complete = false;
+            const QByteArray read = Lzma_Decode(stored, complete);
             QVERIFY2(read.startsWith(plain), qPrintable(QString::number(round)));
             damaged += read != plain + guard;
+            if (round < 20) { // a file's way is the same
+                Files::Write_Bytes(At("stored"), stored);
+                QCOMPARE(Run("d", "stored", "read"), 0);
+                QCOMPARE(Files::Read_Bytes(At("read")), read);
+            }
         }
-        QVERIFY2(damaged > 100, "the trap that this test is about must be met");
+        QVERIFY2(damaged > 50, "the trap that this test is about must be met");
     }
 
     void A_Freed_Last_Byte_May_Be_Any()
