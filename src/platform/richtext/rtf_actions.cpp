@@ -54,9 +54,7 @@ void Reader::Unicode(int)
     const bool glyph = m_state.codePage == Symbol_Code_Page && code >= 0xF020 && code <= 0xF0FF;
     if (!glyph || m_state.destination != Destination::Body)
         return Emit_Unit(static_cast<char16_t>(code));
-    const auto font = static_cast<std::size_t>(std::max(m_state.chr.font, 0));
-    const QString name = font < m_model.fonts.size() ? m_model.fonts[font].name : QString();
-    Emit_Unit(Symbol_Glyph(static_cast<unsigned char>(code & 0xFF), name));
+    Emit_Unit(Symbol_Glyph(static_cast<unsigned char>(code & 0xFF), Font_Name()));
 }
 
 void Reader::Unicode_Skip(int)
@@ -179,10 +177,77 @@ void Reader::Select_Font(int)
         return;
     }
     m_state.chr.font = m_fontOfNumber.value(m_parameter, -1);
-    const auto font = static_cast<std::size_t>(m_state.chr.font);
-    const bool known = m_state.chr.font >= 0;
-    m_state.codePage = known ? m_model.fonts[font].codePage : Document_Code_Page;
-    m_state.plainAnsi = known && m_model.fonts[font].plainAnsi;
+    if (Associated *associated = Current_Associated())
+        associated->font = -1;
+    Font_Changed();
+}
+
+Reader::Associated *Reader::Current_Associated()
+{
+    return m_state.script == Script_Kind::East_Asian      ? &m_state.eastAsian
+           : m_state.script == Script_Kind::Right_To_Left ? &m_state.rightToLeft
+                                                          : nullptr;
+}
+
+/// The style that text has here: the run's own, overlaid by what is associated with its script.
+Char_Style Reader::Effective_Style() const
+{
+    Char_Style style = m_state.chr;
+    if (m_state.script == Script_Kind::Western)
+        return style;
+    const Associated &own = m_state.script == Script_Kind::East_Asian ? m_state.eastAsian : m_state.rightToLeft;
+    if (own.font >= 0)
+        style.font = own.font;
+    if (own.halfPoints > 0)
+        style.halfPoints = own.halfPoints;
+    style.flags |= own.flags;
+    return style;
+}
+
+void Reader::Font_Changed()
+{
+    const int font = Effective_Style().font;
+    const bool known = font >= 0;
+    const auto index = static_cast<std::size_t>(font);
+    m_state.codePage = known ? m_model.fonts[index].codePage : Document_Code_Page;
+    m_state.plainAnsi = known && m_model.fonts[index].plainAnsi;
+}
+
+QString Reader::Font_Name() const
+{
+    const int font = Effective_Style().font;
+    return font >= 0 ? m_model.fonts[static_cast<std::size_t>(font)].name : QString();
+}
+
+void Reader::Select_Script(int script)
+{
+    m_state.script = static_cast<Script_Kind>(script);
+    if (m_state.destination != Destination::Font_Table)
+        Font_Changed();
+}
+
+void Reader::Associated_Font(int)
+{
+    Associated *associated = Current_Associated();
+    if (!associated || m_state.destination == Destination::Font_Table)
+        return;
+    associated->font = m_fontOfNumber.value(m_parameter, -1);
+    Font_Changed();
+}
+
+void Reader::Associated_Size(int)
+{
+    if (Associated *associated = Current_Associated(); associated && m_parameter > 0)
+        associated->halfPoints = std::min(m_parameter, 3276);
+}
+
+void Reader::Associated_Flag(int flag)
+{
+    Associated *associated = Current_Associated();
+    if (!associated)
+        return;
+    const bool on = !m_hasParameter || m_parameter != 0;
+    associated->flags = static_cast<quint16>(on ? associated->flags | flag : associated->flags & ~flag);
 }
 
 void Reader::Font_Charset(int)
@@ -215,6 +280,9 @@ void Reader::Plain(int)
     const int link = m_state.chr.link;
     m_state.chr = {};
     m_state.chr.link = link;
+    m_state.eastAsian = {};
+    m_state.rightToLeft = {};
+    m_state.script = Script_Kind::Western;
     m_parameter = m_defaultFont;
     if (m_state.destination != Destination::Font_Table)
         Select_Font(0);
@@ -243,6 +311,8 @@ void Reader::Font_Size(int)
 {
     if (m_parameter > 0)
         m_state.chr.halfPoints = std::clamp(m_parameter, 2, 3276); // up to 1638 points
+    if (Associated *associated = Current_Associated())
+        associated->halfPoints = 0;
 }
 
 void Reader::Char_Spacing(int)

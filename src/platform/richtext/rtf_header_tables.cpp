@@ -142,7 +142,7 @@ void Append_Escaped(QByteArray &out, QStringView text)
         default:
             if (unit >= 0x20 && unit < 0x7F)
                 out += static_cast<char>(unit);
-            else if (unit >= 0x80)
+            else if (unit >= 0x7F)
                 out += "\\u" + QByteArray::number(static_cast<qint16>(unit)) + '?';
         }
     }

@@ -236,8 +236,7 @@ int Reader::Effective_Code_Page() const
 void Reader::Decode_Pending(QString &text)
 {
     if (m_state.codePage == Symbol_Code_Page && m_state.destination == Destination::Body) {
-        const auto font = static_cast<std::size_t>(std::max(m_state.chr.font, 0));
-        const QString name = font < m_model.fonts.size() ? m_model.fonts[font].name : QString();
+        const QString name = Font_Name();
         for (const char byte : std::as_const(m_pending))
             text += QChar(Symbol_Glyph(static_cast<unsigned char>(byte), name));
     } else if (Is_Ascii(m_pending)) {
@@ -342,11 +341,12 @@ void Reader::Append_Body(char16_t unit)
 
 void Reader::Open_Run()
 {
-    if (m_runOpen && m_runStyle == m_state.chr)
+    const Char_Style style = Effective_Style();
+    if (m_runOpen && m_runStyle == style)
         return;
     Close_Run();
     m_runOpen = true;
-    m_runStyle = m_state.chr;
+    m_runStyle = style;
     m_runBegin = m_model.text.size();
 }
 
@@ -383,7 +383,7 @@ void Reader::End_Paragraph(int nesting)
     m_model.paragraphs.push_back({.firstRun = static_cast<int>(m_firstRun),
                                   .runCount = static_cast<int>(m_model.runs.size() - m_firstRun),
                                   .style = Interned(style),
-                                  .markStyle = Interned(m_state.chr)});
+                                  .markStyle = Interned(Effective_Style())});
     m_firstRun = m_model.runs.size();
     m_tables.Add_Paragraph(index, nesting);
 }
@@ -427,7 +427,7 @@ void Reader::End_Picture()
     Close_Run();
     m_model.runs.push_back({.begin = m_model.text.size(),
                             .length = 0,
-                            .style = Interned(m_state.chr),
+                            .style = Interned(Effective_Style()),
                             .picture = static_cast<int>(m_model.pictures.size())});
     m_model.pictures.push_back(std::move(picture));
     m_shapePictureTaken = true;

@@ -54,8 +54,18 @@ private:
     /// What is left to do when a group ends.
     enum class Closer : quint8 { None, Fonts, Picture, Note, Style, Level, Override, Old_List, Text_Box, Nested_Row };
 
+    /// Which of a run's three sets of properties its text takes: RTF 1.9.1, "Associated Character Properties".
+    enum class Script_Kind : quint8 { Western, East_Asian, Right_To_Left };
+    /// Properties of East Asian or right-to-left text where they differ from the run's own.
+    struct Associated {
+        int font = -1;
+        int halfPoints = 0;
+        quint16 flags = 0;
+    };
     struct State {
         Char_Style chr;
+        Associated eastAsian, rightToLeft;
+        Script_Kind script = Script_Kind::Western;
         Para_Style para;
         Destination destination = Destination::Body;
         Destination outside = Destination::Body; ///< of the \upr or \field that is open
@@ -95,6 +105,10 @@ private:
     void Flush();
     void Decode_Pending(QString &text);
     int Effective_Code_Page() const;
+    Associated *Current_Associated();
+    Char_Style Effective_Style() const;
+    void Font_Changed();
+    QString Font_Name() const;
     void Emit(QStringView text);
     void Emit_Body(QStringView text);
     void Emit_Unit(char16_t unit);
@@ -130,6 +144,10 @@ private:
     void Default_Font(int value);
     void Select_Font(int value);
     void Begin_Fonts(int value);
+    void Select_Script(int script);
+    void Associated_Font(int value);
+    void Associated_Size(int value);
+    void Associated_Flag(int flag);
     void Font_Charset(int value);
     void Font_Code_Page(int value);
     void Color_Part(int shift);

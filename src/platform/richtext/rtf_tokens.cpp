@@ -22,11 +22,12 @@ constexpr std::array<signed char, 256> Make_Hex_Values()
 {
     std::array<signed char, 256> values{};
     values.fill(-1);
-    for (int i = 0; i < 10; ++i)
-        values[static_cast<std::size_t>('0' + i)] = static_cast<signed char>(i);
-    for (int i = 0; i < 6; ++i) {
-        values[static_cast<std::size_t>('a' + i)] = static_cast<signed char>(10 + i);
-        values[static_cast<std::size_t>('A' + i)] = static_cast<signed char>(10 + i);
+    signed char value = 0;
+    for (const unsigned char digit : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'})
+        values[digit] = value++;
+    for (const unsigned char letter : {'a', 'b', 'c', 'd', 'e', 'f'}) {
+        values[letter] = value;
+        values[letter - ('a' - 'A')] = value++;
     }
     return values;
 }

@@ -44,6 +44,7 @@ struct Words {
     using R = Reader;
     using D = Reader::Destination;
     using T = Reader::Border_Target;
+    using K = Reader::Script_Kind;
     using C = Char_Style;
     using P = Para_Style;
     using S = Picture_Source;
@@ -52,6 +53,15 @@ struct Words {
         {"plain", &R::Plain},
         {"f", &R::Select_Font},
         {"fs", &R::Font_Size},
+        {"loch", &R::Select_Script, int(K::Western)},
+        {"hich", &R::Select_Script, int(K::Western)},
+        {"ltrch", &R::Select_Script, int(K::Western)},
+        {"dbch", &R::Select_Script, int(K::East_Asian)},
+        {"rtlch", &R::Select_Script, int(K::Right_To_Left)},
+        {"af", &R::Associated_Font},
+        {"afs", &R::Associated_Size},
+        {"ab", &R::Associated_Flag, Bold},
+        {"ai", &R::Associated_Flag, Italic},
         {"b", &R::Flag, Bold},
         {"i", &R::Flag, Italic},
         {"strike", &R::Flag, Strike},

@@ -188,7 +188,8 @@ void Test_Rtf_Foreign::reads_its_rtf()
     QTextCursor bold = document.find(u"2 "_qs);
     bold.setPosition(bold.selectionEnd() + 1);
     QVERIFY(bold.charFormat().fontWeight() == QFont::Bold);
-    QCOMPARE(bold.charFormat().foreground().color(), QColor(Qt::red));
+    if (name != u"Arabic"_qs) // LibreOffice leaves out the colour of right-to-left text
+        QCOMPARE(bold.charFormat().foreground().color(), QColor(Qt::red));
     QTextCursor cell = document.find(u"7 "_qs);
     QVERIFY(cell.currentTable());
     QCOMPARE(cell.currentTable()->cellAt(cell).columnSpan(), 2);

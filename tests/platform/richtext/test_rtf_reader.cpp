@@ -113,6 +113,10 @@ void Test_Rtf_Reader::looks_data()
     row("colours", "\\cf1 r\\cf2\\highlight1 b\\cf0\\highlight0 n\\chcbpat2 c",
         u"P: {color=#ff0000}r{color=#0000ff back=#ff0000}b{}n{back=#0000ff}c"_qs);
     row("fonts", "\\f1 a\\f2 b\\f6 c", u"P: {宋体}a{MS Gothic}b{East}c"_qs);
+    row("properties of East Asian and right-to-left text",
+        "\\rtlch\\ab\\af8 \\ltrch\\loch\\f6\\hich\\af6\\dbch\\ai\\af1\\loch a\\dbch \\'d6\\'d0\\rtlch \\'c7\\dbch\\f2 "
+        "\\'83A",
+        u"P: {East}a{宋体 i}中{Arabic b}ا{MS Gothic i}ア"_qs);
     row("styles build on styles",
         "{\\stylesheet{\\s1\\b\\qc One;}{\\s2\\sbasedon1\\i Two;}{\\*\\cs3\\cf1 Three;}}\\pard\\plain\\s2 a{\\cs3 "
         "b}\\par"

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QPainter>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -251,6 +252,21 @@ private slots:
         for (const qsizetype lost : {qsizetype(0), tail / 2, tail}) {
             QVERIFY(Rich_Text::Read_Rtf(rtf.chopped(lost), loaded));
             QCOMPARE(Document_Dump::Of(loaded), Document_Dump::Of(made));
+        }
+    }
+
+    /// Painting decodes pictures; their original bytes must be there for the next save all the same.
+    void painting_keeps_what_is_saved()
+    {
+        for (const quint32 seed : {3U, 7U, 11U}) {
+            QTextDocument document;
+            Generator(seed).Fill(document);
+            const QByteArray before = Rich_Text::Write_Rtf(document);
+            QVERIFY(before.contains("\\pict"));
+            QImage canvas(800, 2000, QImage::Format_RGB32);
+            QPainter painter(&canvas);
+            document.drawContents(&painter);
+            QCOMPARE(Rich_Text::Write_Rtf(document), before);
         }
     }
 
