@@ -118,9 +118,14 @@ void Program::Kill()
     m_process->waitForFinished();
 }
 
-bool Program::Wait_For_End(int milliseconds)
+bool Program::Leave(int milliseconds)
 {
-    return !Is_Running() || m_process->waitForFinished(milliseconds);
+    // A window that has just come up may not have the keyboard yet.
+    for (int waited = 0; Is_Running() && waited < milliseconds; waited += 700) {
+        m_desktop.Key(QStringLiteral("ctrl+q"));
+        m_process->waitForFinished(700);
+    }
+    return !Is_Running();
 }
 
 QString Program::Sql(const QString &statement) const

@@ -51,8 +51,8 @@ public:
     QString Wait_For_Window(int milliseconds = 20000) const;
     [[nodiscard]] bool Is_Running() const { return m_process != nullptr && m_process->state() != QProcess::NotRunning; }
     void Kill();
-    /// @returns whether the process ended by itself in time
-    bool Wait_For_End(int milliseconds = 10000);
+    /// Asks the program to leave by its shortcut. @returns whether it ended by itself in time
+    bool Leave(int milliseconds = 15000);
 
     /// What the sqlite3 shell answers for the database of the directory.
     QString Sql(const QString &statement) const;

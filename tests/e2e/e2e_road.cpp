@@ -13,6 +13,7 @@ class E2e_Road : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void Dropped_Files_Are_Edited_And_Found_Again();
     void A_Second_Start_Ends_Silently();
 
@@ -21,7 +22,17 @@ private:
     void Open_First_Row() const;
 
     Desktop m_desktop;
+    std::unique_ptr<Program> m_program;
 };
+
+/// A picture of what a failed test saw, where ZELQOR_E2E_SHOTS names a folder.
+void E2e_Road::cleanup()
+{
+    const QString folder = qEnvironmentVariable("ZELQOR_E2E_SHOTS");
+    if (QTest::currentTestFailed() && !folder.isEmpty())
+        m_desktop.Shoot(folder + QLatin1Char('/') + QLatin1String(QTest::currentTestFunction()) + QStringLiteral(".png"));
+    m_program.reset();
+}
 
 namespace
 {
@@ -29,7 +40,7 @@ namespace
 constexpr int Left = 20;
 constexpr int Top = 60;
 const QString List_X = QString::number(Left + 500);
-const QString First_Row_Y = QString::number(Top + 126);
+const QString First_Row_Y = QString::number(Top + 143);
 
 void Place(const Desktop &desktop, const QString &window)
 {
@@ -83,11 +94,11 @@ void E2e_Road::Open_First_Row() const
 void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
 {
     QVERIFY(m_desktop.Is_Up());
-    Program program(m_desktop);
+    m_program = std::make_unique<Program>(m_desktop);
+    Program &program = *m_program;
     program.Start();
     QVERIFY(!program.Wait_For_Window().isEmpty());
-    m_desktop.Key(QStringLiteral("ctrl+q"));
-    QVERIFY(program.Wait_For_End());
+    QVERIFY(program.Leave());
     program.Sql(QStringLiteral("insert into Cate_Info(Cate_ID,Cate_Name,Order_Id,Cate_Exp,Cate_pass) "
                                "values('001','Road',1,'1','')"));
     Write(program.Path(QStringLiteral("gbk.txt")),
@@ -97,7 +108,7 @@ void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
     program.Start();
     QString window = program.Wait_For_Window();
     Place(m_desktop, window);
-    m_desktop.Do({QStringLiteral("mousemove"), QString::number(Left + 80), QString::number(Top + 126),
+    m_desktop.Do({QStringLiteral("mousemove"), QString::number(Left + 80), QString::number(Top + 143),
                   QStringLiteral("click"), QStringLiteral("1")});
     Drop({program.Path(QStringLiteral("gbk.txt"))});
     QVERIFY(Wait_Until(
@@ -122,8 +133,7 @@ void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
     Drop({program.Path(QStringLiteral("rich.rtf"))});
     QVERIFY(Wait_Until(
         [&] { return program.Sql(QStringLiteral("select count(*) from Code_Info")) == QLatin1String("2"); }));
-    m_desktop.Key(QStringLiteral("ctrl+q"));
-    QVERIFY(program.Wait_For_End());
+    QVERIFY(program.Leave());
 
     program.Start();
     window = program.Wait_For_Window();
@@ -136,7 +146,8 @@ void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
 
 void E2e_Road::A_Second_Start_Ends_Silently()
 {
-    Program program(m_desktop);
+    m_program = std::make_unique<Program>(m_desktop);
+    Program &program = *m_program;
     program.Start();
     QVERIFY(!program.Wait_For_Window().isEmpty());
     QProcess second;
