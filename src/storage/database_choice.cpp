@@ -68,7 +68,8 @@ bool Apply_Database_Choice(const Database_Choice &choice)
     App().Conn_Str = connStr;
     App().Conn_OK = true;
     Keep(Config().CH_PATH, "CH_PATH", Flag(choice.relative));
-    Keep(Config().DATABASE_NAME, "DATABASE_NAME", fullPath, choice.path);
+    const bool sameAtStart = choice.relative || Files::Is_Absolute(choice.path);
+    Keep(Config().DATABASE_NAME, "DATABASE_NAME", fullPath, sameAtStart ? choice.path : fullPath);
     App().Root_Name = App().App_Title;
     if (!previous.isEmpty() && previous != connStr)
         Database_Engine::Let_Go(previous);

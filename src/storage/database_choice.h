@@ -21,7 +21,8 @@ QString Default_Database_Choice(bool relative);
 QString Spelled_Path(const QString &path, bool relative);
 
 /// Tests the chosen database and, when it can be read, makes it the one in force: settings, date delimiter,
-/// connection string and Config.ini. All statements from then on go to it.
+/// connection string and Config.ini. All statements from then on go to it. A relative path is written as a full one
+/// when relative names are not looked for under the program directory, so that the next start finds the same file.
 /// @returns false when it cannot be read, which is told in App().Conn_Trouble; nothing is changed then.
 bool Apply_Database_Choice(const Database_Choice &choice);
 

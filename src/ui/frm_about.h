@@ -25,8 +25,9 @@ public:
     explicit Frm_About(Role role = Role::Splash, QWidget *parent = nullptr);
     ~Frm_About() override;
 
-    /// Lets the state line show that the start goes on, with a pulse of dots behind it.
-    void Start_State_Timer() { Tmr_State.start(); }
+    /// Off at first; started, it lets the state line show that the start goes on, with a pulse of dots behind it.
+    QTimer Tmr_State;
+
     /// What start-up is doing now.
     void Set_State(const QString &state);
 
@@ -40,7 +41,6 @@ private:
     void Tmr_State_Timer();
 
     std::unique_ptr<Ui::Frm_About> m_ui;
-    QTimer Tmr_State;
     QString m_state;
     int m_ticks = 0;
     ctrlLanguage Lang{*this, QStringLiteral("Frm_About")};

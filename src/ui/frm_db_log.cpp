@@ -21,9 +21,9 @@ struct Log_Column {
 };
 
 constexpr Log_Column Log_Columns[] = {
-    {"Lsv_Log|Index|Item1", u"序号", 8},      {"Lsv_Log|Index|Item2", u"区分", 9},
-    {"Lsv_Log|Index|Item3", u"内容", 40},     {"Lsv_Log|Index|Item4", u"用户", 14},
-    {"Lsv_Log|Index|Item5", u"日期", 26},     {"Lsv_Log|Index|Item6", u"Mac地址", 20},
+    {"Lsv_Log|Index|Item1", u"序号", 8},      {"Lsv_Log|Index|Item2", u"区分", 13},
+    {"Lsv_Log|Index|Item3", u"内容", 38},     {"Lsv_Log|Index|Item4", u"用户", 13},
+    {"Lsv_Log|Index|Item5", u"日期", 26},     {"Lsv_Log|Index|Item6", u"Mac地址", 22},
     {"Lsv_Log|Index|Item7", u"计算机名", 16},
 };
 

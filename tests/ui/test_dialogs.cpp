@@ -11,6 +11,7 @@
 #include "platform/prompts/prompts.h"
 #include "storage/database_choice.h"
 #include "storage/database_lifecycle.h"
+#include "ui/ctrl_language.h"
 #include "ui/frm_about.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
@@ -103,6 +104,7 @@ private slots:
     void Log_Is_Filtered_data();
     void Log_Is_Filtered();
     void Every_Text_Is_In_Both_Packs();
+    void Design_Words_Are_The_Pack_s();
     void One_Instance_For_Each_Directory();
 
 private:
@@ -372,6 +374,33 @@ void Test_Dialogs::Every_Text_Is_In_Both_Packs()
             auto *spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(control));
             const bool named = spoken != nullptr && !spoken->text(QAccessible::Name).isEmpty();
             QVERIFY2(named || name == QLatin1String("Login_Uname"), qPrintable(form->objectName() + name));
+        }
+    }
+}
+
+/// A form shows its design-time words when the pack is empty: they are the Chinese ones.
+void Test_Dialogs::Design_Words_Are_The_Pack_s()
+{
+    const Profile::Snapshot chinese(QStringLiteral(":/lang/CHINESE.INI"));
+    const QString empty = App().App_Path + QStringLiteral("Lang/Empty.ini");
+    QVERIFY(QFile(empty).open(QIODevice::WriteOnly));
+    Config().LANGUAGE = QStringLiteral("Empty");
+    Load_Language(QStringLiteral("test"));
+    frmLogin login;
+    Frm_Database database;
+    Frm_DbLog log;
+    Frm_About about(Frm_About::Role::About);
+    for (QWidget *form : std::initializer_list<QWidget *>{&login, &database, &log, &about}) {
+        const QString name = form->objectName();
+        const QString path = App().App_Path + name;
+        ctrlLanguage(*form, name).WriteIniFileFormIDEform(path);
+        const Profile::Snapshot written(path);
+        QVERIFY(written.Contains(name, name));
+        for (const QString &key : written.Keys(name)) {
+            const bool filledByCode =
+                key.endsWith(QLatin1String("|Text")) || key.startsWith(QLatin1String("lblVersion"));
+            if (!filledByCode)
+                QCOMPARE(key + written.Value(name, key), key + chinese.Value(name, key));
         }
     }
 }
