@@ -13,6 +13,7 @@
 #include "ui/frm_main.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -73,19 +74,33 @@ void Window_Floor(benchmark::State &state)
     }
 }
 
+/// The time since the last call, in milliseconds; the stages of a start are shown beside its whole.
+double Lap(QElapsedTimer &timer)
+{
+    const double passed = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    timer.restart();
+    return passed;
+}
+
 void Start_To_Shown_Window(benchmark::State &state)
 {
     App().App_Path = Program_Folder();
     for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
         Config() = {};
         GetConfigInfo(Database_Steps_For_Start());
         Load_Language(u"Main()"_s);
         if (!App().Conn_OK)
             state.SkipWithError("the library did not open");
         Load_Root_Facts();
+        state.counters["settings"] = Lap(timer);
         Frm_Main window;
+        state.counters["window and tree"] = Lap(timer);
         window.Select_Last_Folder();
+        state.counters["list"] = Lap(timer);
         Show_And_Paint(window);
+        state.counters["paint"] = Lap(timer);
         state.PauseTiming();
         Database_Engine::Let_Go();
         state.ResumeTiming();
