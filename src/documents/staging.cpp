@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "documents/staging.h"
 
-#include "core/config_store.h"
 #include "core/process_state.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 Staging::Staging(int numbersBelow, const QStringList &suffixes)
@@ -26,7 +26,8 @@ QString Staging::Path(const QString &suffix) const
 
 void Staging::Drop(const QString &suffix) const
 {
-    Files::Delete_If_Present(Path(suffix));
+    if (QFileInfo::exists(Path(suffix)))
+        Files::Delete_If_Present(Path(suffix));
 }
 
 void Staging::Draw(int numbersBelow)
@@ -37,5 +38,5 @@ void Staging::Draw(int numbersBelow)
 bool Staging::Clashes(const QStringList &suffixes) const
 {
     return std::any_of(suffixes.begin(), suffixes.end(),
-                       [this](const QString &suffix) { return Exists(Path(suffix)); });
+                       [this](const QString &suffix) { return QFileInfo::exists(Path(suffix)); });
 }

@@ -99,8 +99,20 @@ char32_t Next_Code_Point(std::string_view text, size_t &at)
 
 int Compare(std::string_view a, std::string_view b)
 {
+    // Sorts and groupings live here, and nearly all that they compare is ASCII.
+    const size_t both = std::min(a.size(), b.size());
     size_t i = 0;
-    size_t j = 0;
+    for (; i < both; ++i) {
+        const auto x = static_cast<unsigned char>(a[i]);
+        const auto y = static_cast<unsigned char>(b[i]);
+        if (x >= First_Beyond_Ascii || y >= First_Beyond_Ascii) {
+            break;
+        }
+        if (x != y && Fold(x) != Fold(y)) {
+            return Fold(x) < Fold(y) ? -1 : 1;
+        }
+    }
+    size_t j = i;
     while (i < a.size() && j < b.size()) {
         const char32_t x = Fold(Next_Code_Point(a, i));
         const char32_t y = Fold(Next_Code_Point(b, j));

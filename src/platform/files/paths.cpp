@@ -2,6 +2,7 @@
 #include "platform/files/paths.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -41,11 +42,16 @@ QString With_Slashes(const QString &path)
 QString Name_In_Other_Case(const QString &directory, const QString &name)
 {
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    const QStringList entries = QDir(directory.isEmpty() ? QStringLiteral(".") : directory).entryList(all, QDir::Name);
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const QString &entry) {
-        return entry.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == entries.end() ? QString() : *found;
+    // Names only, unsorted: folders of temporary files hold thousands.
+    QDirIterator entries(directory.isEmpty() ? QStringLiteral(".") : directory, all);
+    QString found;
+    while (entries.hasNext()) {
+        entries.next();
+        const QString entry = entries.fileName();
+        if (entry.compare(name, Qt::CaseInsensitive) == 0 && (found.isEmpty() || entry < found))
+            found = entry;
+    }
+    return found;
 }
 
 /// Walks down from the root as far as names can be matched; from the first unknown name on the path stays as it is.

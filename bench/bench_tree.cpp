@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The folder tree of 100,000 documents in 2,000 folders, and its floor: one grouped statement straight through SQLite
+// that gives the same ids, names and subtree counts.
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "library.h"
+#include "platform/database/database.h"
+#include "tree/tree_loading.h"
+
+#include <QGuiApplication>
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const char *const Floor_Statement =
+    "with recursive own(id, n) as materialized (select Cate_ID, count(*) from Code_Info group by Cate_ID), "
+    "up(id, n) as (select id, n from own union all "
+    "select substr(id, 1, length(id) - 3), n from up where length(id) > 3), "
+    "total(id, n) as materialized (select id, sum(n) from up group by id) "
+    "select f.Cate_ID, f.Cate_Name, f.Icon_Name, f.Cate_Exp, coalesce(total.n, 0) from Cate_Info f "
+    "left join total on total.id = f.Cate_ID order by length(f.Cate_ID), f.Order_Id";
+
+const QString &Library_File()
+{
+    static const QString file = Shared_Library(100000, 2000);
+    return file;
+}
+
+void Tree_Floor(benchmark::State &state)
+{
+    sqlite3 *database = nullptr;
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_open_v2(Library_File().toUtf8().constData(), &database, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK ||
+        sqlite3_prepare_v2(database, Floor_Statement, -1, &statement, nullptr) != SQLITE_OK) {
+        state.SkipWithError(sqlite3_errmsg(database));
+        return;
+    }
+    sqlite3_int64 sum = 0;
+    for (auto _ : state) {
+        sum = 0;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            benchmark::DoNotOptimize(sqlite3_column_text(statement, 1));
+            sum += sqlite3_column_int64(statement, 4);
+        }
+        sqlite3_reset(statement);
+    }
+    state.counters["counted"] = static_cast<double>(sum);
+    sqlite3_finalize(statement);
+    sqlite3_close(database);
+}
+
+void Tree_Load(benchmark::State &state)
+{
+    App().App_Path = u"/nowhere/"_s;
+    Config().ShowLow = u"TRUE"_s;
+    const QString connection = Database_Engine::File_Connection_String(Library_File());
+    Tree_Model tree;
+    for (auto _ : state) {
+        if (!GetClassInfo_Ex(tree, connection, u"Zelqor"_s))
+            state.SkipWithError("the tree was not loaded");
+    }
+    qint64 sum = 0;
+    for (int i = 1; i < tree.Node_Count(); ++i)
+        sum += tree.Node(i).caption.section(u'[', -1).chopped(1).toLongLong();
+    state.counters["counted"] = static_cast<double>(sum);
+}
+
+BENCHMARK(Tree_Floor)->Unit(benchmark::kMillisecond);
+BENCHMARK(Tree_Load)->Unit(benchmark::kMillisecond);
+
+/// Prints what the load costs in units of its floor.
+class Ratio_Reporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run &run : runs) {
+            const double time = run.GetAdjustedRealTime();
+            if (run.benchmark_name() == "Tree_Floor")
+                m_floor = time;
+            else if (m_floor > 0)
+                GetOutputStream() << run.benchmark_name() << " / Tree_Floor = " << time / m_floor << "\n";
+        }
+    }
+
+private:
+    double m_floor = 0;
+};
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    Ratio_Reporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}
