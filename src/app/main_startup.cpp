@@ -158,7 +158,9 @@ void Start_Up::Show_Main()
     Log_Mark(QStringLiteral("Frm_Main start"));
     m_main = std::make_unique<Frm_Main>();
     Log_Mark(QStringLiteral("Frm_Main end"));
-    m_main->Query_Unload = [this] { return Form_QueryUnload(*m_main); };
+    m_main->Query_Unload = [this] {
+        return Form_QueryUnload(*m_main);
+    };
     m_main->Unloaded = [this] {
         m_main->Remove_Tray_Icon();
         m_main->Save_Placement();
