@@ -131,6 +131,7 @@ bool Start_Up::Bring_Up()
     Log_Mark(QStringLiteral("Frm_About_Start 1"));
     Show_Main();
     m_about.reset();
+    m_main->activateWindow(); // the splash that just went may have had the keyboard
     Log_Mark(QStringLiteral("Show_Main"));
     return true;
 }

@@ -63,6 +63,7 @@ void Document_Tabs::Open(const QString &code_id)
         return;
     }
     setCurrentIndex(Add(document));
+    document->setFocus();
     m_shell.Document_Changed(code_id);
 }
 

@@ -46,10 +46,8 @@ const QString First_Row_Y = QString::number(Top + 143);
 
 void Place(const Desktop &desktop, const QString &window)
 {
-    desktop.Do({QStringLiteral("windowsize"), QStringLiteral("--sync"), window, QStringLiteral("1180"),
-                QStringLiteral("740")});
-    desktop.Do(
-        {QStringLiteral("windowmove"), QStringLiteral("--sync"), window, QString::number(Left), QString::number(Top)});
+    desktop.Do({QStringLiteral("windowsize"), window, QStringLiteral("1180"), QStringLiteral("740")});
+    desktop.Do({QStringLiteral("windowmove"), window, QString::number(Left), QString::number(Top)});
 }
 
 void Write(const QString &path, const QByteArray &bytes)
