@@ -4,7 +4,7 @@
 #include "platform/desktop/single_instance.h"
 
 #include <QApplication>
-#include <QFileInfo>
+#include <QProcess>
 
 int main(int argc, char **argv)
 {
@@ -13,9 +13,15 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     App().App_Path = QCoreApplication::applicationDirPath() + QLatin1Char('/');
 
-    const Single_Instance instance(App().App_Path);
+    Single_Instance instance(App().App_Path);
     if (!instance.Is_Only_One())
         return 0;
     Start_Up startUp;
-    return startUp.Main() ? QApplication::exec() : 0;
+    if (startUp.Main())
+        return QApplication::exec();
+    if (startUp.Wants_Restart()) {
+        instance.Release();
+        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    }
+    return 0;
 }

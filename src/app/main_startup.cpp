@@ -24,7 +24,6 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QProcess>
 
 namespace
 {
@@ -203,7 +202,6 @@ bool Start_Up::Fail(qint32 number, const QString &description)
 
 bool Start_Up::Choose_Other_Database()
 {
-    if (Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted)
-        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    m_restart = Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted;
     return false;
 }

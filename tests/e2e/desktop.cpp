@@ -12,7 +12,7 @@ QString Output_Of(const QString &program, const QStringList &arguments, const QP
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
-    process.waitForFinished(20000);
+    process.waitForFinished(5000);
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
