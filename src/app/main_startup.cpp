@@ -15,6 +15,7 @@
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
+#include "storage/ladder.h"
 #include "storage/schema_sql.h"
 #include "tree/tree_loading.h"
 #include "ui/form_table.h"
@@ -30,14 +31,6 @@ namespace
 /// Stages whose rooms are still to be built; each keeps its place in the order.
 void Load_Runtime_File() {}
 void Attach_Skin() {}
-bool Need_Update_Db()
-{
-    return false;
-}
-bool Run_Ladder()
-{
-    return true;
-}
 void Write_Stored_Icons() {}
 
 void Set_Environment()
@@ -67,11 +60,34 @@ void Deploy_Runtime_Files()
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
 }
 
+bool Show_Upgrade_Window(const QString &connStr)
+{
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    Forms::Show_Modal(QStringLiteral("Frm_Update_235"), nullptr, connStr);
+    QGuiApplication::restoreOverrideCursor();
+    return App().Update_235_Done;
+}
+
+/// Whether the version can be asked for, so that a database from before the folder tree, which does not pass the
+/// opening test yet, is told from a file that is none.
+bool Is_Old_Without_Folders()
+{
+    bool old = false;
+    const bool asked = Resume_Next([&] { old = Need_Update_Db(App().Conn_Str); });
+    Clear_Pending();
+    return asked && old;
+}
+
 /// @returns false when the program is to end without a message
 bool Raise_Database()
 {
     App().Date_Delim = Config().Op_DB_Sql == QLatin1String("0") ? QStringLiteral("#") : QStringLiteral("'");
-    return !Need_Update_Db() || Run_Ladder();
+    if (App().Conn_OK ? !Need_Update_Db(App().Conn_Str) : !Is_Old_Without_Folders())
+        return true;
+    if (!Run_Ladder(App().Conn_Str, Config().Op_DB_Sql, {Show_Upgrade_Window, Yield}))
+        return false;
+    App().Conn_OK = App().Conn_OK || Opening_Test(App().Conn_Str);
+    return true;
 }
 
 void Load_Facts()
@@ -116,7 +132,7 @@ bool Start_Up::Bring_Up()
     Read_Settings();
     Deploy_Runtime_Files();
     Attach_Skin();
-    if (App().Conn_OK && !Raise_Database())
+    if (!Raise_Database())
         return false;
     Show_Splash();
     Log_Mark(App().Conn_Str);

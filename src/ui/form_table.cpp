@@ -6,6 +6,7 @@
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
 #include "ui/frm_login.h"
+#include "ui/frm_update_235.h"
 
 #include <algorithm>
 
@@ -37,6 +38,11 @@ Form Make_Database(const Opening &opening)
     return form;
 }
 
+Form Make_Update_235(const Opening &opening)
+{
+    return std::make_unique<Frm_Update_235>(opening.parent, opening.preset);
+}
+
 template <class Plain_Form>
 Form Make(const Opening &opening)
 {
@@ -49,10 +55,9 @@ struct Entry {
 };
 
 constexpr Entry Form_Table[] = {
-    {"Frm_About", Make_About},
-    {"frmLogin", Make_Login},
-    {"Frm_Database", Make_Database},
-    {"Frm_DbLog", Make<Frm_DbLog>},
+    {"Frm_About", Make_About},           {"frmLogin", Make_Login},
+    {"Frm_Database", Make_Database},     {"Frm_DbLog", Make<Frm_DbLog>},
+    {"Frm_Update_235", Make_Update_235},
 };
 } // namespace
 

@@ -113,6 +113,11 @@ QString File_Connection_String(const QString &path)
     return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
 }
 
+QString File_Of(const QString &connectionString)
+{
+    return Parse(connectionString).file;
+}
+
 void Create_File(const QString &connectionString)
 {
     const QString file = Parse(connectionString).file;

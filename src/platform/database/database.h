@@ -15,6 +15,9 @@ namespace Database_Engine
 {
 /// The connection string of a database file; PATH is the system's spelling or a native one.
 QString File_Connection_String(const QString &path);
+/// The native path of the file that a connection string names, "" for a data source.
+/// @throws Run_Time_Error when it names neither.
+QString File_Of(const QString &connectionString);
 
 /// Creates an empty database file. @throws Run_Time_Error when the file exists or cannot be made.
 void Create_File(const QString &connectionString);
