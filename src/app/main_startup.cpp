@@ -99,9 +99,10 @@ void Load_Facts()
 
 void Create_Legacy_Table()
 {
+    const Pending_Error first = Err();
     Resume_Next([] { Run_Statement(Sql_Text(Schema::Test), App().Conn_Str); });
     Resume_Next([] { Run_Statement(Sql_Text(Schema::Home_Node), App().Conn_Str); });
-    Clear_Pending();
+    Err() = first;
 }
 
 void Repair_Components()
@@ -137,7 +138,7 @@ bool Start_Up::Bring_Up()
     Show_Splash();
     Log_Mark(App().Conn_Str);
     if (!App().Conn_OK)
-        return Fail(0, App().Conn_Trouble);
+        return Fail(0, Error_Text(App().Conn_Trouble));
     Load_Facts();
     Read_Last_User();
     Repair_Users();
@@ -212,6 +213,8 @@ bool Start_Up::Fail(qint32 number, const QString &description)
     }
     m_about.reset();
     Prompts::Message(QStringLiteral("Error:") + description, QString::number(number));
+    if (Err().number == 0)
+        Err() = App().Conn_Trouble;
     Error_Log(QStringLiteral("Main()"));
     return Choose_Other_Database();
 }
