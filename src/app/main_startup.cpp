@@ -6,6 +6,7 @@
 #include "core/error_log.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "core/yield.h"
@@ -20,6 +21,7 @@
 #include "ui/form_table.h"
 #include "ui/frm_about.h"
 #include "ui/frm_main.h"
+#include "ui/skins.h"
 #include "users/user_start.h"
 
 #include <QApplication>
@@ -29,8 +31,6 @@
 namespace
 {
 /// Stages whose rooms are still to be built; each keeps its place in the order.
-void Load_Runtime_File() {}
-void Attach_Skin() {}
 bool Need_Update_Db()
 {
     return false;
@@ -47,6 +47,7 @@ void Set_Environment()
     App().Help_File = App().App_Path + QStringLiteral("help.chm");
     App().Date_Sep = Machine::Date_Separator();
     Database_Engine::Set_Date_Separator(Machine::Date_Separator());
+    Load_Built_In_Language(); // for what has to be said before the packs are in their place
 }
 
 void Read_Settings()
@@ -55,7 +56,6 @@ void Read_Settings()
     GetConfigInfo(Database_Steps_For_Start());
     Log_Mark_Off(QStringLiteral("GetConfigInfo"));
     Log_Mark(QStringLiteral("GetConfigInfo1"));
-    Load_Language(QStringLiteral("Main()"));
 }
 
 void Deploy_Runtime_Files()
@@ -66,6 +66,7 @@ void Deploy_Runtime_Files()
     Log_Mark(QStringLiteral("Load_Runtime_File"));
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
+    Load_Language(QStringLiteral("Main()"));
 }
 
 /// @returns false when the program is to end without a message
@@ -116,7 +117,7 @@ bool Start_Up::Bring_Up()
     Set_Environment();
     Read_Settings();
     Deploy_Runtime_Files();
-    Attach_Skin();
+    Attach_Chosen_Skin();
     if (App().Conn_OK && !Raise_Database())
         return false;
     Show_Splash();
@@ -158,7 +159,9 @@ void Start_Up::Show_Main()
     Log_Mark(QStringLiteral("Frm_Main start"));
     m_main = std::make_unique<Frm_Main>();
     Log_Mark(QStringLiteral("Frm_Main end"));
-    m_main->Query_Unload = [this] { return Form_QueryUnload(*m_main); };
+    m_main->Query_Unload = [this] {
+        return Form_QueryUnload(*m_main);
+    };
     m_main->Unloaded = [this] {
         m_main->Remove_Tray_Icon();
         m_main->Save_Placement();
