@@ -2,6 +2,7 @@
 #include "app/main_startup.h"
 #include "core/process_state.h"
 #include "platform/desktop/single_instance.h"
+#include "ui/logo_view.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -11,6 +12,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(App().App_Title);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(Program_Icon());
     App().App_Path = QCoreApplication::applicationDirPath() + QLatin1Char('/');
 
     Single_Instance instance(App().App_Path);

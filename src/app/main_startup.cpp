@@ -6,6 +6,7 @@
 #include "core/error_log.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "core/yield.h"
@@ -21,6 +22,7 @@
 #include "ui/form_table.h"
 #include "ui/frm_about.h"
 #include "ui/frm_main.h"
+#include "ui/skins.h"
 #include "users/user_start.h"
 
 #include <QApplication>
@@ -28,9 +30,7 @@
 
 namespace
 {
-/// Stages whose rooms are still to be built; each keeps its place in the order.
-void Load_Runtime_File() {}
-void Attach_Skin() {}
+/// A stage whose room is still to be built; it keeps its place in the order.
 void Write_Stored_Icons() {}
 
 void Set_Environment()
@@ -39,6 +39,7 @@ void Set_Environment()
     App().Help_File = App().App_Path + QStringLiteral("help.chm");
     App().Date_Sep = Machine::Date_Separator();
     Database_Engine::Set_Date_Separator(Machine::Date_Separator());
+    Load_Built_In_Language(); // for what has to be said before the packs are in their place
 }
 
 void Read_Settings()
@@ -47,7 +48,6 @@ void Read_Settings()
     GetConfigInfo(Database_Steps_For_Start());
     Log_Mark_Off(QStringLiteral("GetConfigInfo"));
     Log_Mark(QStringLiteral("GetConfigInfo1"));
-    Load_Language(QStringLiteral("Main()"));
 }
 
 void Deploy_Runtime_Files()
@@ -58,6 +58,7 @@ void Deploy_Runtime_Files()
     Log_Mark(QStringLiteral("Load_Runtime_File"));
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
+    Load_Language(QStringLiteral("Main()"));
 }
 
 bool Show_Upgrade_Window(const QString &connStr)
@@ -132,7 +133,7 @@ bool Start_Up::Bring_Up()
     Set_Environment();
     Read_Settings();
     Deploy_Runtime_Files();
-    Attach_Skin();
+    Attach_Chosen_Skin();
     if (!Raise_Database())
         return false;
     Show_Splash();
