@@ -40,7 +40,8 @@ bool Holds_Rows(const Ladder_Run &run)
 
 void Keep_Copy(const Ladder_Run &run)
 {
-    if (run.File().isEmpty() || !Holds_Rows(run))
+    const bool canChange = !run.File().isEmpty() && QFileInfo(run.File()).isWritable();
+    if (!canChange || !Holds_Rows(run))
         return;
     const QString ownName = QFileInfo(run.File()).completeBaseName();
     const bool usual = ownName.compare(App().App_Title, Qt::CaseInsensitive) == 0;
@@ -70,7 +71,8 @@ void Update_DB_Ver(const Ladder_Run &run)
         if (run.Trouble().number != 0)
             throw Run_Time_Error(run.Trouble().number, run.Trouble().description, run.Trouble().failure);
         const std::optional<QString> version = Stored_Version(run.Conn_Str());
-        if (version == Version_Digits())
+        // A run over another file may meet one of a later program, which stays one.
+        if (version && version->toLongLong() >= Version_Digits().toLongLong())
             return;
         run.Execute(Sql_Text(version ? Ladder_Sql::Update_Version : Ladder_Sql::Insert_Version, Version_Digits()));
     });

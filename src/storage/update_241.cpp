@@ -27,9 +27,12 @@ public:
 
     void Move()
     {
-        // The table is there already when an earlier program was stopped in the middle.
-        Resume_Next([&] { m_run.Execute(Sql_Text(Create_Folders)); });
+        const bool created = Resume_Next([&] { m_run.Execute(Sql_Text(Create_Folders)); });
         Clear_Pending();
+        // The table is there already when an earlier program was stopped in the middle; documents that have folders
+        // too were moved long ago, and what the class tables hold then must not come back.
+        if (!created && m_run.Opens(Folder_Of_Documents))
+            return;
         Yield();
         Move_Classes();
         Yield();

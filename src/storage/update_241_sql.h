@@ -14,6 +14,7 @@ inline constexpr const char16_t *Insert_Class =
     u"insert into cate_info(cate_id,cate_name,Icon_Name) values ('%1','%2','%3') ";
 inline constexpr const char16_t *Insert_Inner_Class =
     u"insert into cate_info(cate_id,cate_name,Code_Num,Icon_Name) values ('%1','%2',%3,'%4') ";
+inline constexpr const char16_t *Folder_Of_Documents = u"select top 1 Cate_ID from Code_Info";
 inline constexpr const char16_t *Add_Folder_Of_Documents =
     u"ALTER TABLE Code_Info Add COLUMN Cate_ID TEXT(250), [Code_Create] DateTime DEFAULT Now() NOT NULL  ";
 inline constexpr const char16_t *Documents =

@@ -315,6 +315,35 @@ private slots:
         QCOMPARE(Columns(u"tab_VirCate"_s).value(u"code_id"_s), 38);
     }
 
+    /// The class tables stay in a file that was moved to the folder tree: they must not be moved twice.
+    void Old_Classes_Never_Come_Back()
+    {
+        Make_Database_Of(u"250"_s);
+        Sql_Run(u"delete from Cate_Info"_s);
+        QVERIFY(Raise());
+        QCOMPARE(Sql_Rows(u"select Cate_ID from Cate_Info"_s), QList<QStringList>{{u"000"_s}});
+        QCOMPARE(Sql_Cell(u"select Cate_ID from Code_Info where Code_ID='20090101-3'"_s), u"002001001"_s);
+    }
+
+    void A_Move_That_Stopped_Behind_Its_Table_Is_Finished()
+    {
+        Make_Database_Of(u"238"_s);
+        Sql_Run(u"CREATE TABLE Cate_Info ([Cate_ID] Text(250) PRIMARY KEY, [Cate_Name] Text(50), "
+                u"[Cate_Memo] Text(200), [AutoColor_ID] Text(3), [Code_Num] Long DEFAULT 0, "
+                u"[Order_Id] Long DEFAULT 0, [Icon_Name] Text(20))"_s);
+        QVERIFY(Raise());
+        QCOMPARE(Sql_Cell(u"select count(*) from Cate_Info"_s), u"5"_s);
+        QCOMPARE(Sql_Cell(u"select Cate_ID from Code_Info where Code_ID='20090101-3'"_s), u"002001001"_s);
+    }
+
+    void A_Later_Version_Is_Not_Lowered()
+    {
+        Make_Database_Of(u"256"_s);
+        Sql_Run(u"update Mess_Conf set Mess_Name1='300' where Mess_ID='DB_VER'"_s);
+        QVERIFY(Raise());
+        QCOMPARE(Sql_Cell(u"select Mess_Name1 from Mess_Conf where Mess_ID='DB_VER'"_s), u"300"_s);
+    }
+
     void The_Dialect_Chooses_The_Rungs_data()
     {
         QTest::addColumn<QString>("dialect");
