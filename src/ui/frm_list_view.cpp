@@ -103,7 +103,8 @@ void Frm_ListView::Set_Up_Columns()
     header->setStretchLastSection(false);
     const auto columns = Document_Columns();
     for (size_t i = 0; i < columns.size(); ++i)
-        header->resizeSection(static_cast<int>(i), columns[i].width);
+        header->resizeSection(static_cast<int>(i),
+                              std::max(columns[i].width, header->sectionSizeHint(static_cast<int>(i))));
 }
 
 void Frm_ListView::ShowPageInfo(const Page_Info &info)

@@ -131,6 +131,17 @@ bool Program::Leave(int milliseconds)
     return !Is_Running();
 }
 
+void Program::Set(const QStringList &settings) const
+{
+    QFile file(Path(QStringLiteral("Config.ini")));
+    if (!file.open(QIODevice::ReadWrite))
+        return;
+    const QByteArray lines = (QStringList{QStringLiteral("[Col]")} + settings).join(QStringLiteral("\r\n")).toUtf8();
+    const QByteArray text = file.readAll().replace("[Col]", lines);
+    file.seek(0);
+    file.write(text);
+}
+
 QString Program::Sql(const QString &statement) const
 {
     const QString database = Path(QStringLiteral("data/Zelqor.db"));

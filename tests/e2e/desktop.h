@@ -54,6 +54,8 @@ public:
     /// Asks the program to leave by its shortcut. @returns whether it ended by itself in time
     bool Leave(int milliseconds = 15000);
 
+    /// Puts settings, as "Tree_LastKey=001", into the section [Col] of the settings file of a program that has ended.
+    void Set(const QStringList &settings) const;
     /// What the sqlite3 shell answers for the database of the directory.
     QString Sql(const QString &statement) const;
 

@@ -86,13 +86,7 @@ void E2e_Kill::Saves_And_Exits_Survive_A_Kill()
     program.Kill();
     program.Sql(QStringLiteral("insert into Cate_Info(Cate_ID,Cate_Name,Order_Id,Cate_Exp,Cate_pass) "
                                "values('001','Rounds',1,'1','')"));
-    QFile config(program.Path(QStringLiteral("Config.ini")));
-    QVERIFY(config.open(QIODevice::ReadWrite));
-    const QByteArray text = config.readAll().replace("[Col]\r\n", "[Col]\r\nTree_LastKey=001\r\nBackup_Num=0\r\n");
-    config.resize(0);
-    config.seek(0);
-    config.write(text);
-    config.close();
+    program.Set({QStringLiteral("Tree_LastKey=001"), QStringLiteral("Backup_Num=0")});
 
     QStringList known;
     for (int round = 0; round < Rounds() - Rounds() / 3; ++round) {
