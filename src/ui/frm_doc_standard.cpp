@@ -43,6 +43,9 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.content = m_ui->Txt_Content->document();
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
+    const QFont font(Config().FontName_Cont, std::max(1, Config().FontSize_Cont.toInt()));
+    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
+        pane->setFont(font);
     Set_Up_Choices();
     Set_Up_Formatting();
     Adjuest_Memo();
@@ -75,8 +78,6 @@ void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folder
     m_form.create_date = m_form.update_date = Database_Engine::Short_Date(Machine::Now().date().startOfDay());
     const bool rich = Config().Op_Editor == QLatin1String("0") || Config().Op_Editor == QLatin1String("1");
     m_form.type = kind == QLatin1String("ADDCODE") && rich ? Rtf : QString();
-    const QFont font(Config().FontName_Cont, std::max(1, Config().FontSize_Cont.toInt()));
-    m_form.content->setDefaultFont(font);
     m_stored = false;
     Show_Form();
     m_ui->Fra_Code_Content->setText(m_lang.GetString("_NewDoc"));
