@@ -20,7 +20,7 @@ carry(CHINESE_INI ${CMAKE_SOURCE_DIR}/assets/lang/CHINESE.INI)
 file(GLOB sources CONFIGURE_DEPENDS src/platform/lzma/*.cpp src/platform/files/*.cpp)
 add_library(zelqorzip SHARED ${sources})
 set_target_properties(zelqorzip PROPERTIES PREFIX "" SUFFIX ".dll" LIBRARY_OUTPUT_DIRECTORY ${runtime}
-    CXX_VISIBILITY_PRESET hidden AUTOMOC OFF LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/zelqorzip.map)
+    AUTOMOC OFF LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/zelqorzip.map)
 target_compile_options(zelqorzip PRIVATE ${ZELQOR_WARNINGS})
 foreach(room lzma files errors)
     target_include_directories(zelqorzip PRIVATE ${CMAKE_BINARY_DIR}/rooms/${room})
@@ -34,6 +34,7 @@ file(GLOB_RECURSE parts CONFIGURE_DEPENDS assets/skins/library/*)
 add_custom_command(OUTPUT ${runtime}/SkinH_VB6.dll
     COMMAND Qt6::rcc --binary -o ${runtime}/SkinH_VB6.dll ${CMAKE_SOURCE_DIR}/assets/skins/library/library.qrc
     DEPENDS ${parts} VERBATIM)
+add_custom_target(skin_library DEPENDS ${runtime}/SkinH_VB6.dll)
 carry(SKINH_VB6_DLL ${runtime}/SkinH_VB6.dll)
 foreach(number 1 2 3 4 5)
     carry(${number}_SKIN ${CMAKE_SOURCE_DIR}/assets/skins/${number}.skin)
