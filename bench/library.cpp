@@ -48,7 +48,7 @@ public:
     void Make()
     {
         if (!CreateDataBase(m_plan.file))
-            throw Run_Time_Error(Error_Number::Path_Access, App().Conn_Trouble, Failure::Path_Access);
+            throw Run_Time_Error(Error_Number::Path_Access, App().Conn_Trouble.description, Failure::Path_Access);
         for (int i = 0; i < Bodies; ++i)
             m_bodies.push_back(New_Body(i));
         m_empty = Stage(u"empty"_s, Rich_Text::Write_Rtf(QTextDocument()));

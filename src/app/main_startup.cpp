@@ -27,6 +27,9 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 namespace
 {
@@ -50,6 +53,17 @@ void Read_Settings()
     Log_Mark(QStringLiteral("GetConfigInfo1"));
 }
 
+/// The toolkit's own dialogs speak the pack's language, where the system has their texts.
+void Translate_Toolkit()
+{
+    static QTranslator texts;
+    const bool chinese = Config().LANGUAGE.startsWith(QLatin1String("Chinese"), Qt::CaseInsensitive);
+    const QLocale locale = chinese ? QLocale(QLocale::Chinese, QLocale::China) : QLocale(QLocale::English);
+    if (texts.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
+                   QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&texts);
+}
+
 void Deploy_Runtime_Files()
 {
     Yield();
@@ -59,6 +73,7 @@ void Deploy_Runtime_Files()
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
     Load_Language(QStringLiteral("Main()"));
+    Translate_Toolkit();
 }
 
 bool Show_Upgrade_Window(const QString &connStr)
