@@ -64,7 +64,7 @@ public:
 private:
     QString Stage(const QString &name, const QByteArray &rtf) const
     {
-        const QString path = m_staging.filePath(name);
+        QString path = m_staging.filePath(name);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(Lzma_Encode(rtf)) < 0)
             throw Run_Time_Error(Error_Number::Path_Access, file.errorString(), Failure::Path_Access);
@@ -277,7 +277,7 @@ void Make_Library(const Library_Plan &plan)
 
 QString Shared_Library(int documents, int folders)
 {
-    const QString file = QDir::tempPath() + u"/zelqor-library-%1-%2.db"_s.arg(documents).arg(folders);
+    QString file = QDir::tempPath() + u"/zelqor-library-%1-%2.db"_s.arg(documents).arg(folders);
     if (QFile::exists(file))
         return file;
     const QString unfinished = file + u".new"_s;

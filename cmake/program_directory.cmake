@@ -1,8 +1,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# The program directory holds the executable and what stands beside it from the start: the language packs.
+# The program directory holds the executable and what stands beside it from the start: the language packs that it
+# does not carry inside itself.
 
 file(GLOB packs CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/assets/lang/*)
+list(FILTER packs EXCLUDE REGEX "/CHINESE\\.INI$")
 set(copies)
 foreach(pack ${packs})
     get_filename_component(name ${pack} NAME)

@@ -6,6 +6,7 @@
 #include "core/error_log.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "core/yield.h"
@@ -21,17 +22,15 @@
 #include "ui/form_table.h"
 #include "ui/frm_about.h"
 #include "ui/frm_main.h"
+#include "ui/skins.h"
 #include "users/user_start.h"
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QProcess>
 
 namespace
 {
-/// Stages whose rooms are still to be built; each keeps its place in the order.
-void Load_Runtime_File() {}
-void Attach_Skin() {}
+/// A stage whose room is still to be built; it keeps its place in the order.
 void Write_Stored_Icons() {}
 
 void Set_Environment()
@@ -40,6 +39,7 @@ void Set_Environment()
     App().Help_File = App().App_Path + QStringLiteral("help.chm");
     App().Date_Sep = Machine::Date_Separator();
     Database_Engine::Set_Date_Separator(Machine::Date_Separator());
+    Load_Built_In_Language(); // for what has to be said before the packs are in their place
 }
 
 void Read_Settings()
@@ -48,7 +48,6 @@ void Read_Settings()
     GetConfigInfo(Database_Steps_For_Start());
     Log_Mark_Off(QStringLiteral("GetConfigInfo"));
     Log_Mark(QStringLiteral("GetConfigInfo1"));
-    Load_Language(QStringLiteral("Main()"));
 }
 
 void Deploy_Runtime_Files()
@@ -59,6 +58,7 @@ void Deploy_Runtime_Files()
     Log_Mark(QStringLiteral("Load_Runtime_File"));
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
+    Load_Language(QStringLiteral("Main()"));
 }
 
 bool Show_Upgrade_Window(const QString &connStr)
@@ -100,9 +100,10 @@ void Load_Facts()
 
 void Create_Legacy_Table()
 {
+    const Pending_Error first = Err();
     Resume_Next([] { Run_Statement(Sql_Text(Schema::Test), App().Conn_Str); });
     Resume_Next([] { Run_Statement(Sql_Text(Schema::Home_Node), App().Conn_Str); });
-    Clear_Pending();
+    Err() = first;
 }
 
 void Repair_Components()
@@ -132,13 +133,13 @@ bool Start_Up::Bring_Up()
     Set_Environment();
     Read_Settings();
     Deploy_Runtime_Files();
-    Attach_Skin();
+    Attach_Chosen_Skin();
     if (!Raise_Database())
         return false;
     Show_Splash();
     Log_Mark(App().Conn_Str);
     if (!App().Conn_OK)
-        return Fail(0, App().Conn_Trouble);
+        return Fail(0, Error_Text(App().Conn_Trouble));
     Load_Facts();
     Read_Last_User();
     Repair_Users();
@@ -147,6 +148,7 @@ bool Start_Up::Bring_Up()
     Log_Mark(QStringLiteral("Frm_About_Start 1"));
     Show_Main();
     m_about.reset();
+    m_main->activateWindow(); // the splash that just went may have had the keyboard
     Log_Mark(QStringLiteral("Show_Main"));
     return true;
 }
@@ -212,13 +214,14 @@ bool Start_Up::Fail(qint32 number, const QString &description)
     }
     m_about.reset();
     Prompts::Message(QStringLiteral("Error:") + description, QString::number(number));
+    if (Err().number == 0)
+        Err() = App().Conn_Trouble;
     Error_Log(QStringLiteral("Main()"));
     return Choose_Other_Database();
 }
 
 bool Start_Up::Choose_Other_Database()
 {
-    if (Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted)
-        QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    m_restart = Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted;
     return false;
 }

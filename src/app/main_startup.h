@@ -17,6 +17,8 @@ public:
     /// Runs the order; any run-time error in it takes the failure path.
     /// @returns whether the program lives on in a window; false ends the process.
     bool Main();
+    /// After Main() was false: the user chose another database, and the program is to start anew.
+    [[nodiscard]] bool Wants_Restart() const { return m_restart; }
 
 private:
     /// @returns false when the user declined the one-time upgrade or cancelled the login
@@ -27,6 +29,7 @@ private:
     bool Fail(qint32 number, const QString &description);
     bool Choose_Other_Database();
 
+    bool m_restart = false;
     std::unique_ptr<Frm_About> m_about;
     std::unique_ptr<Frm_Main> m_main;
 };

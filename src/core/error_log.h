@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/process_state.h"
 #include "platform/errors/run_time_error.h"
 
 #include <QString>
 #include <type_traits>
-
-/// The error that a procedure met last and nobody has cleared; number 0 means none.
-struct Pending_Error {
-    qint32 number = 0;
-    QString description;
-    Failure failure = Failure::Other;
-};
 
 Pending_Error &Err();
 void Set_Pending(const Run_Time_Error &error);

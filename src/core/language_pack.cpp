@@ -12,7 +12,13 @@
 namespace
 {
 constexpr qsizetype Longest_Text = 254;
+
+void Name_Buttons()
+{
+    Prompts::Set_Button_Texts({Pack_Text("Buttons", "_Ok"), Pack_Text("Buttons", "_Yes"), Pack_Text("Buttons", "_No"),
+                               Pack_Text("Buttons", "_Cancel")});
 }
+} // namespace
 
 void Language_Pack::Load(const QString &folder, const QString &language)
 {
@@ -39,17 +45,22 @@ void Init_Core_Resources()
     Q_INIT_RESOURCE(lang);
 }
 
+void Load_Built_In_Language()
+{
+    Init_Core_Resources();
+    Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+    Name_Buttons();
+}
+
 void Load_Language(const QString &source)
 {
     const bool loaded =
         Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); });
     if (!loaded) {
         Error_Log(source);
-        Init_Core_Resources();
-        Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+        Load_Built_In_Language();
     }
-    Prompts::Set_Button_Texts({Pack_Text("Buttons", "_Ok"), Pack_Text("Buttons", "_Yes"), Pack_Text("Buttons", "_No"),
-                               Pack_Text("Buttons", "_Cancel")});
+    Name_Buttons();
 }
 
 QString Pack_Text(const char *section, const char *key)

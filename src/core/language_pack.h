@@ -30,6 +30,9 @@ Language_Pack &Language();
 /// Makes the built-in packs readable as ":/lang/CHINESE.INI" and ":/lang/English.ini".
 void Init_Core_Resources();
 
+/// Puts the built-in texts in force.
+void Load_Built_In_Language();
+
 /// Loads the pack that the setting LANGUAGE names and gives the prompts their button words. Where its file is missing
 /// or unreadable the error is recorded under `source` and the built-in texts stand in for it, so that no message is
 /// empty.

@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/errors/run_time_error.h"
+
 #include <QString>
+
+/// The error that a procedure met last and nobody has cleared; number 0 means none.
+struct Pending_Error {
+    qint32 number = 0;
+    QString description;
+    Failure failure = Failure::Other;
+};
 
 /// The process-wide values that start-up fills and everything else reads.
 struct Process_State {
@@ -13,7 +22,7 @@ struct Process_State {
     QString Date_Delim;           ///< delimiter of date literals in SQL text: "#" or "'"
     QString Conn_Str;             ///< every recordset is opened with it
     bool Conn_OK = false;         ///< the database could be read
-    QString Conn_Trouble;         ///< why it could not
+    Pending_Error Conn_Trouble;   ///< why it could not
     bool Update_235_Done = false; ///< the one-time upgrade window finished
     QString Curr_User;            ///< login name in force
     QString Root_Name;            ///< name and icon of the home node

@@ -197,7 +197,7 @@ void Write_File_Fields(Document_Row &document, const QString &folder_id, const Q
 /// The coder's input for a link: a file that holds the path as one line.
 QString Path_As_File(const Staging &staging, const QString &path)
 {
-    const QString name = staging.Path(QStringLiteral("tt.txt"));
+    QString name = staging.Path(QStringLiteral("tt.txt"));
     if (!Exists(name))
         Files::Write_Bytes(name, path.toUtf8() + "\r\n");
     return name;

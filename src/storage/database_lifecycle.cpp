@@ -52,7 +52,7 @@ Database_Check Make_Missing_Database()
     if (placed && (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME)))
         return Database_Check::Read_Again;
     if (!placed) {
-        App().Conn_Trouble = Error_Text(Err());
+        App().Conn_Trouble = Err();
         Clear_Pending();
     }
     App().Conn_OK = false;
@@ -108,7 +108,7 @@ QString Source_Conn_Str()
 
 bool Opening_Test(const QString &connStr)
 {
-    App().Conn_Trouble.clear();
+    App().Conn_Trouble = {};
     const bool opened = Resume_Next([&] {
         Recordset test;
         test.CursorLocation = Cursor_Location::Server;
@@ -118,7 +118,7 @@ bool Opening_Test(const QString &connStr)
         test.Close();
     });
     if (!opened) {
-        App().Conn_Trouble = Error_Text(Err());
+        App().Conn_Trouble = Err();
         Clear_Pending();
     }
     return opened;
@@ -139,7 +139,7 @@ bool CreateDataBase(const QString &path)
     });
     if (made)
         return true;
-    App().Conn_Trouble = Error_Text(Err());
+    App().Conn_Trouble = Err();
     Clear_Pending();
     Database_Engine::Let_Go(connStr);
     if (fileMade)

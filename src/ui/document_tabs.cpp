@@ -34,7 +34,8 @@ Document_Tabs::Document_Tabs(Shell &shell, QWidget *parent) : QTabWidget(parent)
     setMovable(false);
     tabBar()->setElideMode(Qt::ElideNone);
     connect(this, &QTabWidget::tabCloseRequested, this, [this](int index) { Close(index); });
-    connect(this, &QTabWidget::currentChanged, this, [this] { emit Document_On_Screen(Current_Document() != nullptr); });
+    connect(this, &QTabWidget::currentChanged, this,
+            [this] { emit Document_On_Screen(Current_Document() != nullptr); });
 }
 
 void Document_Tabs::Add_List(QWidget *list, const QString &caption)
@@ -62,6 +63,7 @@ void Document_Tabs::Open(const QString &code_id)
         return;
     }
     setCurrentIndex(Add(document));
+    document->setFocus();
     m_shell.Document_Changed(code_id);
 }
 

@@ -2,6 +2,7 @@
 #include "ui/frm_database.h"
 
 #include "core/config_store.h"
+#include "core/error_log.h"
 #include "core/process_state.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_choice.h"
@@ -104,7 +105,7 @@ void Frm_Database::Cmd_Apply_Click()
 {
     const Database_Choice choice = Typed_Choice();
     if (!Apply_Database_Choice(choice)) {
-        Prompts::Message(Lang.GetString("_ErrDb") + QLatin1Char('\n') + App().Conn_Trouble, App().App_Title,
+        Prompts::Message(Lang.GetString("_ErrDb") + QLatin1Char('\n') + Error_Text(App().Conn_Trouble), App().App_Title,
                          choice.data_source ? Prompts::Icon::Exclamation : Prompts::Icon::Information);
         return;
     }

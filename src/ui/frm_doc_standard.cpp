@@ -46,6 +46,7 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     Set_Up_Choices();
     Set_Up_Formatting();
     Adjuest_Memo();
+    setFocusProxy(m_ui->Txt_Content);
     m_ui->Pic_Panes->setStretchFactor(0, 1);
 
     for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
@@ -94,7 +95,6 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     m_stored = true;
     Show_Form();
     Lock_Boolean(!whole);
-    m_ui->Txt_Content->setFocus();
     return true;
 }
 

@@ -31,7 +31,9 @@ Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
     m_ui->Lbl_NextPage->setIcon(Line_Icon(QStringLiteral("next")));
     m_ui->Lbl_LastPage->setIcon(Line_Icon(QStringLiteral("last")));
 
-    const auto lastPage = [this] { return static_cast<int>(m_info.labels[Page_Info::Pages]); };
+    const auto lastPage = [this] {
+        return static_cast<int>(m_info.labels[Page_Info::Pages]);
+    };
     connect(m_ui->Lbl_FirstPage, &QToolButton::clicked, this, [this] { Go_To_Page(1); });
     connect(m_ui->Lbl_PreviousPage, &QToolButton::clicked, this, [this] { Go_To_Page(m_page - 1); });
     connect(m_ui->Lbl_NextPage, &QToolButton::clicked, this, [this] { Go_To_Page(m_page + 1); });
@@ -87,8 +89,10 @@ void Frm_ListView::dragEnterEvent(QDragEnterEvent *event)
 
 void Frm_ListView::dropEvent(QDropEvent *event)
 {
-    event->acceptProposedAction();
-    m_shell.Import_Files(Dropped_Files(*event->mimeData()), m_shell.Selected_Folder());
+    const QStringList files = Dropped_Files(*event->mimeData());
+    event->setAccepted(!files.isEmpty());
+    if (!files.isEmpty())
+        m_shell.Import_Files(files, m_shell.Selected_Folder());
 }
 
 void Frm_ListView::Set_Up_Columns()

@@ -103,8 +103,10 @@ void Frm_Main::Save_Placement()
     const auto keep = [](const char *key, int value) {
         WriteIni(Settings_Section, QLatin1String(key), QString::number(value));
     };
-    keep("MainLeft", Twips(place.x()));
-    keep("MainTop", Twips(place.y()));
+    // The frame's corner, which is what move() takes; without it the window would creep at each start.
+    const QPoint corner = isMaximized() ? place.topLeft() : pos();
+    keep("MainLeft", Twips(corner.x()));
+    keep("MainTop", Twips(corner.y()));
     keep("MainWidth", Twips(place.width()));
     keep("MainHeight", Twips(place.height()));
     constexpr int Normal_Window = 3; // any positive number that is neither minimised (1) nor maximised (2)
@@ -235,8 +237,12 @@ void Frm_Main::Add_Tray_Icon()
 
 void Frm_Main::Connect_Actions()
 {
-    const auto newDocument = [this] { m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder()); };
-    const auto save = [this] { m_tabs->Save_Current(); };
+    const auto newDocument = [this] {
+        m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder());
+    };
+    const auto save = [this] {
+        m_tabs->Save_Current();
+    };
     connect(m_ui->Mnu_AddCode, &QAction::triggered, this, newDocument);
     connect(m_ui->AddCode, &QAction::triggered, this, newDocument);
     connect(m_ui->Mnu_Import_File, &QAction::triggered, this, &Frm_Main::Choose_Files);
@@ -249,8 +255,10 @@ void Frm_Main::Connect_Actions()
     connect(m_ui->mnu_clean_data, &QAction::triggered, this, &Frm_Main::Clean);
     connect(m_ui->Mnu_Exit, &QAction::triggered, this, &Frm_Main::Leave);
     connect(m_ui->Mnu_Reload, &QAction::triggered, this, &Frm_Main::Reload_All);
-    connect(m_ui->Mnu_DbLog, &QAction::triggered, this, [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
-    connect(m_ui->Mnu_About, &QAction::triggered, this, [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
+    connect(m_ui->Mnu_DbLog, &QAction::triggered, this,
+            [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
+    connect(m_ui->Mnu_About, &QAction::triggered, this,
+            [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
     connect(m_ui->U_ShowLow, &QAction::toggled, this, [this](bool on) {
         Toggle_View(Config().ShowLow, "ShowLow", on, true);
         Reload_All();
@@ -278,10 +286,12 @@ void Frm_Main::Set_Icons()
         const char *icon;
     };
     const Action_Icon icons[] = {
-        {m_ui->AddCode, "new"},        {m_ui->Mnu_AddCode, "new"},          {m_ui->ImportFile, "import"},
-        {m_ui->Mnu_Import_File, "import"}, {m_ui->SaveCode, "save"},        {m_ui->Mnu_Save, "save"},
-        {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},   {m_ui->mnuComp, "compact"},
-        {m_ui->mnu_clean_data, "clean"}, {m_ui->Mnu_DbLog, "log"},          {m_ui->Mnu_About, "about"},
+        {m_ui->AddCode, "new"},         {m_ui->Mnu_AddCode, "new"},
+        {m_ui->ImportFile, "import"},   {m_ui->Mnu_Import_File, "import"},
+        {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
+        {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
+        {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
+        {m_ui->Mnu_DbLog, "log"},       {m_ui->Mnu_About, "about"},
         {m_ui->Mnu_Exit, "exit"},
     };
     for (const Action_Icon &row : icons)

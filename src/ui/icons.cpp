@@ -58,6 +58,16 @@ QIcon Draw_Icon(const QString &path)
     }
     return icon;
 }
+
+QString Icon_File(const QString &imageName)
+{
+    return Files::Native_Path(App().App_Path + QStringLiteral("data/ico/") + imageName);
+}
+
+bool Has_Icon_File(const QString &imageName)
+{
+    return QFile::exists(Icon_File(imageName));
+}
 } // namespace
 
 QIcon Line_Icon(const QString &name)
@@ -71,13 +81,15 @@ QIcon Line_Icon(const QString &name)
 
 QIcon Node_Icon(const QString &imageName)
 {
+    // The home node's icon is the program's own name until the user chooses another one.
+    if (imageName.compare(QLatin1String("ZELQOR.ICO"), Qt::CaseInsensitive) == 0 && !Has_Icon_File(imageName))
+        return Node_Icon(QStringLiteral("Home.ico"));
     const QString key = QStringLiteral("node:") + imageName;
     QIcon &icon = Cache()[key];
     if (!icon.isNull())
         return icon;
-    const QString file = Files::Native_Path(App().App_Path + QStringLiteral("data/ico/") + imageName);
-    if (QFile::exists(file))
-        icon = QIcon(file);
+    if (Has_Icon_File(imageName))
+        icon = QIcon(Icon_File(imageName));
     if (icon.isNull() || icon.availableSizes().isEmpty()) {
         const QString drawing = imageName.section(QLatin1Char('.'), 0, 0).toLower();
         icon = Line_Icon(drawing);

@@ -113,10 +113,10 @@ void Tree_Pane::dragMoveEvent(QDragMoveEvent *event)
 void Tree_Pane::dropEvent(QDropEvent *event)
 {
     const QString folder = Id_At(indexAt(event->position().toPoint()));
-    if (folder.isEmpty())
-        return;
-    event->acceptProposedAction();
-    m_shell.Import_Files(Dropped_Files(*event->mimeData()), folder);
+    const QStringList files = Dropped_Files(*event->mimeData());
+    event->setAccepted(!folder.isEmpty() && !files.isEmpty());
+    if (event->isAccepted())
+        m_shell.Import_Files(files, folder);
 }
 
 void Tree_Pane::Show_Expansion()

@@ -12,7 +12,7 @@ QString Output_Of(const QString &program, const QStringList &arguments, const QP
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
-    process.waitForFinished(20000);
+    process.waitForFinished(5000);
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
@@ -105,8 +105,10 @@ QString Program::Wait_For_Window(int milliseconds) const
             return !window.isEmpty();
         },
         milliseconds);
-    if (!window.isEmpty())
-        m_desktop.Do({QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+    if (window.isEmpty())
+        return window;
+    m_desktop.Do({QStringLiteral("windowactivate"), window});
+    Wait_Until([&] { return m_desktop.Do({QStringLiteral("getactivewindow")}) == window; }, 3000);
     return window;
 }
 
@@ -122,6 +124,7 @@ bool Program::Leave(int milliseconds)
 {
     // A window that has just come up may not have the keyboard yet.
     for (int waited = 0; Is_Running() && waited < milliseconds; waited += 700) {
+        Wait_For_Window(0);
         m_desktop.Key(QStringLiteral("ctrl+q"));
         m_process->waitForFinished(700);
     }

@@ -21,9 +21,9 @@ protected:
             urls << QUrl::fromLocalFile(path);
         auto *files = new QMimeData;
         files->setUrls(urls);
-        QDrag drag(this);
-        drag.setMimeData(files);
-        drag.exec(Qt::CopyAction);
+        auto *drag = new QDrag(this); // lives on until its data were fetched
+        drag->setMimeData(files);
+        drag->exec(Qt::CopyAction);
     }
 };
 

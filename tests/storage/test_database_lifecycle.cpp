@@ -69,7 +69,7 @@ private slots:
     {
         const QString path = m_program->Path(u"missing/new.db"_s);
         QVERIFY(!CreateDataBase(path));
-        QVERIFY(!App().Conn_Trouble.isEmpty());
+        QVERIFY(App().Conn_Trouble.number != 0);
         QCOMPARE(Err().number, 0);
         QVERIFY(!QFile::exists(path));
         // A file that stands there is nobody's to overwrite or to delete.
@@ -133,7 +133,7 @@ private slots:
         m_program->Write(u"data"_s, "a file in the folder's place");
         Start();
         QVERIFY(!App().Conn_OK);
-        QVERIFY(!App().Conn_Trouble.isEmpty());
+        QVERIFY(App().Conn_Trouble.number != 0);
     }
 
     void The_Opening_Test_Tells_Why_data()
@@ -150,14 +150,14 @@ private slots:
         WriteIni(u"DataBase"_s, u"DATABASE_NAME"_s, m_program->Path(u"other.db"_s));
         Start();
         QVERIFY(!App().Conn_OK);
-        QVERIFY(!App().Conn_Trouble.isEmpty());
+        QVERIFY(App().Conn_Trouble.number != 0);
         QCOMPARE(Err().number, 0);
         QCOMPARE(m_program->Logged(), QStringList());
         QCOMPARE(m_program->Bytes(u"other.db"_s), bytes);
         QVERIFY(Opening_Test(App().Conn_Str) == false);
         QVERIFY(CreateDataBase(m_program->Path(u"good.db"_s)));
         QVERIFY(Opening_Test(File_Conn_Str(m_program->Path(u"good.db"_s))));
-        QCOMPARE(App().Conn_Trouble, QString());
+        QCOMPARE(App().Conn_Trouble.number, 0);
     }
 
     void Compaction_Keeps_The_Rows_And_Frees_The_Space()

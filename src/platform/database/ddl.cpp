@@ -68,14 +68,14 @@ QString Index_Name(const QString &table, const QString &column)
     return u"zelqor_"_s + table + u'_' + column;
 }
 
-struct Foreign_Column {
+struct Indexed_Column {
     QString table;
     QString column;
 };
 
-std::vector<Foreign_Column> Missing_Indexes(const Catalog &catalog)
+std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog)
 {
-    std::vector<Foreign_Column> missing;
+    std::vector<Indexed_Column> missing;
     for (const auto &keyTable : catalog.Tables()) {
         const Catalog_Column *key = keyTable->Single_Key();
         if (key == nullptr || key->type != Value_Type::Text) {
@@ -89,10 +89,22 @@ std::vector<Foreign_Column> Missing_Indexes(const Catalog &catalog)
             }
         }
     }
+    // Lists of such rows are ordered by their dates: the newest few must not cost a sort of all.
+    for (const auto &table : catalog.Tables()) {
+        const Catalog_Column *key = table->Single_Key();
+        if (key == nullptr || key->type != Value_Type::Text) {
+            continue;
+        }
+        for (const Catalog_Column &column : table->columns) {
+            if (column.type == Value_Type::Date && !catalog.Has_Index(Index_Name(table->name, column.name))) {
+                missing.push_back({table->name, column.name});
+            }
+        }
+    }
     return missing;
 }
 
-QByteArray Create_Index_Sql(const Foreign_Column &column)
+QByteArray Create_Index_Sql(const Indexed_Column &column)
 {
     const QString name = Index_Name(column.table, column.column);
     return (u"CREATE INDEX IF NOT EXISTS "_s + Quoted_Name(name) + u" ON "_s + Quoted_Name(column.table) + u" ("_s +
@@ -104,8 +116,8 @@ QByteArray Create_Index_Sql(const Foreign_Column &column)
 void Make_Indexes(Connection &connection)
 {
     connection.Forget_Tables();
-    const std::vector<Foreign_Column> missing = Missing_Indexes(connection.Tables());
-    for (const Foreign_Column &column : missing) {
+    const std::vector<Indexed_Column> missing = Missing_Indexes(connection.Tables());
+    for (const Indexed_Column &column : missing) {
         connection.Execute(Create_Index_Sql(column));
     }
 }
