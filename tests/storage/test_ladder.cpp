@@ -41,7 +41,7 @@ QByteArray All_Bytes()
 QString Cell_Text(const QVariant &value)
 {
     return value.isNull()                              ? u"(null)"_s
-           : value.userType() == QMetaType::QByteArray ? QString::fromLatin1(value.toByteArray().toHex())
+           : value.userType() == QMetaType::QByteArray ? QString::number(qHash(value.toByteArray()))
                                                        : value.toString();
 }
 
