@@ -3,6 +3,7 @@
 
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
@@ -71,7 +72,8 @@ Database_Check Find_File_Database()
 Database_Check Find_Source_Database()
 {
     if (!Exists(App().App_Path + Source_File)) {
-        Prompts::Message(QStringLiteral("odbc.udl 文件丢失。"), App().Box_Title, Prompts::Icon::Information);
+        Load_Language(QStringLiteral("Main/GetConfigInfo"));
+        Prompts::Message(Pack_Text("Main", "_OdbcLost"), App().Box_Title, Prompts::Icon::Information);
         std::exit(0);
     }
     App().Conn_Str = Source_Conn_Str();
