@@ -39,7 +39,7 @@ QString Below(const QString &folder, const QString &name)
     const QStringList parts = relative.split(QLatin1Char('/'));
     if (!std::all_of(parts.begin(), parts.end(), Files::Is_Plain_Name))
         Refuse(QStringLiteral("Not a name below the folder: %1").arg(name));
-    const QString path = QDir(folder).filePath(relative);
+    QString path = QDir(folder).filePath(relative);
     const QString root = QFileInfo(folder).exists() ? QFileInfo(folder).canonicalFilePath() : QString();
     const QString ground = Real_Ground(path);
     if (!root.isEmpty() && ground != root && !ground.startsWith(root + QLatin1Char('/')))
