@@ -37,31 +37,31 @@ inline constexpr const char16_t *Rows_Of_Root =
 inline constexpr const char16_t *Rows_Of_Subtree =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID like '%2%'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS u"  from code_info "
-                                                                                               u",tab_VirCate where "
-                                                                                               u"code_info.code_id = "
-                                                                                               u"tab_VirCate.code_id "
-                                                                                               u"and "
-                                                                                               u"tab_VirCate.cate_id "
-                                                                                               u"like "
+    u",tab_VirCate where "
+    u"code_info.code_id = "
+    u"tab_VirCate.code_id "
+    u"and "
+    u"tab_VirCate.cate_id "
+    u"like "
     u"'%2%'  order by %4";
 /// The server's statement has no "%" in its pattern.
 inline constexpr const char16_t *Rows_Of_Subtree_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
-                                         u"Cate_Info.Cate_id  left join tab_VirCate on "
+    u"Cate_Info.Cate_id  left join tab_VirCate on "
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID like '%2'  %3 order by %4";
 inline constexpr const char16_t *Rows_Of_Folder =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID = '%2'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS u"  from code_info "
-                                                                                               u"inner join "
-                                                                                               u"tab_VirCate on "
-                                                                                               u"code_info.code_id = "
-                                                                                               u"tab_VirCate.code_id "
-                                                                                               u"where "
-                                                                                               u"code_info.cate_id = "
+    u"inner join "
+    u"tab_VirCate on "
+    u"code_info.code_id = "
+    u"tab_VirCate.code_id "
+    u"where "
+    u"code_info.cate_id = "
     u"'%2'  order by %4";
 inline constexpr const char16_t *Rows_Of_Folder_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
-                                         u"Cate_Info.Cate_id  left join tab_VirCate on "
+    u"Cate_Info.Cate_id  left join tab_VirCate on "
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID = '%2'  %3 order by %4";
 
 inline constexpr const char16_t *Rows_By_Condition =
