@@ -34,31 +34,25 @@ inline constexpr const char16_t *Rows_Of_Root =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info where Code_Info.Cate_id not like '000%'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  and Cate_Info.Cate_pass = '' order by %2";
 
+// clang-format off
 inline constexpr const char16_t *Rows_Of_Subtree =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID like '%2%'  and "
-    u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS u"  from code_info "
-    u",tab_VirCate where "
-    u"code_info.code_id = "
-    u"tab_VirCate.code_id "
-    u"and "
-    u"tab_VirCate.cate_id "
-    u"like "
+    u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS
+    u"  from code_info ,tab_VirCate where code_info.code_id = tab_VirCate.code_id and tab_VirCate.cate_id like "
     u"'%2%'  order by %4";
+// clang-format on
 /// The server's statement has no "%" in its pattern.
 inline constexpr const char16_t *Rows_Of_Subtree_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
     u"Cate_Info.Cate_id  left join tab_VirCate on "
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID like '%2'  %3 order by %4";
+// clang-format off
 inline constexpr const char16_t *Rows_Of_Folder =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID = '%2'  and "
-    u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS u"  from code_info "
-    u"inner join "
-    u"tab_VirCate on "
-    u"code_info.code_id = "
-    u"tab_VirCate.code_id "
-    u"where "
-    u"code_info.cate_id = "
+    u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS
+    u"  from code_info inner join tab_VirCate on code_info.code_id = tab_VirCate.code_id where code_info.cate_id = "
     u"'%2'  order by %4";
+// clang-format on
 inline constexpr const char16_t *Rows_Of_Folder_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
     u"Cate_Info.Cate_id  left join tab_VirCate on "

@@ -24,7 +24,7 @@ QString Token_Stream::Name()
     if (!Sees_Name() || Is_Reserved(Peek())) {
         Fail(u"a name expected"_s);
     }
-    const QString name = Take().Value();
+    QString name = Take().Value();
     if (name.isEmpty()) {
         Fail(u"an empty name"_s);
     }
