@@ -43,9 +43,6 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.content = m_ui->Txt_Content->document();
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
-    const QFont font(Config().FontName_Cont, std::max(1, Config().FontSize_Cont.toInt()));
-    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
-        pane->setFont(font);
     Set_Up_Choices();
     Set_Up_Formatting();
     Adjuest_Memo();
@@ -58,6 +55,7 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
         if (field->objectName().startsWith(QLatin1String("Txt_")))
             connect(field, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Show_Modify);
     }
+    connect(m_ui->Txt_Title, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Mark_Changed);
     for (QComboBox *choice : {m_ui->Comb_Cate, m_ui->Comb_Star, m_ui->Comb_Done})
         connect(choice, &QComboBox::activated, this, &Frm_Doc_Standard::Show_Modify);
 }
@@ -80,6 +78,7 @@ void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folder
     m_form.type = kind == QLatin1String("ADDCODE") && rich ? Rtf : QString();
     m_stored = false;
     Show_Form();
+    Use_Setting_Font();
     m_ui->Fra_Code_Content->setText(m_lang.GetString("_NewDoc"));
     m_ui->Txt_Title->setFocus();
 }
@@ -188,6 +187,20 @@ void Frm_Doc_Standard::Set_Up_Formatting()
         Merge_Format(format);
     });
     connect(m_ui->Txt_Content, &QTextEdit::currentCharFormatChanged, this, &Frm_Doc_Standard::Show_Format);
+}
+
+/// A new document is written in the font of the settings, whatever the skin's is.
+void Frm_Doc_Standard::Use_Setting_Font()
+{
+    QTextCharFormat format;
+    format.setFontFamilies({Config().FontName_Cont});
+    format.setFontPointSize(std::max(1, Config().FontSize_Cont.toInt()));
+    m_showing = true;
+    QTextCursor cursor(m_form.content);
+    cursor.setBlockCharFormat(format);
+    m_ui->Txt_Content->setCurrentCharFormat(format);
+    m_showing = false;
+    Clear_Changed();
 }
 
 void Frm_Doc_Standard::Merge_Format(const QTextCharFormat &format)

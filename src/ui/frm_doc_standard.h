@@ -45,6 +45,7 @@ signals:
 private:
     void Set_Up_Choices();
     void Set_Up_Formatting();
+    void Use_Setting_Font();
     void Merge_Format(const QTextCharFormat &format);
     void Show_Format(const QTextCharFormat &format);
     void Fill_Folders();
