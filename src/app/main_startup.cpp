@@ -4,6 +4,7 @@
 #include "app/shutdown.h"
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/runtime_files.h"

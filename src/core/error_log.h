@@ -19,10 +19,6 @@ void Log_Mark(const QString &mark);
 /// A mark that is kept in the code and has no effect.
 void Log_Mark_Off(const QString &mark);
 
-/// What a box shows for an error: a clear text in the user's language where the kind of failure is known, followed
-/// by the description; else the description alone.
-QString Error_Text(const Pending_Error &error);
-
 /// Runs one statement in resume-next mode: an error becomes the pending one and the next statement runs.
 /// @returns whether the statement succeeded.
 template <class Body>

@@ -3,6 +3,7 @@
 
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"

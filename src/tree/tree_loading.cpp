@@ -134,7 +134,7 @@ QString Fact_Or_Default(const QString &name, const QString &preset)
 {
     Recordset fact;
     fact.Open(Sql_Text(Sql::Fact, name), App().Conn_Str);
-    const QString value = fact.Eof() ? QString() : fact[0].Text();
+    QString value = fact.Eof() ? QString() : fact[0].Text();
     if (!value.isEmpty())
         return value;
     Run_Statement(Sql_Text(Sql::New_Fact, name, preset), App().Conn_Str);

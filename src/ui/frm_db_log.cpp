@@ -2,6 +2,7 @@
 #include "ui/frm_db_log.h"
 
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/log_view.h"
 #include "core/process_state.h"

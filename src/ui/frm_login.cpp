@@ -2,6 +2,7 @@
 #include "ui/frm_login.h"
 
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/process_state.h"
 #include "platform/database/database.h"
 #include "platform/prompts/prompts.h"

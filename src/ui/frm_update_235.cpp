@@ -2,6 +2,7 @@
 #include "ui/frm_update_235.h"
 
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/process_state.h"
 #include "core/yield.h"
 #include "platform/prompts/prompts.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/process_state.h"
 #include "core/system_log.h"
 #include "support/test_program.h"
