@@ -11,7 +11,6 @@
 #include "platform/prompts/prompts.h"
 #include "storage/database_choice.h"
 #include "storage/database_lifecycle.h"
-#include "ui/ctrl_language.h"
 #include "ui/frm_about.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
@@ -104,8 +103,7 @@ private slots:
     void Relative_Path_Follows_Its_Box();
     void Log_Is_Filtered_data();
     void Log_Is_Filtered();
-    void Every_Text_Is_In_Both_Packs();
-    void Design_Words_Are_The_Pack_s();
+    void Every_Control_Is_Named();
     void One_Instance_For_Each_Directory();
 
 private:
@@ -349,20 +347,9 @@ void Test_Dialogs::Log_Is_Filtered()
     QCOMPARE(script.Problems(), QStringList());
 }
 
-/// The packs have the same keys, no text is too long for a reader, no control is blanked and every control that the
-/// keyboard reaches has a name for those who cannot see it.
-void Test_Dialogs::Every_Text_Is_In_Both_Packs()
+/// Every control that the keyboard reaches has a name for those who cannot see it.
+void Test_Dialogs::Every_Control_Is_Named()
 {
-    const Profile::Snapshot chinese(QStringLiteral(":/lang/CHINESE.INI"));
-    const Profile::Snapshot english(QStringLiteral(":/lang/English.ini"));
-    QCOMPARE(english.Sections(), chinese.Sections());
-    for (const QString &section : chinese.Sections()) {
-        QCOMPARE(english.Keys(section), chinese.Keys(section));
-        for (const QString &key : chinese.Keys(section)) {
-            for (const QString &text : {chinese.Value(section, key), english.Value(section, key)})
-                QVERIFY2(!text.isEmpty() && text.size() < 254, qPrintable(section + QLatin1Char(' ') + key));
-        }
-    }
     frmLogin login;
     Frm_Database database;
     Frm_DbLog log;
@@ -376,35 +363,6 @@ void Test_Dialogs::Every_Text_Is_In_Both_Packs()
             auto *spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(control));
             const bool named = spoken != nullptr && !spoken->text(QAccessible::Name).isEmpty();
             QVERIFY2(named || name == QLatin1String("Login_Uname"), qPrintable(form->objectName() + name));
-        }
-    }
-}
-
-/// A form shows its design-time words when the pack is empty: they are the Chinese ones.
-void Test_Dialogs::Design_Words_Are_The_Pack_s()
-{
-    const Profile::Snapshot chinese(QStringLiteral(":/lang/CHINESE.INI"));
-    const QString empty = App().App_Path + QStringLiteral("Lang/Empty.ini");
-    QVERIFY(QFile(empty).open(QIODevice::WriteOnly));
-    Config().LANGUAGE = QStringLiteral("Empty");
-    Load_Language(QStringLiteral("test"));
-    frmLogin login;
-    Frm_Database database;
-    Frm_DbLog log;
-    Frm_Update_235 upgrade;
-    Frm_About about(Frm_About::Role::About);
-    for (QWidget *form : std::initializer_list<QWidget *>{&login, &database, &log, &about, &upgrade}) {
-        const QString name = form->objectName();
-        const QString path = App().App_Path + name;
-        ctrlLanguage(*form, name).WriteIniFileFormIDEform(path);
-        const Profile::Snapshot written(path);
-        QVERIFY(written.Contains(name, name));
-        for (const QString &key : written.Keys(name)) {
-            const bool filledByCode = key.endsWith(QLatin1String("|Text")) ||
-                                      key.startsWith(QLatin1String("lblVersion")) ||
-                                      key.startsWith(QLatin1String("Lab_Total"));
-            if (!filledByCode)
-                QCOMPARE(key + written.Value(name, key), key + chinese.Value(name, key));
         }
     }
 }

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "support/test_program.h"
+#include "tree/tree_loading.h"
+#include "ui/ctrl_language.h"
+#include "ui/frm_about.h"
+#include "ui/frm_database.h"
+#include "ui/frm_db_log.h"
+#include "ui/frm_doc_standard.h"
+#include "ui/frm_list_view.h"
+#include "ui/frm_login.h"
+#include "ui/frm_main.h"
+#include "ui/frm_update_235.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDirIterator>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int Longest_Text = 253;
+const QSize Small_Screen(1024, 740);
+
+struct Packs {
+    Profile::Snapshot chinese{u":/lang/CHINESE.INI"_s};
+    Profile::Snapshot english{u":/lang/English.ini"_s};
+};
+
+/// A main window that does nothing, for the panes.
+struct No_Shell : Shell {
+    void Set_Status(const QString & /*text*/) override {}
+    [[nodiscard]] QString Selected_Folder() const override { return {}; }
+    void Folder_Changed(const QString & /*id*/) override {}
+    void Document_Changed(const QString & /*code_id*/) override {}
+    void Open_Document(const QString & /*code_id*/) override {}
+    void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
+};
+
+std::unique_ptr<QWidget> New_Form(const QString &name)
+{
+    static No_Shell shell;
+    if (name == u"Frm_Main")
+        return std::make_unique<Frm_Main>();
+    if (name == u"Frm_ListView")
+        return std::make_unique<Frm_ListView>(shell);
+    if (name == u"Frm_Doc_Standard")
+        return std::make_unique<Frm_Doc_Standard>(shell);
+    if (name == u"frmLogin")
+        return std::make_unique<frmLogin>();
+    if (name == u"Frm_Database")
+        return std::make_unique<Frm_Database>();
+    if (name == u"Frm_DbLog")
+        return std::make_unique<Frm_DbLog>();
+    if (name == u"Frm_Update_235")
+        return std::make_unique<Frm_Update_235>();
+    return std::make_unique<Frm_About>(Frm_About::Role::About);
+}
+
+const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
+                                u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s};
+
+QString Read_Text(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList Captures(const QString &text, const char *pattern)
+{
+    QStringList found;
+    auto matches = QRegularExpression(QLatin1String(pattern)).globalMatch(text);
+    while (matches.hasNext())
+        found << matches.next().captured(1);
+    return found;
+}
+
+/// What a control shows and how much room that needs; "" when it has the room.
+QString Cut_Text(const QWidget &control)
+{
+    // The toolkit's own buttons that reach what found no room in a tool bar or a row of tabs.
+    if (control.objectName() == u"qt_toolbar_ext_button" || control.objectName() == u"ScrollLeftButton")
+        return control.parentWidget()->objectName() + u" is too long"_s;
+    QString text;
+    QSize needed = control.sizeHint();
+    if (const auto *button = qobject_cast<const QAbstractButton *>(&control))
+        text = button->text();
+    const auto *label = qobject_cast<const QLabel *>(&control);
+    if (label != nullptr) {
+        text = label->text();
+        if (label->wordWrap())
+            needed = QSize(0, label->heightForWidth(control.width()));
+    }
+    const bool cut = !text.isEmpty() && (needed.width() > control.width() || needed.height() > control.height());
+    return cut ? u"%1 '%2' needs %3x%4 in %5x%6"_s.arg(control.objectName(), text)
+                     .arg(needed.width())
+                     .arg(needed.height())
+                     .arg(control.width())
+                     .arg(control.height())
+               : QString();
+}
+} // namespace
+
+class Test_Packs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { Init_Core_Resources(); }
+    void init();
+    void cleanup() { m_program.reset(); }
+    void Packs_Hold_The_Same_Keys();
+    void English_Is_English();
+    void Keys_In_The_Code_Are_There_data();
+    void Keys_In_The_Code_Are_There();
+    void Captions_Are_There_data() { Each_Form(); }
+    void Captions_Are_There();
+    void No_Caption_Is_Cut_data() { Each_Form(); }
+    void No_Caption_Is_Cut();
+
+private:
+    static void Each_Form();
+
+    std::unique_ptr<Test_Program> m_program;
+};
+
+void Test_Packs::init()
+{
+    m_program = std::make_unique<Test_Program>();
+    Load_Root_Facts();
+}
+
+void Test_Packs::Each_Form()
+{
+    QTest::addColumn<QString>("form");
+    for (const QString &form : Form_Names)
+        QTest::newRow(qPrintable(form)) << form;
+}
+
+void Test_Packs::Packs_Hold_The_Same_Keys()
+{
+    const Packs packs;
+    QCOMPARE(packs.english.Sections(), packs.chinese.Sections());
+    for (const QString &section : packs.chinese.Sections()) {
+        QCOMPARE(packs.english.Keys(section), packs.chinese.Keys(section));
+        for (const QString &key : packs.chinese.Keys(section)) {
+            const QString chinese = packs.chinese.Value(section, key);
+            const QString english = packs.english.Value(section, key);
+            const QByteArray where = (section + u' ' + key).toUtf8();
+            for (const QString &text : {chinese, english})
+                QVERIFY2(!text.trimmed().isEmpty() && text.size() <= Longest_Text, where.constData());
+            QVERIFY2(chinese.count(u"%1"_s) == english.count(u"%1"_s), where.constData());
+            QVERIFY2(chinese.count(u'|') == english.count(u'|'), where.constData());
+        }
+    }
+}
+
+void Test_Packs::English_Is_English()
+{
+    static const QRegularExpression chineseSign(u"[\\x{2E80}-\\x{9FFF}\\x{F900}-\\x{FAFF}\\x{FF00}-\\x{FFEF}]"_s);
+    const Packs packs;
+    for (const QString &section : packs.english.Sections()) {
+        for (const QString &key : packs.english.Keys(section))
+            QVERIFY2(!packs.english.Value(section, key).contains(chineseSign), qPrintable(section + u' ' + key));
+    }
+}
+
+void Test_Packs::Keys_In_The_Code_Are_There_data()
+{
+    QTest::addColumn<QString>("path");
+    QDirIterator files(QStringLiteral(ZELQOR_SOURCES), {u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        if (!Captures(Read_Text(path), R"x("(_[A-Z]\w*)")x").isEmpty())
+            QTest::newRow(qPrintable(path.section(u'/', -2))) << path;
+    }
+}
+
+/// A key asked of the form's own control stands in the form's section, one asked with a section in that one, and one
+/// that stands in a table in one of the sections that the file speaks of. A key may be the head of numbered ones.
+void Test_Packs::Keys_In_The_Code_Are_There()
+{
+    QFETCH(QString, path);
+    const Packs packs;
+    const QString code = Read_Text(path);
+    const QString withHeader = code + Read_Text(QString(path).replace(u".cpp"_s, u".h"_s));
+    const QString form = Captures(withHeader, R"x(ang[({]\*this, QStringLiteral\("(\w+)"\))x").value(0);
+    const auto holds = [&](const QString &section, const QString &key) {
+        const QStringList keys = packs.chinese.Keys(section);
+        return std::any_of(keys.begin(), keys.end(), [&](const QString &one) {
+            return one == key || (one.startsWith(key) && one.back().isDigit());
+        });
+    };
+    for (const QString &key : Captures(code, R"x(ang\.GetString\("(_\w+)"\))x"))
+        QVERIFY2(holds(form, key), qPrintable(form + u' ' + key));
+
+    static const QRegularExpression named(
+        uR"x(GetString\("(?<k>_\w+)",\s*"(?<s>\w+)"\)|Pack_Text\("(?<t>\w+)",\s*"(?<l>_\w+)"\))x"_s);
+    for (auto found = named.globalMatch(code); found.hasNext();) {
+        const QRegularExpressionMatch call = found.next();
+        const QString section = call.captured(u"s") + call.captured(u"t");
+        const QString key = call.captured(u"k") + call.captured(u"l");
+        QVERIFY2(holds(section, key), qPrintable(section + u' ' + key));
+    }
+
+    const QStringList words = Captures(withHeader, R"x("(\w+)")x");
+    for (const QString &key : Captures(code, R"x("(_[A-Z]\w*)")x")) {
+        const bool known = std::any_of(words.begin(), words.end(), [&](const QString &w) { return holds(w, key); });
+        QVERIFY2(known, qPrintable(key));
+    }
+}
+
+/// A form shows its design-time words when there is no pack: they are the Chinese ones, and none is missing. The pack
+/// names no control that the form doesn't have.
+void Test_Packs::Captions_Are_There()
+{
+    QFETCH(QString, form);
+    Language() = {};
+    const std::unique_ptr<QWidget> bare = New_Form(form);
+    const QString path = m_program->Path(form);
+    ctrlLanguage(*bare, form).WriteIniFileFormIDEform(path);
+    const Profile::Snapshot written(path);
+    const Packs packs;
+    // Titles, versions and counts are made at run time.
+    static const QRegularExpression filledByCode(
+        uR"x(^(Frm_Main/Frm_Main|.*/lblVersion.*|Frm_Update_235/Lab_Total.*|.*/Lab_Page_Infor.*|.*\|Text)$)x"_s);
+    for (const QString &key : written.Keys(form)) {
+        const QString words = written.Value(form, key);
+        if (!words.isEmpty() && !filledByCode.match(form + u'/' + key).hasMatch())
+            QCOMPARE(key + u'=' + packs.chinese.Value(form, key), key + u'=' + words);
+    }
+
+    QStringList controls;
+    for (const QObject *object : bare->findChildren<QObject *>())
+        controls << object->objectName() << object->property("Name").toString();
+    for (const QString &key : packs.chinese.Keys(form)) {
+        if (key.contains(u'|'))
+            QVERIFY2(controls.contains(key.section(u'|', 0, 0)), qPrintable(key));
+    }
+}
+
+void Test_Packs::No_Caption_Is_Cut()
+{
+    QFETCH(QString, form);
+    QStringList cut;
+    for (const QString &language : {u"CHINESE"_s, u"English"_s}) {
+        Language().Load(u":/lang"_s, language);
+        const std::unique_ptr<QWidget> shown = New_Form(form);
+        shown->show();
+        const auto look = [&] {
+            QApplication::processEvents();
+            for (const QWidget *control : shown->findChildren<QWidget *>()) {
+                const QString trouble = control->isVisible() ? Cut_Text(*control) : QString();
+                if (!trouble.isEmpty() && !cut.contains(trouble))
+                    cut << trouble;
+            }
+        };
+        look();
+        // A layout grows its form rather than cut a text.
+        QCOMPARE(shown->size().boundedTo(Small_Screen), shown->size());
+        for (QTabWidget *tabs : shown->findChildren<QTabWidget *>()) {
+            for (int i = 0; i < tabs->count(); ++i) {
+                tabs->setCurrentIndex(i);
+                look();
+            }
+        }
+    }
+    QCOMPARE(cut.join(u'\n'), QString());
+}
+
+QTEST_MAIN(Test_Packs)
+#include "test_packs.moc"
