@@ -199,6 +199,10 @@ void Start_Up::Show_Main()
         Database_Engine::Let_Go();
         QCoreApplication::quit();
     };
+    m_main->Database_Chosen = [] {
+        Trap(QStringLiteral("Frm_Database\\Cmd_Apply"), Raise_Database,
+             [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
+    };
     if (Config().CH_MAIN != QLatin1String("1"))
         m_main->setWindowFlag(Qt::Tool);
     Log_Mark(QStringLiteral("ShowCodeInfoToList_Ex"));

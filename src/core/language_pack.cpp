@@ -23,9 +23,20 @@ void Name_Buttons()
 void Language_Pack::Load(const QString &folder, const QString &language)
 {
     const QString path = Files::Native_Path(folder + QLatin1Char('/') + language + QStringLiteral(".ini"));
-    m_loaded = false;
-    m_texts = Profile::Snapshot(path);
+    *this = {};
+    try {
+        m_texts = Profile::Snapshot(path);
+    } catch (const Run_Time_Error &error) {
+        m_error = error;
+        throw;
+    }
     m_loaded = QFileInfo(path).size() > 0;
+}
+
+void Language_Pack::Stand_In(const Language_Pack &other)
+{
+    m_texts = other.m_texts;
+    m_loaded = other.m_loaded;
 }
 
 QString Language_Pack::GetString(const QString &section, const QString &key) const
@@ -48,18 +59,20 @@ void Init_Core_Resources()
 void Load_Built_In_Language()
 {
     Init_Core_Resources();
-    Resume_Next([] { Language().Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE")); });
+    Resume_Next([] {
+        Language_Pack builtIn;
+        builtIn.Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE"));
+        Language().Stand_In(builtIn);
+    });
     Name_Buttons();
 }
 
 void Load_Language(const QString &source)
 {
-    const bool loaded =
-        Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); });
-    if (!loaded) {
+    if (!Resume_Next([] { Language().Load(App().App_Path + QStringLiteral("Lang"), Config().LANGUAGE); }))
         Error_Log(source);
+    if (!Language().Is_Loaded())
         Load_Built_In_Language();
-    }
     Name_Buttons();
 }
 

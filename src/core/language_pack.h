@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/errors/run_time_error.h"
 #include "platform/profile/profile.h"
 
 #include <QString>
+#include <optional>
 
 /// One language's texts: an INI file with a section for each form. It is parsed once for each load.
 class Language_Pack
@@ -12,15 +14,20 @@ public:
     /// Loads `folder` + "/" + `language` + ".ini", the file being found without regard to case.
     /// @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read; the pack is then empty.
     void Load(const QString &folder, const QString &language);
+    /// Uses another pack's texts in the place of those that could not be loaded.
+    void Stand_In(const Language_Pack &other);
 
     /// Text of a key, at most 254 characters, NULs removed; "" when the key is missing.
     [[nodiscard]] QString GetString(const QString &section, const QString &key) const;
+    /// Why the last load failed; each form that loads its captions records it.
+    [[nodiscard]] const std::optional<Run_Time_Error> &Load_Error() const { return m_error; }
     /// False for a pack of length 0 or none: forms keep their design-time words.
     [[nodiscard]] bool Is_Loaded() const { return m_loaded; }
     [[nodiscard]] const Profile::Snapshot &Texts() const { return m_texts; }
 
 private:
     Profile::Snapshot m_texts;
+    std::optional<Run_Time_Error> m_error;
     bool m_loaded = false;
 };
 
@@ -34,8 +41,8 @@ void Init_Core_Resources();
 void Load_Built_In_Language();
 
 /// Loads the pack that the setting LANGUAGE names and gives the prompts their button words. Where its file is missing
-/// or unreadable the error is recorded under `source` and the built-in texts stand in for it, so that no message is
-/// empty.
+/// or unreadable the error is recorded under `source`. The built-in texts stand in for it, and for a file of length 0,
+/// so that no message is empty.
 void Load_Language(const QString &source);
 
 /// A text of the pack in force.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ctrl_language.h"
 
+#include "core/error_log.h"
 #include "core/language_pack.h"
 #include "platform/profile/profile.h"
 
@@ -172,6 +173,10 @@ ctrlLanguage::ctrlLanguage(QWidget &form, QString formName) : m_form(&form), m_n
 void ctrlLanguage::LoadControlsCaption()
 {
     const Language_Pack &pack = Language();
+    if (pack.Load_Error()) {
+        Set_Pending(*pack.Load_Error());
+        Error_Log(m_name + QStringLiteral("\\Load_Lang"));
+    }
     if (!pack.Is_Loaded())
         return;
     Walk(*m_form, [&](QObject &control) {

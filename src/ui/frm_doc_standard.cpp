@@ -8,11 +8,8 @@
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
 #include "tree/tree_loading.h"
-#include "ui/icons.h"
 #include "ui/shell.h"
 #include "ui_frm_doc_standard.h"
-
-#include <QTextCharFormat>
 
 namespace
 {
@@ -44,7 +41,7 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
     Set_Up_Choices();
-    Set_Up_Formatting();
+    m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum});
     Adjuest_Memo();
     setFocusProxy(m_ui->Txt_Content);
     m_ui->Pic_Panes->setStretchFactor(0, 1);
@@ -100,6 +97,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
 
 bool Frm_Doc_Standard::Data_Update()
 {
+    Commit_Composition();
     Read_Form();
     const Save_Refusal nothing = m_form.type.isEmpty() ? Save_Refusal::Nothing_To_Save : Save_Refusal::None;
     if (nothing != Save_Refusal::None) {
@@ -136,6 +134,16 @@ QString Frm_Doc_Standard::Title() const
     return m_ui->Txt_Title->text();
 }
 
+Editor_Commands &Frm_Doc_Standard::Commands() const
+{
+    return m_ui->Bar_Editor->Commands();
+}
+
+void Frm_Doc_Standard::Commit_Composition()
+{
+    m_ui->Bar_Editor->Commit_Composition();
+}
+
 void Frm_Doc_Standard::Adjuest_Memo()
 {
     m_ui->Pic_Memo->setVisible(Is_Shown(Config().ViewMemo));
@@ -147,76 +155,16 @@ void Frm_Doc_Standard::Set_Up_Choices()
 {
     m_ui->Comb_Star->addItems(Star_Texts());
     m_ui->Comb_Done->addItems(Star_Texts());
-    for (const int size : {8, 9, 10, 11, 12, 14, 16, 18, 20, 24, 28, 36, 48})
-        m_ui->Comb_FontSize->addItem(QString::number(size));
     Fill_Folders();
-}
-
-void Frm_Doc_Standard::Set_Up_Formatting()
-{
-    m_ui->Cmd_Bold->setIcon(Line_Icon(QStringLiteral("bold")));
-    m_ui->Cmd_Italic->setIcon(Line_Icon(QStringLiteral("italic")));
-    m_ui->Cmd_Underline->setIcon(Line_Icon(QStringLiteral("underline")));
-    m_ui->Cmd_Bold->setShortcut(QKeySequence::Bold);
-    m_ui->Cmd_Italic->setShortcut(QKeySequence::Italic);
-    m_ui->Cmd_Underline->setShortcut(QKeySequence::Underline);
-    connect(m_ui->Cmd_Bold, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
-        Merge_Format(format);
-    });
-    connect(m_ui->Cmd_Italic, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontItalic(on);
-        Merge_Format(format);
-    });
-    connect(m_ui->Cmd_Underline, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontUnderline(on);
-        Merge_Format(format);
-    });
-    connect(m_ui->Comb_FontName, &QComboBox::textActivated, this, [this](const QString &family) {
-        QTextCharFormat format;
-        format.setFontFamilies({family});
-        Merge_Format(format);
-    });
-    connect(m_ui->Comb_FontSize, &QComboBox::textActivated, this, [this](const QString &size) {
-        QTextCharFormat format;
-        if (size.toDouble() > 0)
-            format.setFontPointSize(size.toDouble());
-        Merge_Format(format);
-    });
-    connect(m_ui->Txt_Content, &QTextEdit::currentCharFormatChanged, this, &Frm_Doc_Standard::Show_Format);
 }
 
 /// A new document is written in the font of the settings, whatever the skin's is.
 void Frm_Doc_Standard::Use_Setting_Font()
 {
-    QTextCharFormat format;
-    format.setFontFamilies({Config().FontName_Cont});
-    format.setFontPointSize(std::max(1, Config().FontSize_Cont.toInt()));
     m_showing = true;
-    QTextCursor cursor(m_form.content);
-    cursor.setBlockCharFormat(format);
-    m_ui->Txt_Content->setCurrentCharFormat(format);
+    m_ui->Txt_Content->Start_In_Font(Config().FontName_Cont, Config().FontSize_Cont.toInt());
     m_showing = false;
     Clear_Changed();
-}
-
-void Frm_Doc_Standard::Merge_Format(const QTextCharFormat &format)
-{
-    m_ui->Txt_Content->mergeCurrentCharFormat(format);
-    m_ui->Txt_Content->setFocus();
-}
-
-void Frm_Doc_Standard::Show_Format(const QTextCharFormat &format)
-{
-    const QFont font = format.font().resolve(m_form.content->defaultFont());
-    m_ui->Cmd_Bold->setChecked(font.bold());
-    m_ui->Cmd_Italic->setChecked(font.italic());
-    m_ui->Cmd_Underline->setChecked(font.underline());
-    m_ui->Comb_FontName->setCurrentFont(font);
-    m_ui->Comb_FontSize->setEditText(QString::number(font.pointSizeF()));
 }
 
 void Frm_Doc_Standard::Fill_Folders()

@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <memory>
 
-class QTextCharFormat;
+class Editor_Commands;
 class Shell;
 namespace Ui
 {
@@ -35,6 +35,10 @@ public:
     [[nodiscard]] bool Is_Changed() const;
     [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
     [[nodiscard]] QString Title() const;
+    /// The commands of the panes.
+    [[nodiscard]] Editor_Commands &Commands() const;
+    /// Takes over what input methods still compose in any pane.
+    void Commit_Composition();
     /// Shows or hides the memo, summary and additional panes as the settings say.
     void Adjuest_Memo();
 
@@ -44,10 +48,7 @@ signals:
 
 private:
     void Set_Up_Choices();
-    void Set_Up_Formatting();
     void Use_Setting_Font();
-    void Merge_Format(const QTextCharFormat &format);
-    void Show_Format(const QTextCharFormat &format);
     void Fill_Folders();
     void Show_Form();
     void Read_Form();

@@ -340,7 +340,11 @@ void Frm_Main::Choose_Files()
 
 void Frm_Main::Choose_Database()
 {
-    Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] { Reload_All(); });
+    Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
+        if (Database_Chosen)
+            Database_Chosen();
+        Reload_All();
+    });
 }
 
 void Frm_Main::Compact()

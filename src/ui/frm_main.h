@@ -45,6 +45,8 @@ public:
     std::function<bool()> Query_Unload;
     /// Told when it has closed.
     std::function<void()> Unloaded;
+    /// Told when another database was chosen, before its folders are shown.
+    std::function<void()> Database_Chosen;
 
     void Set_Status(const QString &text) override;
     [[nodiscard]] QString Selected_Folder() const override;

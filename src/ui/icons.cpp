@@ -7,8 +7,10 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QHash>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 
 static void Init_Resources()
@@ -23,40 +25,70 @@ static void Init_Resources()
 namespace
 {
 const QByteArray Drawn_Color = QByteArrayLiteral("#808080");
-constexpr int Sizes[] = {16, 20, 24, 32, 40, 48, 64};
 
-QHash<QString, QIcon> &Cache()
+/// Draws a vector source in the colour that text has in the palette of the moment of painting, so that an icon on a
+/// widget follows a change of the skin by itself.
+class Line_Icon_Engine : public QIconEngine
+{
+public:
+    Line_Icon_Engine(QString name, QByteArray source) : m_name(std::move(name)), m_source(std::move(source)) {}
+
+    void paint(QPainter *painter, const QRect &place, QIcon::Mode mode, QIcon::State) override
+    {
+        QSvgRenderer(QByteArray(m_source).replace(Drawn_Color, Color(mode).name().toLatin1())).render(painter, place);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        const QString key =
+            QStringLiteral("line:%1:%2x%3:%4")
+                .arg(m_name, QString::number(size.width()), QString::number(size.height()), Color(mode).name());
+        QPixmap pixmap;
+        if (QPixmapCache::find(key, &pixmap))
+            return pixmap;
+        pixmap = QPixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        painter.end();
+        QPixmapCache::insert(key, pixmap);
+        return pixmap;
+    }
+
+    [[nodiscard]] QIconEngine *clone() const override { return new Line_Icon_Engine(m_name, m_source); }
+    bool isNull() override { return m_source.isEmpty(); }
+    QString iconName() override { return m_name; }
+
+private:
+    static QColor Color(QIcon::Mode mode)
+    {
+        const QPalette palette = QGuiApplication::palette();
+        switch (mode) {
+        case QIcon::Disabled:
+            return palette.color(QPalette::Disabled, QPalette::WindowText);
+        case QIcon::Selected:
+            return palette.color(QPalette::Active, QPalette::HighlightedText);
+        default:
+            return palette.color(QPalette::Active, QPalette::WindowText);
+        }
+    }
+
+    QString m_name;
+    QByteArray m_source;
+};
+
+QHash<QString, QIcon> &Node_Icons()
 {
     static QHash<QString, QIcon> icons;
     return icons;
 }
 
-QPixmap Draw(const QByteArray &source, int size)
+QIcon Load_Drawing(const QString &name)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QSvgRenderer drawing(source);
-    QPainter painter(&pixmap);
-    drawing.render(&painter);
-    return pixmap;
-}
-
-QIcon Draw_Icon(const QString &path)
-{
-    QFile file(path);
+    QFile file(QStringLiteral(":/icons/") + name + QStringLiteral(".svg"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray source = file.readAll();
-    const QPalette palette = QGuiApplication::palette();
-    const auto colored = [&](QPalette::ColorGroup group) {
-        return QByteArray(source).replace(Drawn_Color, palette.color(group, QPalette::WindowText).name().toLatin1());
-    };
-    QIcon icon;
-    for (const int size : Sizes) {
-        icon.addPixmap(Draw(colored(QPalette::Active), size), QIcon::Normal);
-        icon.addPixmap(Draw(colored(QPalette::Disabled), size), QIcon::Disabled);
-    }
-    return icon;
+    return QIcon(new Line_Icon_Engine(name, file.readAll()));
 }
 
 QString Icon_File(const QString &imageName)
@@ -68,14 +100,25 @@ bool Has_Icon_File(const QString &imageName)
 {
     return QFile::exists(Icon_File(imageName));
 }
+QIcon Node_Icon_Of(const QString &imageName)
+{
+    if (Has_Icon_File(imageName)) {
+        QIcon icon(Icon_File(imageName));
+        if (!icon.availableSizes().isEmpty())
+            return icon;
+    }
+    const QIcon drawing = Line_Icon(imageName.section(QLatin1Char('.'), 0, 0).toLower());
+    return drawing.isNull() ? Line_Icon(QStringLiteral("book")) : drawing;
+}
 } // namespace
 
 QIcon Line_Icon(const QString &name)
 {
     Init_Resources();
-    QIcon &icon = Cache()[name];
+    static QHash<QString, QIcon> drawings;
+    QIcon &icon = drawings[name];
     if (icon.isNull())
-        icon = Draw_Icon(QStringLiteral(":/icons/") + name + QStringLiteral(".svg"));
+        icon = Load_Drawing(name);
     return icon;
 }
 
@@ -84,20 +127,13 @@ QIcon Node_Icon(const QString &imageName)
     // The home node's icon is the program's own name until the user chooses another one.
     if (imageName.compare(QLatin1String("ZELQOR.ICO"), Qt::CaseInsensitive) == 0 && !Has_Icon_File(imageName))
         return Node_Icon(QStringLiteral("Home.ico"));
-    const QString key = QStringLiteral("node:") + imageName;
-    QIcon &icon = Cache()[key];
-    if (!icon.isNull())
-        return icon;
-    if (Has_Icon_File(imageName))
-        icon = QIcon(Icon_File(imageName));
-    if (icon.isNull() || icon.availableSizes().isEmpty()) {
-        const QString drawing = imageName.section(QLatin1Char('.'), 0, 0).toLower();
-        icon = Line_Icon(drawing);
-    }
-    return icon.isNull() ? icon = Line_Icon(QStringLiteral("book")) : icon;
+    QIcon &icon = Node_Icons()[imageName];
+    if (icon.isNull())
+        icon = Node_Icon_Of(imageName);
+    return icon;
 }
 
 void Forget_Icons()
 {
-    Cache().clear();
+    Node_Icons().clear();
 }

@@ -4,9 +4,9 @@
 #include <QIcon>
 #include <QString>
 
-/// An icon of the program's own, drawn from its vector source in the colour that text has in the palette in force.
+/// An icon of the program's own, drawn from its vector source in the colour of the text around it, whatever the skin.
 QIcon Line_Icon(const QString &name);
 /// The icon of a tree node: the file of that name in data\ico\, else the drawing of the same name.
 QIcon Node_Icon(const QString &imageName);
-/// Forgets drawn icons, after a change of the palette.
+/// Forgets the pictures read from data\ico\, after one of them changed.
 void Forget_Icons();

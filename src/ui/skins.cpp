@@ -5,7 +5,6 @@
 #include "core/settings.h"
 #include "platform/desktop/skin_engine.h"
 #include "platform/files/paths.h"
-#include "ui/icons.h"
 
 #include <QFile>
 
@@ -27,5 +26,4 @@ void Attach_Chosen_Skin()
         SkinH_Attach_Ex(file, Password());
     else
         SkinH_Detach();
-    Forget_Icons();
 }

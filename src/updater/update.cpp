@@ -63,6 +63,41 @@ QByteArray Checked_Bytes(const Item &item)
         Refuse(QStringLiteral("The file is damaged: %1").arg(item.source));
     return bytes;
 }
+/// The files that an update replaces, kept beside their places until all are replaced. Going out of scope before
+/// that, it puts them back.
+class Way_Back
+{
+public:
+    Way_Back() = default;
+    Way_Back(const Way_Back &) = delete;
+    Way_Back &operator=(const Way_Back &) = delete;
+    ~Way_Back()
+    {
+        for (const QString &target : m_targets) {
+            QFile::remove(target);
+            QFile::rename(Kept(target), target); // nothing for a file that is new
+        }
+    }
+
+    void Keep(const QString &target)
+    {
+        Files::Delete_If_Present(Kept(target));
+        if (QFileInfo(target).isFile() && !QFile::copy(target, Kept(target)))
+            Refuse(QStringLiteral("Not enough room to keep the old file: %1").arg(target));
+        m_targets << target;
+    }
+
+    void Close()
+    {
+        for (const QString &target : m_targets)
+            QFile::remove(Kept(target));
+        m_targets.clear();
+    }
+
+private:
+    static QString Kept(const QString &target) { return target + QStringLiteral(".old"); }
+    QStringList m_targets;
+};
 } // namespace
 
 QList<Item> Read_List(const QString &listFile, const QString &programDirectory)
@@ -88,10 +123,14 @@ void Apply(const QList<Item> &items)
         staged.push_back(std::make_unique<Files::Atomic_File>(item.target));
         staged.back()->Write(bytes);
     }
+    Way_Back wayBack;
+    for (const Item &item : items)
+        wayBack.Keep(item.target);
     for (size_t i = 0; i < staged.size(); ++i) {
         const Item &item = items.at(static_cast<qsizetype>(i));
         staged[i]->Commit();
         QFile::setPermissions(item.target, QFile::permissions(item.source) | QFile::ReadOwner | QFile::WriteOwner);
     }
+    wayBack.Close();
 }
 } // namespace Update

@@ -3,6 +3,8 @@
 #include "support/test_program.h"
 #include "ui/icons.h"
 
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -12,6 +14,31 @@ class Test_Icons : public QObject
     Q_OBJECT
 
 private slots:
+    void A_Line_Icon_Follows_The_Palette_That_Is_On()
+    {
+        const QIcon icon = Line_Icon(u"save"_s);
+        const auto strokes = [&](QIcon::Mode mode) {
+            QSet<QRgb> colors;
+            const QImage image = icon.pixmap(QSize(48, 48), 1.0, mode).toImage();
+            for (int y = 0; y < 48; ++y)
+                for (int x = 0; x < 48; ++x)
+                    if (image.pixelColor(x, y).alpha() == 255)
+                        colors.insert(image.pixel(x, y));
+            return colors;
+        };
+        const QPalette before = QGuiApplication::palette();
+        QPalette changed = before;
+        changed.setColor(QPalette::WindowText, QColor(1, 2, 3));
+        changed.setColor(QPalette::HighlightedText, QColor(4, 5, 6));
+        changed.setColor(QPalette::Disabled, QPalette::WindowText, QColor(7, 8, 9));
+        QGuiApplication::setPalette(changed);
+        QCOMPARE(strokes(QIcon::Normal), QSet<QRgb>{qRgb(1, 2, 3)});
+        QCOMPARE(strokes(QIcon::Selected), QSet<QRgb>{qRgb(4, 5, 6)});
+        QCOMPARE(strokes(QIcon::Disabled), QSet<QRgb>{qRgb(7, 8, 9)});
+        QGuiApplication::setPalette(before);
+        QVERIFY(!strokes(QIcon::Normal).contains(qRgb(1, 2, 3)));
+    }
+
     void Node_Icons_Come_From_Their_Files_data()
     {
         QTest::addColumn<QString>("name");

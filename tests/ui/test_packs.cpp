@@ -4,6 +4,7 @@
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
 #include "ui/ctrl_language.h"
+#include "ui/editor_bar.h"
 #include "ui/frm_about.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
@@ -53,6 +54,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_ListView>(shell);
     if (name == u"Frm_Doc_Standard")
         return std::make_unique<Frm_Doc_Standard>(shell);
+    if (name == u"Editor_Bar")
+        return std::make_unique<Editor_Bar>();
     if (name == u"frmLogin")
         return std::make_unique<frmLogin>();
     if (name == u"Frm_Database")
@@ -64,8 +67,9 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
     return std::make_unique<Frm_About>(Frm_About::Role::About);
 }
 
-const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
-                                u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s};
+const QStringList Form_Names = {u"Frm_Main"_s,  u"Frm_ListView"_s,   u"Frm_Doc_Standard"_s,
+                                u"frmLogin"_s,  u"Frm_Database"_s,   u"Frm_DbLog"_s,
+                                u"Frm_About"_s, u"Frm_Update_235"_s, u"Editor_Bar"_s};
 
 QString Read_Text(const QString &path)
 {

@@ -5,6 +5,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
 #include <optional>
 
@@ -63,6 +64,18 @@ private slots:
         QCOMPARE(m_program->Bytes(u"first.txt"_s), QByteArray("old one"));
         QVERIFY(!QFile::exists(m_program->Path(u"x"_s)));
         QVERIFY(!QFile::exists(outside.filePath(u"x"_s)));
+    }
+
+    void A_File_That_Cannot_Take_Its_Place_Brings_The_Others_Back()
+    {
+        // The third file's folder stands where the second file belongs, which shows only when the second is placed.
+        const QByteArray list = "[Setup]\nSource=update\n[File 01]\nSource=first.txt\n"
+                                "[File 02]\nSource=first.txt\nTarget=fresh\n"
+                                "[File 03]\nSource=first.txt\nTarget=fresh\\x\n";
+        QVERIFY_EXCEPTION_THROWN(Run(list), Run_Time_Error);
+        QCOMPARE(m_program->Bytes(u"first.txt"_s), QByteArray("old one"));
+        QVERIFY(!QFileInfo(m_program->Path(u"fresh"_s)).isFile());
+        QVERIFY(!QFile::exists(m_program->Path(u"first.txt.old"_s)));
     }
 };
 

@@ -97,6 +97,8 @@ void Make_Directory(const QString &path)
 
 QString Decode_Text(const QByteArray &bytes)
 {
+    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff"))
+        return QStringDecoder(QStringDecoder::Utf16)(bytes);
     // Stateless, so that a sequence cut off at the end is an error too.
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(bytes);

@@ -31,6 +31,7 @@ void Delete_If_Present(const QString &path);
 /// Makes a directory with its parents if it is missing. @throws Run_Time_Error 75.
 void Make_Directory(const QString &path);
 
-/// Text of the system's own text files: UTF-8, or GB18030 when the bytes are no valid UTF-8. A mark is dropped.
+/// Text of the system's own text files: UTF-16 by its mark, UTF-8, or GB18030 when the bytes are no valid UTF-8. A mark
+/// is dropped.
 QString Decode_Text(const QByteArray &bytes);
 } // namespace Files
