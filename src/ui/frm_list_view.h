@@ -33,6 +33,10 @@ public:
     /// Fills the page on screen anew.
     void Reload();
     void Refresh_Row(const QString &code_id);
+    /// Takes rows out of the page on screen.
+    void Remove_Rows(const QStringList &codeIds);
+    /// Puts the keyboard into the rows, on the first one when none is current.
+    void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
 

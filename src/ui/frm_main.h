@@ -54,6 +54,10 @@ public:
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;
+    void Focus_List() override;
+    void Clear_List() override;
+    void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;
+    void Move_Documents(const QStringList &codeIds) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
