@@ -53,6 +53,7 @@ public:
     void Folder_Changed(const QString &id) override;
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
+    void Delete_Documents(const QStringList &ids) override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;
     void Focus_List() override;
     void Clear_List() override;

@@ -20,6 +20,8 @@ public:
     virtual void Document_Changed(const QString &code_id) = 0;
     /// Opens a document in a tab, or selects the tab that has it.
     virtual void Open_Document(const QString &code_id) = 0;
+    /// Asks, and moves documents to the recycle bin or deletes those that are in it; list, tree and tabs follow.
+    virtual void Delete_Documents(const QStringList &ids) = 0;
     /// Stores files as documents of a folder and shows them in the list.
     virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
     /// Puts the keyboard into the document list.
