@@ -17,6 +17,7 @@
 #include "ui/icons.h"
 #include "ui/left_tabs.h"
 #include "ui/located_key.h"
+#include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
 #include "ui_frm_main.h"
@@ -199,6 +200,30 @@ void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
     Set_Status(m_lang.GetString("_File_Import", "Frm_ListView") + QStringLiteral(" (%1)").arg(stored));
 }
 
+void Frm_Main::Focus_List()
+{
+    m_tabs->Show_List();
+    m_list->Focus_Rows();
+}
+
+void Frm_Main::Clear_List()
+{
+    m_list->Show_Source([](List_Model &list, int) {
+        list.Clear();
+        return Page_Info{};
+    });
+}
+
+void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString & /*folderId*/)
+{
+    m_list->Remove_Rows(codeIds);
+}
+
+void Frm_Main::Move_Documents(const QStringList &codeIds)
+{
+    m_tree->Commands().Move_Documents(codeIds);
+}
+
 void Frm_Main::closeEvent(QCloseEvent *event)
 {
     if (Hides_On_Close(*event)) {
@@ -239,7 +264,9 @@ void Frm_Main::Add_Panes()
 {
     m_tree = new Tree_Pane(*this, m_ui->Left_Tree);
     m_tree->setFont(Setting_Font(Config().FontName_Tree, Config().FontSize_Tree));
+    m_ui->Left_Tree->layout()->addWidget(m_tree->Commands().Make_Tool_Bar(m_ui->Left_Tree));
     m_ui->Left_Tree->layout()->addWidget(m_tree);
+    m_tree->Commands().Fill_Menu(*m_ui->Mnu_Node);
     m_tabs = new Document_Tabs(*this, m_ui->Pic_Main);
     m_list = new Frm_ListView(*this);
     m_tabs->Add_List(m_list, m_lang.GetString("_List_Tab"));

@@ -58,6 +58,10 @@ public:
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
     void New_Document() override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;
+    void Focus_List() override;
+    void Clear_List() override;
+    void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;
+    void Move_Documents(const QStringList &codeIds) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;

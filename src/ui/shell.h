@@ -29,4 +29,14 @@ public:
     virtual void New_Document() = 0;
     /// Stores files as documents of a folder and shows them in the list.
     virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
+    /// Puts the keyboard into the document list.
+    virtual void Focus_List() = 0;
+    /// Shows no documents, after their folder went.
+    virtual void Clear_List() = 0;
+    /// Documents live in another folder now: their rows leave the list, and open ones follow.
+    virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
+    /// A folder with its subtree has other ids now: what keeps ids of folders follows.
+    virtual void Folder_Renumbered(const QString & /*oldId*/, const QString & /*newId*/) {}
+    /// Asks for a folder and moves documents there.
+    virtual void Move_Documents(const QStringList &codeIds) = 0;
 };
