@@ -4,6 +4,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -34,6 +35,8 @@ public:
     /// Replaces all nodes in one step; views see a single reset.
     void Replace(std::vector<Tree_Node> nodes);
     void Clear();
+    /// Adds children behind those that a node has. A key that is taken already stays found at its first node.
+    void Add_Children(int parent, std::vector<Tree_Node> nodes);
 
     [[nodiscard]] int Node_Count() const { return static_cast<int>(m_nodes.size()); }
     /// Nodes in insertion order; 0 is the first root.
@@ -41,6 +44,11 @@ public:
     /// -1 when no node has that key. Keys are compared exactly.
     [[nodiscard]] int Find(const QString &key) const { return m_by_key.value(key, -1); }
     void Set_Caption(int index, const QString &caption);
+    void Set_Image(int index, const QString &image);
+    /// Adds a node as the last child of its parent. @throws as Tree_Builder::Add
+    void Add(const QString &parentKey, Tree_Node node);
+    /// Takes nodes away with everything below them; the others keep their order. Views see a single reset.
+    void Remove_If(const std::function<bool(const Tree_Node &)> &goes);
     void Set_Expanded(int index, bool expanded) { m_nodes[static_cast<size_t>(index)].expanded = expanded; }
     void Set_Tag(int index, const QString &tag) { m_nodes[static_cast<size_t>(index)].tag = tag; }
 
@@ -56,6 +64,7 @@ public:
 
 private:
     [[nodiscard]] const std::vector<int> &Children(const QModelIndex &parent) const;
+    void Show_Change(int index, int role);
 
     std::vector<Tree_Node> m_nodes;
     std::vector<int> m_top;
