@@ -7,10 +7,12 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_store.h"
+#include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
 #include "ui/document_tabs.h"
+#include "ui/editor_menus.h"
 #include "ui/form_table.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/frm_list_view.h"
@@ -55,6 +57,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Place_Window();
     Load_Lang();
     Add_Panes();
+    Add_Editor_Menus();
     Add_Tray_Icon();
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -275,6 +278,23 @@ void Frm_Main::Add_Panes()
     m_ui->Pic_Main->setStretchFactor(1, 1);
 }
 
+void Frm_Main::Add_Editor_Menus()
+{
+    auto *menus = new Editor_Menus({m_ui->Mnu_Edit,
+                                    m_ui->Mnu_Insert,
+                                    m_ui->Mnu_Format,
+                                    m_ui->mnuViewMode,
+                                    {m_ui->Mnu_Print, m_ui->PriCode},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
+                                    m_ui->Mnu_Pdf},
+                                   *m_tabs, *this);
+    connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
+        const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
+        m_ui->Pic_On_Left->setVisible(all);
+        m_ui->Tlb_Command->setVisible(all);
+    });
+}
+
 void Frm_Main::Add_Tray_Icon()
 {
     if (!QSystemTrayIcon::isSystemTrayAvailable())
@@ -347,6 +367,8 @@ void Frm_Main::Set_Icons()
         {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
         {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
         {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
+        {m_ui->PriCode, "print"},       {m_ui->Mnu_Print, "print"},
+        {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
         {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
         {m_ui->Mnu_About, "about"},     {m_ui->Mnu_Exit, "exit"},
     };

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "editor/text_editor.h"
 #include "support/no_shell.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
 #include "ui/ctrl_language.h"
 #include "ui/editor_bar.h"
+#include "ui/find_bar.h"
 #include "ui/frm_about.h"
 #include "ui/frm_add_class_ex.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
 #include "ui/frm_doc_standard.h"
+#include "ui/frm_goto.h"
 #include "ui/frm_icon.h"
+#include "ui/frm_insert_table.h"
 #include "ui/frm_list_view.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
@@ -22,7 +26,9 @@
 #include "ui/frm_node_icon.h"
 #include "ui/frm_nodes_pass.h"
 #include "ui/frm_nodes_search.h"
+#include "ui/frm_print.h"
 #include "ui/frm_re_name_ex.h"
+#include "ui/frm_spec_char.h"
 #include "ui/frm_update_235.h"
 #include "ui/search_pane.h"
 
@@ -87,6 +93,17 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_Doc_Standard>(shell);
     if (name == u"Editor_Bar")
         return std::make_unique<Editor_Bar>();
+    if (name == u"Find_Bar")
+        return std::make_unique<Find_Bar>();
+    static Text_Editor editor;
+    if (name == u"frm_GoTo")
+        return std::make_unique<frm_GoTo>(editor);
+    if (name == u"Frm_Insert_Table")
+        return std::make_unique<Frm_Insert_Table>(editor);
+    if (name == u"Frm_SpecChar")
+        return std::make_unique<Frm_SpecChar>(editor);
+    if (name == u"Frm_Print")
+        return std::make_unique<Frm_Print>(*editor.document(), u"Title"_s);
     if (name == u"Search_Pane")
         return std::make_unique<Search_Pane>(shell);
     if (name == u"Frm_ListView_Para")
@@ -104,9 +121,10 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
     return std::make_unique<Frm_About>(Frm_About::Role::About);
 }
 
-const QStringList Form_Names = {u"Frm_Main"_s,  u"Frm_ListView"_s,   u"Frm_Doc_Standard"_s,
-                                u"frmLogin"_s,  u"Frm_Database"_s,   u"Frm_DbLog"_s,
-                                u"Frm_About"_s, u"Frm_Update_235"_s, u"Editor_Bar"_s};
+const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
+                                u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s,
+                                u"Editor_Bar"_s,   u"Find_Bar"_s,     u"frm_GoTo"_s,         u"Frm_Insert_Table"_s,
+                                u"Frm_SpecChar"_s, u"Frm_Print"_s};
 
 QString Read_Text(const QString &path)
 {
@@ -274,7 +292,7 @@ void Test_Packs::Captions_Are_There()
     const Packs packs;
     // Titles, versions and counts are made at run time.
     static const QRegularExpression filledByCode(
-        uR"x(^(Frm_Main/Frm_Main|.*/lblVersion.*|Frm_Update_235/Lab_Total.*|.*/Chk_ListViewPara.*|.*/Lab_Preview.*|.*/Lab_(Page_Infor|Cate|Icon|Node|What|Title|CateName)[|_].*|.*\|Text)$)x"_s);
+        uR"x(^(Frm_Main/Frm_Main|.*/lblVersion.*|Frm_Update_235/Lab_Total.*|.*/Chk_ListViewPara.*|.*/Lab_Preview.*|.*/Lab_(Page_Infor|Code|Cate|Icon|Node|What|Title|CateName)[|_].*|.*\|Text)$)x"_s);
     for (const QString &key : written.Keys(form)) {
         const QString words = written.Value(form, key);
         if (!words.isEmpty() && !filledByCode.match(form + u'/' + key).hasMatch())
