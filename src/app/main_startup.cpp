@@ -19,6 +19,7 @@
 #include "storage/database_lifecycle.h"
 #include "storage/ladder.h"
 #include "storage/schema_sql.h"
+#include "tree/stored_icons.h"
 #include "tree/tree_loading.h"
 #include "ui/form_table.h"
 #include "ui/frm_about.h"
@@ -34,9 +35,6 @@
 
 namespace
 {
-/// A stage whose room is still to be built; it keeps its place in the order.
-void Write_Stored_Icons() {}
-
 void Set_Environment()
 {
     QGuiApplication::setOverrideCursor(Qt::BusyCursor);

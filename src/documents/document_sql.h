@@ -12,4 +12,10 @@ inline constexpr const char16_t *Read_Document =
     u"Code_Type,Code_File,Code_Readnum From Code_Info Where Code_ID='%1'";
 inline constexpr const char16_t *Count_Reading =
     u" update code_info set code_readnum = %1 ,code_readdate = '%2' , Code_ReadDate_Sta = '' where Code_ID='%3'";
+inline constexpr const char16_t *Move_To_Bin = u"update code_info set cate_id = '000' where Code_ID='%1'";
+inline constexpr const char16_t *Type_And_Content = u"Select Code_Type,code_content  From Code_Info Where Code_ID='%1'";
+inline constexpr const char16_t *Delete_Document = u"Delete Code_Info From Code_Info Where Code_ID='%1'";
+inline constexpr const char16_t *Delete_Attachments = u"delete tab_file from tab_file where  Code_ID='%1'";
+inline constexpr const char16_t *Delete_Tags = u"delete tab_tag from tab_tag where  Code_ID='%1'";
+inline constexpr const char16_t *Title_And_Folder = u"Select Code_Title,Cate_ID From Code_Info Where Code_ID='%1'";
 } // namespace Sql

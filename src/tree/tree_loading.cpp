@@ -78,11 +78,6 @@ QString Folder_Image(const Folder_Row &folder, const QSet<QString> &icons)
     return folder.id != Recycle_Bin_Id && icons.contains(folder.icon) ? folder.icon : Missing_Icon;
 }
 
-QString Caption(const QString &name, qint64 count)
-{
-    return name + QLatin1Char('[') + QString::number(count) + QLatin1Char(']');
-}
-
 Tree_Node Root_Node(const QString &caption)
 {
     Tree_Node root;
@@ -97,7 +92,7 @@ Tree_Node Folder_Node(const Folder_Row &folder, const QSet<QString> &icons, qint
 {
     Tree_Node node;
     node.key = Folder_Key(folder.id);
-    node.caption = Caption(folder.name, count);
+    node.caption = Make_Caption(folder.name, count);
     node.image = Folder_Image(folder, icons);
     node.expanded = folder.expanded;
     return node;
@@ -166,7 +161,7 @@ void Update_Tree_Num_Ex(Tree_Model &tree, const QString &id, const QString &conn
             if (!id.startsWith(nodeId))
                 continue;
             const QString name = GetKeyPart(tree.Node(i).caption, Key_Part::Before_Bracket);
-            tree.Set_Caption(i, Caption(name, Count_Of(nodeId, connection, subtree)));
+            tree.Set_Caption(i, Make_Caption(name, Count_Of(nodeId, connection, subtree)));
         }
     });
 }

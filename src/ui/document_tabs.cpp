@@ -93,9 +93,22 @@ bool Document_Tabs::Close(int index)
         if (answer == Prompts::Answer::Cancel || (answer == Prompts::Answer::Yes && !document->Data_Update()))
             return false;
     }
-    removeTab(indexOf(document));
-    document->deleteLater();
+    Remove(document);
     return true;
+}
+
+Deletion Document_Tabs::Delete(const QStringList &ids, Asked_In place)
+{
+    const auto mayGo = [this](const QString &id, bool forGood) {
+        const int index = Find(id);
+        return index < 0 || forGood || Close(index);
+    };
+    Deletion deletion = Ask_And_Delete(ids, place, mayGo);
+    for (const QString &id : deletion.gone) {
+        if (const int index = Find(id); index >= 0)
+            Remove(Document_At(index));
+    }
+    return deletion;
 }
 
 bool Document_Tabs::Save_All()
@@ -133,6 +146,12 @@ int Document_Tabs::Find(const QString &code_id) const
             return i;
     }
     return -1;
+}
+
+void Document_Tabs::Remove(Frm_Doc_Standard *document)
+{
+    removeTab(indexOf(document));
+    document->deleteLater();
 }
 
 int Document_Tabs::Add(Frm_Doc_Standard *document)

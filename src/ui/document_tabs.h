@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "documents/document_deletion.h"
+
 #include <QTabWidget>
 
 class Frm_Doc_Standard;
@@ -26,6 +28,8 @@ public:
     bool Save_Current();
     /// Closes a tab, asking when it is unsaved. @returns false when it stays
     bool Close(int index);
+    /// Asks and deletes; the documents' tabs close, and one with unsaved text that would only be moved asks for it.
+    Deletion Delete(const QStringList &ids, Asked_In place);
     /// Selects and saves every unsaved document, from the first to the last. @returns false when one stays unsaved
     bool Save_All();
     /// nullptr when the list is on screen.
@@ -39,6 +43,7 @@ signals:
 private:
     [[nodiscard]] Frm_Doc_Standard *Document_At(int index) const;
     [[nodiscard]] int Find(const QString &code_id) const;
+    void Remove(Frm_Doc_Standard *document);
     int Add(Frm_Doc_Standard *document);
     void Show_Mark(Frm_Doc_Standard *document);
 

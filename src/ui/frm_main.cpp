@@ -149,6 +149,18 @@ void Frm_Main::Open_Document(const QString &code_id)
     m_tabs->Open(code_id);
 }
 
+void Frm_Main::Delete_Documents(const QStringList &ids)
+{
+    const Deletion deletion =
+        m_tabs->Delete(ids, m_tabs->Current_Document() != nullptr ? Asked_In::Form : Asked_In::List);
+    if (deletion.gone.isEmpty())
+        return;
+    m_list->Reload();
+    for (const QString &folder : deletion.folders)
+        m_tree->Recount(folder);
+    Set_Status(deletion.status);
+}
+
 void Frm_Main::Open_Document_At(const QString &code_id, const QString &key, qint64 place)
 {
     m_tabs->Open(code_id);

@@ -54,6 +54,7 @@ public:
     void Folder_Changed(const QString &id) override;
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
+    void Delete_Documents(const QStringList &ids) override;
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
     void New_Document() override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;

@@ -7,6 +7,16 @@ namespace
 {
 constexpr qint32 Element_Not_Found = 35601;
 constexpr qint32 Key_Not_Unique = 35602;
+
+[[noreturn]] void Missing(const QString &key)
+{
+    throw Run_Time_Error(Element_Not_Found, QStringLiteral("Element not found: ") + key);
+}
+
+[[noreturn]] void Taken(const QString &key)
+{
+    throw Run_Time_Error(Key_Not_Unique, QStringLiteral("Key is not unique in collection: ") + key);
+}
 } // namespace
 
 void Tree_Model::Replace(std::vector<Tree_Node> nodes)
@@ -56,8 +66,54 @@ void Tree_Model::Set_Caption(int index, const QString &caption)
     if (node.caption == caption)
         return;
     node.caption = caption;
+    Show_Change(index, Qt::DisplayRole);
+}
+
+void Tree_Model::Set_Image(int index, const QString &image)
+{
+    m_nodes[static_cast<size_t>(index)].image = image;
+    Show_Change(index, Image_Role);
+}
+
+void Tree_Model::Show_Change(int index, int role)
+{
     const QModelIndex changed = Index_Of(index);
-    emit dataChanged(changed, changed, {Qt::DisplayRole});
+    emit dataChanged(changed, changed, {role});
+}
+
+void Tree_Model::Add(const QString &parentKey, Tree_Node node)
+{
+    const int parent = Find(parentKey);
+    if (parent < 0)
+        Missing(parentKey);
+    if (Find(node.key) >= 0)
+        Taken(node.key);
+    std::vector<int> &siblings = m_nodes[static_cast<size_t>(parent)].children;
+    const int own = Node_Count();
+    node.parent = parent;
+    node.row = static_cast<int>(siblings.size());
+    beginInsertRows(Index_Of(parent), node.row, node.row);
+    siblings.push_back(own);
+    m_by_key.insert(node.key, own);
+    m_nodes.push_back(std::move(node));
+    endInsertRows();
+}
+
+void Tree_Model::Remove_If(const std::function<bool(const Tree_Node &)> &goes)
+{
+    // A parent stands before its children, so one pass sees whether it went.
+    Tree_Builder kept;
+    std::vector<bool> gone(m_nodes.size());
+    for (size_t i = 0; i < m_nodes.size(); ++i) {
+        Tree_Node node = m_nodes[i];
+        const int parent = node.parent;
+        gone[i] = goes(node) || (parent >= 0 && gone[static_cast<size_t>(parent)]);
+        if (gone[i])
+            continue;
+        node.children.clear();
+        kept.Add(parent < 0 ? QString() : Node(parent).key, std::move(node));
+    }
+    Replace(kept.Take());
 }
 
 QModelIndex Tree_Model::Index_Of(int node) const
@@ -121,12 +177,12 @@ QVariant Tree_Model::data(const QModelIndex &index, int role) const
 void Tree_Builder::Add(const QString &parentKey, Tree_Node node)
 {
     if (m_by_key.contains(node.key))
-        throw Run_Time_Error(Key_Not_Unique, QStringLiteral("Key is not unique in collection: ") + node.key);
+        Taken(node.key);
     const int own = static_cast<int>(m_nodes.size());
     if (!parentKey.isEmpty()) {
         const int parent = m_by_key.value(parentKey, -1);
         if (parent < 0)
-            throw Run_Time_Error(Element_Not_Found, QStringLiteral("Element not found: ") + parentKey);
+            Missing(parentKey);
         std::vector<int> &siblings = m_nodes[static_cast<size_t>(parent)].children;
         node.parent = parent;
         node.row = static_cast<int>(siblings.size());

@@ -4,6 +4,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -43,6 +44,11 @@ public:
     /// -1 when no node has that key. Keys are compared exactly.
     [[nodiscard]] int Find(const QString &key) const { return m_by_key.value(key, -1); }
     void Set_Caption(int index, const QString &caption);
+    void Set_Image(int index, const QString &image);
+    /// Adds a node as the last child of its parent. @throws as Tree_Builder::Add
+    void Add(const QString &parentKey, Tree_Node node);
+    /// Takes nodes away with everything below them; the others keep their order. Views see a single reset.
+    void Remove_If(const std::function<bool(const Tree_Node &)> &goes);
     void Set_Expanded(int index, bool expanded) { m_nodes[static_cast<size_t>(index)].expanded = expanded; }
     void Set_Tag(int index, const QString &tag) { m_nodes[static_cast<size_t>(index)].tag = tag; }
 
@@ -58,6 +64,7 @@ public:
 
 private:
     [[nodiscard]] const std::vector<int> &Children(const QModelIndex &parent) const;
+    void Show_Change(int index, int role);
 
     std::vector<Tree_Node> m_nodes;
     std::vector<int> m_top;
