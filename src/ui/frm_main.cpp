@@ -347,6 +347,8 @@ void Frm_Main::Connect_Actions()
     connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
     connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
     connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_ByDate, "Left_ByDate", Config().CH_ByDate, "CH_ByDate");
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_Find, "Left_Find", Config().CH_Find, "CH_Find");
     const auto enableDocument = [this](bool is) {
         for (QAction *action : {m_ui->Mnu_Save, m_ui->SaveCode, m_ui->Mnu_Close_Tab})
             action->setEnabled(is);
