@@ -83,8 +83,8 @@ QToolBar *Tree_Commands::Make_Tool_Bar(QWidget *parent) const
     auto *bar = new QToolBar(parent);
     bar->setObjectName(QStringLiteral("Tlb_Tree"));
     bar->setIconSize(QSize(18, 18));
-    for (const char *name : {"Mnu_Node_Add_Cur", "Mnu_Node_Add_Next", "Mnu_Node_Modify", "Mnu_Node_Up", "Cmd_Node_Down",
-                             "Mnu_Node_Del", "Mnu_Node_LookUp"})
+    for (const char *name :
+         {"Mnu_Node_Add_Cur", "Mnu_Node_Add_Next", "Mnu_Node_Modify", "Mnu_Node_Up", "Cmd_Node_Down", "Mnu_Node_Del"})
         bar->addAction(Action(name));
     return bar;
 }

@@ -39,6 +39,7 @@ struct Notes : Shell {
     void Folder_Changed(const QString & /*id*/) override {}
     void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString & /*code_id*/) override {}
+    void Delete_Documents(const QStringList & /*ids*/) override {}
     void Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);
