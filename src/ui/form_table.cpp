@@ -5,6 +5,9 @@
 #include "ui/frm_about.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
+#include "ui/frm_list_view_color.h"
+#include "ui/frm_list_view_para.h"
+#include "ui/frm_list_view_vir_cate.h"
 #include "ui/frm_login.h"
 #include "ui/frm_update_235.h"
 
@@ -38,6 +41,28 @@ Form Make_Database(const Opening &opening)
     return form;
 }
 
+Form Make_List_Columns(const Opening &opening)
+{
+    auto form = std::make_unique<Frm_ListView_Para>(opening.parent);
+    if (opening.changed)
+        QObject::connect(form.get(), &Frm_ListView_Para::Columns_Changed, form.get(), opening.changed);
+    return form;
+}
+
+Form Make_List_Colors(const Opening &opening)
+{
+    auto form = std::make_unique<Frm_ListView_Color>(opening.parent,
+                                                     opening.preset.split(QLatin1Char('/'), Qt::SkipEmptyParts));
+    if (opening.changed)
+        QObject::connect(form.get(), &Frm_ListView_Color::Colors_Changed, form.get(), opening.changed);
+    return form;
+}
+
+Form Make_Memberships(const Opening &opening)
+{
+    return std::make_unique<Frm_ListView_VirCate>(opening.preset, opening.parent);
+}
+
 Form Make_Update_235(const Opening &opening)
 {
     return std::make_unique<Frm_Update_235>(opening.parent, opening.preset);
@@ -55,9 +80,14 @@ struct Entry {
 };
 
 constexpr Entry Form_Table[] = {
-    {"Frm_About", Make_About},           {"frmLogin", Make_Login},
-    {"Frm_Database", Make_Database},     {"Frm_DbLog", Make<Frm_DbLog>},
+    {"Frm_About", Make_About},
+    {"frmLogin", Make_Login},
+    {"Frm_Database", Make_Database},
+    {"Frm_DbLog", Make<Frm_DbLog>},
     {"Frm_Update_235", Make_Update_235},
+    {"Frm_ListView_Para", Make_List_Columns},
+    {"Frm_ListView_Color", Make_List_Colors},
+    {"Frm_ListView_VirCate", Make_Memberships},
 };
 } // namespace
 

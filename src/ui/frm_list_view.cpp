@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/frm_list_view.h"
 
+#include "core/config_store.h"
+#include "core/settings.h"
 #include "ui/file_drops.h"
 #include "ui/icons.h"
 #include "ui/shell.h"
+#include "ui/twips.h"
 #include "ui_frm_list_view.h"
+#include "views/column_setup.h"
 #include "views/list_columns.h"
+#include "views/list_style.h"
 
 #include <QDropEvent>
 #include <QHeaderView>
@@ -15,6 +20,11 @@ namespace
 {
 const QString Ascending_Mark = QStringLiteral("△");
 const QString Descending_Mark = QStringLiteral("▽");
+const QString Columns_Section = QStringLiteral("Col");
+const QString Widths_Key = QStringLiteral("ListViewPara");
+const QString Order_Key = QStringLiteral("ListViewOrder");
+/// The background that stands for the skin's own.
+const QString Plain_Background = QStringLiteral("16777215");
 } // namespace
 
 Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
@@ -24,25 +34,13 @@ Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
     m_ui->setupUi(this);
     m_ui->Lsv_Code_Info->setModel(&m_list);
     Load_Lang();
-    Set_Up_Columns();
+    Apply_Look();
+    Apply_Columns();
+    Add_Commands();
+    Connect_Controls();
     setAcceptDrops(true);
-    m_ui->Lbl_FirstPage->setIcon(Line_Icon(QStringLiteral("first")));
-    m_ui->Lbl_PreviousPage->setIcon(Line_Icon(QStringLiteral("previous")));
-    m_ui->Lbl_NextPage->setIcon(Line_Icon(QStringLiteral("next")));
-    m_ui->Lbl_LastPage->setIcon(Line_Icon(QStringLiteral("last")));
-
-    const auto lastPage = [this] {
-        return static_cast<int>(m_info.labels[Page_Info::Pages]);
-    };
-    connect(m_ui->Lbl_FirstPage, &QToolButton::clicked, this, [this] { Go_To_Page(1); });
-    connect(m_ui->Lbl_PreviousPage, &QToolButton::clicked, this, [this] { Go_To_Page(m_page - 1); });
-    connect(m_ui->Lbl_NextPage, &QToolButton::clicked, this, [this] { Go_To_Page(m_page + 1); });
-    connect(m_ui->Lbl_LastPage, &QToolButton::clicked, this, [this, lastPage] { Go_To_Page(lastPage()); });
-    connect(m_ui->Txt_Page, &QLineEdit::returnPressed, this, [this] { Go_To_Page(m_ui->Txt_Page->text().toInt()); });
-    connect(m_ui->Lsv_Code_Info, &QTreeView::activated, this,
-            [this](const QModelIndex &index) { m_shell.Open_Document(index.data(List_Model::Tag_Role).toString()); });
-    connect(m_ui->Lsv_Code_Info->header(), &QHeaderView::sectionClicked, this, &Frm_ListView::Sort_By);
     ShowPageInfo({});
+    setListPic(Config().Pic_List);
 }
 
 Frm_ListView::~Frm_ListView() = default;
@@ -50,13 +48,72 @@ Frm_ListView::~Frm_ListView() = default;
 void Frm_ListView::Load_Lang()
 {
     m_lang.LoadControlsCaption();
+    m_list.Set_Columns(Captioned_Columns());
+    m_ui->Lsv_Code_Info->Set_Search_Column(m_list.Column(QStringLiteral("Lsv_Code_Info_Title")));
+    m_ui->Lsv_Code_Info->Set_Empty_Text(Empty_Hint());
 }
 
-void Frm_ListView::Show_Source(Page_Source source, int page)
+QString Frm_ListView::Empty_Hint() const
+{
+    return m_lang.GetString("_Empty_Folder") + QLatin1Char('\n') + m_lang.GetString("_Empty_Hint");
+}
+
+void Frm_ListView::Connect_Controls()
+{
+    const struct {
+        QToolButton *button;
+        const char *icon;
+        std::function<int()> page;
+    } pageButtons[] = {
+        {m_ui->Lbl_FirstPage, "first",
+         [] {
+             return 1;
+         }},
+        {m_ui->Lbl_PreviousPage, "previous",
+         [this] {
+             return m_page - 1;
+         }},
+        {m_ui->Lbl_NextPage, "next",
+         [this] {
+             return m_page + 1;
+         }},
+        {m_ui->Lbl_LastPage, "last",
+         [this] {
+             return static_cast<int>(m_info.labels[Page_Info::Pages]);
+         }},
+    };
+    for (const auto &row : pageButtons) {
+        row.button->setIcon(Line_Icon(QLatin1String(row.icon)));
+        row.button->setAccessibleName(row.button->toolTip());
+        connect(row.button, &QToolButton::clicked, this, [this, page = row.page] { Go_To_Page(page()); });
+    }
+    connect(m_ui->Txt_Page, &QLineEdit::returnPressed, this, [this] { Go_To_Page(m_ui->Txt_Page->text().toInt()); });
+    Document_List_View *list = m_ui->Lsv_Code_Info;
+    connect(list, &QTreeView::doubleClicked, this, &Frm_ListView::Open_Row);
+    connect(list, &QTreeView::customContextMenuRequested, this, &Frm_ListView::Show_Menu);
+    connect(list->selectionModel(), &QItemSelectionModel::currentChanged, this, &Frm_ListView::Show_Picture);
+    QHeaderView *header = list->header();
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QHeaderView::customContextMenuRequested, this, &Frm_ListView::Show_Column_Menu);
+    connect(header, &QHeaderView::sectionClicked, this, &Frm_ListView::Sort_By);
+}
+
+void Frm_ListView::Show_Source(Page_Source source, int page, const QString &emptyText)
 {
     m_source = std::move(source);
     m_page = page;
+    m_searchKey.clear();
+    m_ui->Lsv_Code_Info->Set_Empty_Text(emptyText.isEmpty() ? Empty_Hint() : emptyText);
     Reload();
+    m_ui->Lsv_Code_Info->scrollToTop();
+}
+
+void Frm_ListView::Show_Text(const QString &text)
+{
+    m_source = nullptr;
+    m_list.Clear();
+    m_ui->Lsv_Code_Info->Set_Empty_Text(text);
+    ShowPageInfo({});
 }
 
 void Frm_ListView::Remove_Rows(const QStringList &codeIds)
@@ -80,9 +137,18 @@ void Frm_ListView::Reload()
 {
     if (!m_source)
         return;
+    const QString current = m_ui->Lsv_Code_Info->currentIndex().data(List_Model::Tag_Role).toString();
     ShowPageInfo(m_source(m_list, m_page));
     if (m_sortColumn > 0)
         m_list.Sort_By(m_sortColumn, m_ascending);
+    Select_Document(current);
+}
+
+void Frm_ListView::Select_Document(const QString &code_id)
+{
+    const int row = code_id.isEmpty() ? -1 : m_list.Find(code_id);
+    if (row >= 0)
+        m_ui->Lsv_Code_Info->setCurrentIndex(m_list.index(row, 0));
 }
 
 void Frm_ListView::Refresh_Row(const QString &code_id)
@@ -92,10 +158,16 @@ void Frm_ListView::Refresh_Row(const QString &code_id)
 
 QStringList Frm_ListView::Selected_Ids() const
 {
-    QStringList ids;
-    for (const QModelIndex &row : m_ui->Lsv_Code_Info->selectionModel()->selectedRows())
-        ids << row.data(List_Model::Tag_Role).toString();
-    return ids;
+    return m_ui->Lsv_Code_Info->Selected_Ids();
+}
+
+void Frm_ListView::Open_Row(const QModelIndex &row)
+{
+    const QString id = row.data(List_Model::Tag_Role).toString();
+    if (m_searchKey.isEmpty())
+        m_shell.Open_Document(id);
+    else
+        m_shell.Open_Document_At(id, m_searchKey, row.data(List_Model::Place_Role).toLongLong());
 }
 
 void Frm_ListView::dragEnterEvent(QDragEnterEvent *event)
@@ -112,16 +184,56 @@ void Frm_ListView::dropEvent(QDropEvent *event)
         m_shell.Import_Files(files, m_shell.Selected_Folder());
 }
 
-void Frm_ListView::Set_Up_Columns()
+void Frm_ListView::Apply_Columns()
 {
-    m_list.Set_Columns(Captioned_Columns());
     QHeaderView *header = m_ui->Lsv_Code_Info->header();
     header->setSectionsClickable(true);
+    header->setSectionsMovable(true);
     header->setStretchLastSection(false);
-    const auto columns = Document_Columns();
-    for (size_t i = 0; i < columns.size(); ++i)
-        header->resizeSection(static_cast<int>(i),
-                              std::max(columns[i].width, header->sectionSizeHint(static_cast<int>(i))));
+    header->setMinimumSectionSize(Pixels(300));
+    const QString stored = GetIni(Columns_Section, Widths_Key);
+    const std::vector<int> widths = Widths_From_Text(stored);
+    for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
+        const int width = Pixels(widths[static_cast<size_t>(i)]);
+        header->setSectionHidden(i, width == 0);
+        if (width > 0)
+            header->resizeSection(i, stored.isEmpty() ? std::max(width, header->sectionSizeHint(i)) : width);
+    }
+    const std::vector<int> order = Order_From_Text(GetIni(Columns_Section, Order_Key));
+    for (int place = 0; place < static_cast<int>(order.size()); ++place)
+        header->moveSection(header->visualIndex(order[static_cast<size_t>(place)]), place);
+}
+
+void Frm_ListView::Save_Columns()
+{
+    const QHeaderView *header = m_ui->Lsv_Code_Info->header();
+    std::vector<int> widths;
+    std::vector<int> order;
+    for (int i = 0; i < header->count(); ++i) {
+        widths.push_back(header->isSectionHidden(i) ? 0 : Twips(header->sectionSize(i)));
+        order.push_back(header->logicalIndex(i));
+    }
+    WriteIni(Columns_Section, Widths_Key, Numbers_To_Text(widths));
+    WriteIni(Columns_Section, Order_Key, Numbers_To_Text(order));
+}
+
+void Frm_ListView::Apply_Look()
+{
+    Document_List_View *list = m_ui->Lsv_Code_Info;
+    list->Set_Grid(Config().CH_Lsv_Grid == QLatin1String("1"));
+    QFont font = list->font();
+    if (!Config().FontName_LSV.isEmpty())
+        font.setFamily(Config().FontName_LSV);
+    if (Config().FontSize_LSV.toDouble() > 0)
+        font.setPointSizeF(Config().FontSize_LSV.toDouble());
+    list->setFont(font);
+    const QColor background = Stored_Color(Config().Lsv_BColor);
+    if (background.isValid() && Config().Lsv_BColor != Plain_Background) {
+        QPalette palette = list->palette();
+        palette.setColor(QPalette::Base, background);
+        palette.setColor(QPalette::AlternateBase, background.darker(104));
+        list->setPalette(palette);
+    }
 }
 
 void Frm_ListView::ShowPageInfo(const Page_Info &info)
@@ -142,6 +254,7 @@ void Frm_ListView::Go_To_Page(int page)
     const int last = std::max(1, static_cast<int>(m_info.labels[Page_Info::Pages]));
     m_page = std::clamp(page, 1, last);
     Reload();
+    m_ui->Lsv_Code_Info->scrollToTop();
 }
 
 void Frm_ListView::Sort_By(int column)
@@ -150,12 +263,17 @@ void Frm_ListView::Sort_By(int column)
         return;
     m_ascending = column == m_sortColumn ? !m_ascending : true;
     m_sortColumn = column;
+    Mark_Sorted_Column();
+    m_list.Sort_By(column, m_ascending);
+}
+
+void Frm_ListView::Mark_Sorted_Column()
+{
     for (int i = 1; i < static_cast<int>(m_list.Columns().size()); ++i) {
         QString caption = m_list.Columns()[static_cast<size_t>(i)].caption;
         caption.remove(Ascending_Mark).remove(Descending_Mark);
-        if (i == column)
+        if (i == m_sortColumn)
             caption += m_ascending ? Ascending_Mark : Descending_Mark;
         m_list.Set_Column_Caption(i, caption);
     }
-    m_list.Sort_By(column, m_ascending);
 }

@@ -9,6 +9,8 @@
 #include <functional>
 #include <memory>
 
+class QAction;
+class QMenu;
 class Shell;
 namespace Ui
 {
@@ -29,8 +31,11 @@ public:
 
     void Load_Lang();
     /// Shows a page of a source and keeps the source for paging.
-    void Show_Source(Page_Source source, int page = 1);
-    /// Fills the page on screen anew.
+    /// @param emptyText  what stands there when it has no rows; "" for the usual hint
+    void Show_Source(Page_Source source, int page = 1, const QString &emptyText = {});
+    /// Shows nothing but a text.
+    void Show_Text(const QString &text);
+    /// Fills the page on screen anew, keeping the current row where it can.
     void Reload();
     void Refresh_Row(const QString &code_id);
     /// Takes rows out of the page on screen.
@@ -39,23 +44,55 @@ public:
     void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
+    /// The key that was searched, "" for a list of another kind: an opened document shows its places.
+    void Set_Search_Key(const QString &key) { m_searchKey = key; }
+    /// Writes the widths and places of the columns to the settings.
+    void Save_Columns();
+    /// Shows the picture of that name in data\img\ beside the list, or says that there is none; "" closes the pane.
+    void setListPic(const QString &name);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void Set_Up_Columns();
+    struct Command;
+    [[nodiscard]] static const std::vector<Command> &Commands();
+
+    [[nodiscard]] QString Empty_Hint() const;
+    void Connect_Controls();
+    void Add_Commands();
+    void Show_Menu(const QPoint &at);
+    void Show_Column_Menu(const QPoint &at);
+    void Apply_Columns();
+    void Apply_Look();
     void ShowPageInfo(const Page_Info &info);
     void Go_To_Page(int page);
     void Sort_By(int column);
+    void Mark_Sorted_Column();
+    void Open_Row(const QModelIndex &row);
+    void Select_Document(const QString &code_id);
+    void Show_Picture();
+
+    void Open_Selected();
+    void New_Document();
+    void Copy_Titles();
+    void Color_Rows();
+    void Set_Up_Columns();
+    void Choose_Picture();
+    void Close_Picture();
+    void Show_Properties();
 
     Shell &m_shell;
     std::unique_ptr<Ui::Frm_ListView> m_ui;
     ctrlLanguage m_lang;
     List_Model m_list;
+    QMenu *m_menu = nullptr;
+    std::vector<QAction *> m_actions; ///< one for each command
     Page_Source m_source;
     Page_Info m_info;
+    QString m_searchKey;
     int m_page = 1;
     int m_sortColumn = 0; ///< 0: as listed
     bool m_ascending = true;

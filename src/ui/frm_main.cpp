@@ -16,6 +16,8 @@
 #include "ui/frm_list_view.h"
 #include "ui/icons.h"
 #include "ui/tree_commands.h"
+#include "ui/left_tabs.h"
+#include "ui/located_key.h"
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
 #include "ui_frm_main.h"
@@ -27,6 +29,7 @@
 #include <QProgressDialog>
 #include <QScreen>
 #include <QSystemTrayIcon>
+#include <QTextEdit>
 
 namespace
 {
@@ -84,7 +87,7 @@ void Frm_Main::Reload_All()
 {
     Load_Root_Facts();
     m_tree->Update_Tree();
-    List_Folder(m_tree->Selected_Id());
+    m_left->Reload();
 }
 
 bool Frm_Main::Save_All_Documents()
@@ -99,6 +102,7 @@ int Frm_Main::Tree_Width() const
 
 void Frm_Main::Save_Placement()
 {
+    m_list->Save_Columns();
     if (isMinimized())
         return;
     const QRect place = normalGeometry();
@@ -156,6 +160,18 @@ void Frm_Main::Delete_Documents(const QStringList &ids)
     for (const QString &folder : deletion.folders)
         m_tree->Recount(folder);
     Set_Status(deletion.status);
+}
+
+void Frm_Main::Open_Document_At(const QString &code_id, const QString &key, qint64 place)
+{
+    m_tabs->Open(code_id);
+    if (const Frm_Doc_Standard *document = m_tabs->Current_Document())
+        Mark_Key(*document->findChild<QTextEdit *>(QStringLiteral("Txt_Content")), key, place);
+}
+
+void Frm_Main::New_Document()
+{
+    m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder());
 }
 
 void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
@@ -254,6 +270,7 @@ void Frm_Main::Add_Panes()
     m_tabs = new Document_Tabs(*this, m_ui->Pic_Main);
     m_list = new Frm_ListView(*this);
     m_tabs->Add_List(m_list, m_lang.GetString("_List_Tab"));
+    m_left = new Left_Tabs(*this, *m_ui->Pic_On_Left, *m_tree, *m_list, this);
     m_ui->Pic_Main->addWidget(m_tabs);
     m_ui->Pic_Main->setStretchFactor(1, 1);
 }
@@ -277,14 +294,11 @@ void Frm_Main::Add_Tray_Icon()
 
 void Frm_Main::Connect_Actions()
 {
-    const auto newDocument = [this] {
-        m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder());
-    };
     const auto save = [this] {
         m_tabs->Save_Current();
     };
-    connect(m_ui->Mnu_AddCode, &QAction::triggered, this, newDocument);
-    connect(m_ui->AddCode, &QAction::triggered, this, newDocument);
+    connect(m_ui->Mnu_AddCode, &QAction::triggered, this, &Frm_Main::New_Document);
+    connect(m_ui->AddCode, &QAction::triggered, this, &Frm_Main::New_Document);
     connect(m_ui->Mnu_Import_File, &QAction::triggered, this, &Frm_Main::Choose_Files);
     connect(m_ui->ImportFile, &QAction::triggered, this, &Frm_Main::Choose_Files);
     connect(m_ui->Mnu_Save, &QAction::triggered, this, save);
@@ -310,7 +324,9 @@ void Frm_Main::Connect_Actions()
     connect(m_ui->Mnu_M_FILE, &QAction::toggled, this,
             [this](bool on) { Toggle_View(Config().M_FILE, "M_FILE", on, true); });
 
-    connect(m_tree, &Tree_Pane::Folder_Chosen, this, &Frm_Main::List_Folder);
+    connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
+    connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
+    connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);
     const auto enableDocument = [this](bool is) {
         for (QAction *action : {m_ui->Mnu_Save, m_ui->SaveCode, m_ui->Mnu_Close_Tab})
             action->setEnabled(is);
@@ -331,8 +347,8 @@ void Frm_Main::Set_Icons()
         {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
         {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
         {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
-        {m_ui->Mnu_DbLog, "log"},       {m_ui->Mnu_About, "about"},
-        {m_ui->Mnu_Exit, "exit"},
+        {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
+        {m_ui->Mnu_About, "about"},     {m_ui->Mnu_Exit, "exit"},
     };
     for (const Action_Icon &row : icons)
         row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
@@ -354,17 +370,6 @@ void Frm_Main::Toggle_View(QString &setting, const char *key, bool on, bool capi
     const bool inPage = qstrcmp(key, "M_FILE") == 0;
     WriteIni(inPage ? QStringLiteral("Page") : QStringLiteral("Col"), QLatin1String(key), setting);
     m_tabs->Adjust_Panes();
-}
-
-void Frm_Main::List_Folder(const QString &id)
-{
-    m_list->Show_Source([this, id](List_Model &list, int page) {
-        QString password = m_tree->Accepted_Password();
-        const Page_Info info = ShowCodeInfoToList_Ex(id, list, false, page, {}, password);
-        m_tree->Set_Accepted_Password(password);
-        return info;
-    });
-    m_tabs->Show_List();
 }
 
 void Frm_Main::Choose_Files()

@@ -10,6 +10,7 @@
 
 class Document_Tabs;
 class Frm_ListView;
+class Left_Tabs;
 class QSystemTrayIcon;
 class Tree_Pane;
 namespace Ui
@@ -54,6 +55,8 @@ public:
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
     void Delete_Documents(const QStringList &ids) override;
+    void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
+    void New_Document() override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;
     void Focus_List() override;
     void Clear_List() override;
@@ -72,7 +75,6 @@ private:
     void Set_Icons();
     void Check_View_Entries();
     void Toggle_View(QString &setting, const char *key, bool on, bool capitals);
-    void List_Folder(const QString &id);
     void Choose_Files();
     void Choose_Database();
     void Compact();
@@ -88,6 +90,7 @@ private:
     Tree_Pane *m_tree = nullptr;
     Frm_ListView *m_list = nullptr;
     Document_Tabs *m_tabs = nullptr;
+    Left_Tabs *m_left = nullptr;
     QSystemTrayIcon *m_tray = nullptr;
     bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
 };

@@ -22,6 +22,11 @@ public:
     virtual void Open_Document(const QString &code_id) = 0;
     /// Asks, and moves documents to the recycle bin or deletes those that are in it; list, tree and tabs follow.
     virtual void Delete_Documents(const QStringList &ids) = 0;
+    /// The same, with every place of a key marked and the one at `place` selected: a position in the plain text from
+    /// 0, or -1 for the first one.
+    virtual void Open_Document_At(const QString &code_id, const QString &key, qint64 place) = 0;
+    /// Begins a new document in the selected folder.
+    virtual void New_Document() = 0;
     /// Stores files as documents of a folder and shows them in the list.
     virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
     /// Puts the keyboard into the document list.

@@ -7,7 +7,7 @@
 #include <QSet>
 #include <QTreeView>
 
-class Node_Delegate;
+class Tree_Node_Delegate;
 class Shell;
 class Tree_Commands;
 
@@ -76,7 +76,7 @@ private:
     Shell &m_shell;
     Folder_Model m_tree;
     ctrlLanguage m_lang;
-    Node_Delegate *m_delegate;
+    Tree_Node_Delegate *m_delegate;
     Tree_Commands *m_commands;
     QSet<QString> m_locked;
     bool m_loading = false;

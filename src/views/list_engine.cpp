@@ -9,15 +9,13 @@
 #include "platform/database/database.h"
 #include "platform/prompts/prompts.h"
 #include "users/scrambling.h"
-#include "views/list_columns.h"
 #include "views/list_engine_sql.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace
 {
-const QString No_Stars = QStringLiteral("☆☆☆☆☆");
-
 /// What one filling asks for.
 struct Request {
     QString cateId;
@@ -125,77 +123,23 @@ std::optional<QString> Row_Statement(const Request &request, qint64 rows, QStrin
     return Folder_Statement(request, top, *pass + Date_Filter(request.dateText), order);
 }
 
-QString Stars(const QString &stored)
+/// One document's row as it is now, with the number that it has in the list.
+std::optional<List_Row> One_Row(const QString &codeId, const QString &number)
 {
-    return stored.contains(QChar(u'★')) ? stored : No_Stars;
-}
-
-QString Folder_Name(const QString &cateId)
-{
-    Recordset name;
-    name.Open(Sql_Text(Sql::Folder_Name, cateId), App().Conn_Str);
-    return name.Eof() ? QStringLiteral("--") : name[0].Text();
-}
-
-QString Attachment_Count(const QString &codeId)
-{
-    Recordset count;
-    count.Open(Sql_Text(Sql::Attachment_Count, codeId), App().Conn_Str);
-    const qint64 number = count[0].Number();
-    return number == 0 ? QString() : QString::number(number);
-}
-
-QString Cell_Text(const Document_Column &column, Recordset &rows, const List_Row &row)
-{
-    const auto is = [&](const char *key) {
-        return qstrcmp(column.key, key) == 0;
-    };
-    if (is("Lsv_Code_Info_CateName"))
-        return Folder_Name(row.tag2);
-    if (is("Lsv_Code_Info_AddinNum"))
-        return Attachment_Count(row.tag);
-    const QString text = rows[QLatin1String(column.field)].Text();
-    return is("Lsv_Code_Info_Star") || is("Lsv_Code_Info_Done") ? Stars(text) : text;
-}
-
-QColor Stored_Color(const QString &number)
-{
-    // As the file keeps colours: 0xBBGGRR.
-    const int bgr = number.toInt();
-    return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
-}
-
-/// "sub-item colour|item colour|bold"; fewer than three parts mean the default style.
-void Apply_Line_Color(List_Row &row)
-{
-    const QStringList parts = row.tag3.split(QLatin1Char('|'));
-    if (parts.size() < 3)
-        return;
-    row.sub_color = Stored_Color(parts[0]);
-    row.item_color = Stored_Color(parts[1]);
-    row.bold = parts[2].compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 || parts[2].toInt() != 0;
-}
-
-List_Row Row_Of(Recordset &rows, int number)
-{
-    List_Row row;
-    row.tag = rows[QStringLiteral("Code_ID")].Text();
-    row.tag2 = rows[QStringLiteral("Cate_ID")].Text();
-    row.tag3 = rows[QStringLiteral("Code_LineColor")].Text();
-    row.texts.append(QString::number(number));
-    for (const Document_Column &column : Document_Columns().subspan(1))
-        row.texts.append(Cell_Text(column, rows, row));
-    if (Config().CH_Lsv_ToolTips == QLatin1String("1"))
-        row.tool_tip = rows[QStringLiteral("Code_Explain")].Text();
-    Apply_Line_Color(row);
-    return row;
+    Recordset row;
+    row.Open(Sql_Text(Sql::One_Row, codeId), App().Conn_Str);
+    std::vector<List_Row> read = Read_List_Rows(row, 1, {}, List_Setting::Now());
+    if (read.empty())
+        return std::nullopt;
+    read.front().texts[0] = number;
+    return std::move(read.front());
 }
 
 Page_Info Fill_Page(const Request &request, List_Model &list, int page, QString &password)
 {
     Page_Info info;
     const qint64 total = Count_Rows(request);
-    const qint64 perPage = Config().MAX_RECORD;
+    const qint64 perPage = std::max<qint64>(1, Config().MAX_RECORD);
     info.paging = total / perPage >= 1;
     info.labels = {total, (total + perPage - 1) / perPage, perPage, 0};
 
@@ -207,11 +151,9 @@ Page_Info Fill_Page(const Request &request, List_Model &list, int page, QString 
     rows.CursorLocation = Cursor_Location::Client;
     rows.CursorType = Cursor_Type::Static;
     rows.Open(*statement, App().Conn_Str);
-    const qint64 skipped = rowsToRead - perPage;
     if (!rows.Eof())
-        rows.Move(skipped);
-    info.labels[Page_Info::Shown] =
-        Fill_List_Rows(rows, list, static_cast<int>(perPage), static_cast<int>(skipped) + 1);
+        rows.Move(rowsToRead - perPage);
+    info.labels[Page_Info::Shown] = Fill_List_Rows(rows, list, static_cast<int>(perPage));
     return info;
 }
 } // namespace
@@ -225,30 +167,35 @@ Page_Info ShowCodeInfoToList_Ex(const QString &cateId, List_Model &list, bool al
     });
 }
 
-Page_Info ShowCodeInfoToList_Ex_Key(const QString &where, List_Model &list, const QString & /*searchKey*/, int /*page*/,
+Condition_Rows Rows_By_Condition(const QString &where, const QString &searchKey, int limit, const List_Setting &setting)
+{
+    Condition_Rows found;
+    Recordset rows;
+    rows.CursorLocation = Cursor_Location::Client;
+    rows.CursorType = Cursor_Type::Static;
+    rows.Open(Sql_Text(Sql::Rows_By_Condition, where), setting.connection);
+    if (rows.Eof())
+        return found;
+    found.rows = Read_List_Rows(rows, limit, searchKey, setting);
+    found.info.labels = {rows.Count_And_End(), 1, limit, limit};
+    return found;
+}
+
+Page_Info ShowCodeInfoToList_Ex_Key(const QString &where, List_Model &list, const QString &searchKey, int /*page*/,
                                     int limit)
 {
     list.Clear();
     return Trap(QStringLiteral("Mod_DataBase\\ShowCodeInfoToList_Ex_Key"), [&] {
-        Page_Info info;
-        Recordset rows;
-        rows.CursorLocation = Cursor_Location::Client;
-        rows.CursorType = Cursor_Type::Static;
-        rows.Open(Sql_Text(Sql::Rows_By_Condition, where), App().Conn_Str);
-        if (rows.Eof())
-            return info;
-        info.labels = {rows.RecordCount(), 1, limit, limit};
-        Fill_List_Rows(rows, list, limit);
-        return info;
+        Condition_Rows found = Rows_By_Condition(where, searchKey, limit, List_Setting::Now());
+        list.Replace(std::move(found.rows));
+        return found.info;
     });
 }
 
-int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, int firstNumber)
+int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, const QString &searchKey)
 {
-    std::vector<List_Row> filled;
-    for (; !rows.Eof() && static_cast<int>(filled.size()) < maxRows; rows.MoveNext())
-        filled.push_back(Row_Of(rows, firstNumber + static_cast<int>(filled.size())));
-    const int added = static_cast<int>(filled.size());
+    std::vector<List_Row> filled = Read_List_Rows(rows, maxRows, searchKey, List_Setting::Now());
+    const int added = Document_Count(filled);
     list.Replace(std::move(filled));
     return added;
 }
@@ -259,9 +206,29 @@ void Refresh_List_Row(List_Model &list, const QString &code_id)
     if (at < 0)
         return;
     Trap(QStringLiteral("Mod_DataBase\\Refresh_List_Row"), [&] {
-        Recordset row;
-        row.Open(Sql_Text(Sql::One_Row, code_id), App().Conn_Str);
-        if (!row.Eof())
-            list.Set_Row(at, Row_Of(row, list.Row(at).texts.value(0).toInt()));
+        const std::optional<List_Row> row = One_Row(code_id, list.Row(at).texts.value(0));
+        if (row)
+            list.Set_Row(at, *row);
+    });
+}
+
+void Refresh_List(List_Model &list)
+{
+    Trap(QStringLiteral("Mod_DataBase\\Refresh_List"), [&] {
+        std::vector<List_Row> kept;
+        bool here = false;
+        for (int i = 0; i < list.Row_Count(); ++i) {
+            const List_Row &old = list.Row(i);
+            if (old.place >= 0) {
+                if (here)
+                    kept.push_back(old);
+                continue;
+            }
+            std::optional<List_Row> row = One_Row(old.tag, old.texts.value(0));
+            here = row.has_value();
+            if (here)
+                kept.push_back(std::move(*row));
+        }
+        list.Replace(std::move(kept));
     });
 }

@@ -3,6 +3,7 @@
 
 #include "platform/database/recordset.h"
 #include "platform/models/list_model.h"
+#include "views/list_rows.h"
 
 #include <QString>
 #include <array>
@@ -28,8 +29,21 @@ Page_Info ShowCodeInfoToList_Ex(const QString &cateId, List_Model &list, bool al
 Page_Info ShowCodeInfoToList_Ex_Key(const QString &where, List_Model &list, const QString &searchKey, int page,
                                     int limit);
 
-/// Adds rows of a recordset to the list, at most `maxRows`, numbered from `firstNumber`. @returns rows added
-int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, int firstNumber = 1);
+/// The rows of a condition and their count line. `labels[Total]` counts all, `rows` holds at most `limit` documents.
+struct Condition_Rows {
+    std::vector<List_Row> rows;
+    Page_Info info;
+};
+/// What ShowCodeInfoToList_Ex_Key lists; may run in a thread of its own. @throws Run_Time_Error.
+Condition_Rows Rows_By_Condition(const QString &where, const QString &searchKey, int limit,
+                                 const List_Setting &setting);
+
+/// Replaces the list's rows by those of a recordset, at most `maxRows` documents. With a search key, their places
+/// stand below them, if the setting CH_Lsv_Detail wants it. @returns documents added
+int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, const QString &searchKey = {});
+
+/// Reads every document's row anew and drops those whose documents are gone.
+void Refresh_List(List_Model &list);
 
 /// Reads one document's row anew, keeping its number, if it is in the list.
 void Refresh_List_Row(List_Model &list, const QString &code_id);

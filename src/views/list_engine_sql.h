@@ -63,9 +63,13 @@ inline constexpr const char16_t *Rows_By_Condition =
 inline constexpr const char16_t *One_Row =
     u"Select  " ZELQOR_LIST_COLUMNS u" From Code_Info where Code_Info.Code_ID='%1'";
 
-inline constexpr const char16_t *Folder_Name = u"select cate_name from Cate_Info where cate_id='%1'";
-inline constexpr const char16_t *Attachment_Count =
-    u"SELECT count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id='%1'";
+/// The name of a row's folder, "select cate_name from Cate_Info where cate_id='id'", and its attachments, "SELECT
+/// count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id='id'", asked for all rows of a page at
+/// once.
+inline constexpr const char16_t *Folder_Names = u"select cate_id,cate_name from Cate_Info where cate_id in (%1)";
+inline constexpr const char16_t *Attachment_Counts =
+    u"SELECT code_id,count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id in (%1) "
+    u"group by code_id";
 inline constexpr const char16_t *Folder_Password = u"Select Cate_id,Cate_pass  From Cate_Info Where Cate_id='%1'";
 
 #undef ZELQOR_LIST_COLUMNS

@@ -40,6 +40,8 @@ struct Notes : Shell {
     void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString & /*code_id*/) override {}
     void Delete_Documents(const QStringList & /*ids*/) override {}
+    void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
+    void New_Document() override {}
     void Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);

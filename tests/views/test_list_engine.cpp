@@ -84,7 +84,7 @@ private slots:
         QTest::addRow("45") << 45 << 1 << qint64(1) << false << u"1 d045"_s << qint64(45);
         QTest::addRow("46") << 46 << 1 << qint64(1) << true << u"1 d046"_s << qint64(46);
         QTest::addRow("47, first page") << 47 << 1 << qint64(2) << true << u"1 d047"_s << qint64(46);
-        QTest::addRow("47, last page") << 47 << 2 << qint64(2) << true << u"47 d001"_s << qint64(1);
+        QTest::addRow("47, last page") << 47 << 2 << qint64(2) << true << u"1 d001"_s << qint64(1);
         QTest::addRow("past the end") << 47 << 3 << qint64(2) << true << QString() << qint64(0);
         QTest::addRow("far past the end") << 3 << 1000 << qint64(1) << false << QString() << qint64(0);
     }

@@ -9,6 +9,7 @@
 #include "platform/database/sql_parser.h"
 #include "platform/database/sqlite_cells.h"
 #include "platform/database/sqlite_cursor.h"
+#include "platform/database/watched_query.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -76,7 +77,7 @@ std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
     if (!connection->m_readOnly) {
         Ddl::Make_Missing_Indexes(*connection);
     }
-    sqlite3_busy_timeout(connection->m_db, Connection_Pool::Busy_Timeout());
+    sqlite3_busy_handler(connection->m_db, Watched_Query::Wait_For_Lock, nullptr);
     return connection;
 }
 
@@ -378,6 +379,7 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
         return nullptr;
     }
     prepared->busy = true;
+    Watched_Query::Begin(m_db, prepared);
     // A change of tables by another program shows when the first step has to compile the statement anew.
     auto cursor = std::make_unique<Sqlite_Cursor>(shared_from_this(), prepared);
     cursor->Start();

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <atomic>
 #include <sqlite3.h>
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -26,12 +27,14 @@ constexpr qint32 Application_Id = 0x5A454C51; // "ZELQ"
 struct Pool {
     QHash<QString, std::shared_ptr<Connection>> byFile;
     QHash<QString, int> groups; ///< depth of the open groups of a file
-    int busyTimeout = Usual_Busy_Timeout;
 };
 
+std::atomic<int> Longest_Wait{Usual_Busy_Timeout};
+
+/// SQLite's connections are not shared by threads.
 Pool &The_Pool()
 {
-    static Pool pool;
+    static thread_local Pool pool;
     return pool;
 }
 
@@ -74,15 +77,12 @@ Target Parse(const QString &connectionString)
 
 int Busy_Timeout()
 {
-    return The_Pool().busyTimeout;
+    return Longest_Wait;
 }
 
 void Set_Busy_Timeout(int milliseconds)
 {
-    The_Pool().busyTimeout = milliseconds;
-    for (const auto &connection : The_Pool().byFile) {
-        sqlite3_busy_timeout(connection->Handle(), milliseconds);
-    }
+    Longest_Wait = milliseconds;
 }
 
 std::shared_ptr<Connection> Get(const QString &file)

@@ -3,7 +3,7 @@
 
 #include "platform/database/connection.h"
 
-/// The kept connections, one per file.
+/// The kept connections, one per file and thread.
 namespace Connection_Pool
 {
 /// What a connection string names.

@@ -5,12 +5,15 @@
 #include <QDateTime>
 #include <QString>
 #include <functional>
+#include <memory>
+
+struct Watched_Query;
 
 /// Connection strings, files and transactions of the database engine.
 ///
 /// A connection string names either a file, "Provider=...;Data Source=PATH;Persist Security Info=False", or a data
-/// source, "File Name=PATH OF AN .udl FILE". The engine keeps one connection per string, with its prepared
-/// statements, until it is let go.
+/// source, "File Name=PATH OF AN .udl FILE". The engine keeps one connection per string and thread, with its prepared
+/// statements, until it is let go or the thread ends.
 namespace Database_Engine
 {
 /// The connection string of a database file; PATH is the system's spelling or a native one.
@@ -42,4 +45,25 @@ void Set_Date_Separator(QChar separator);
 /// The date that a text means in a statement or a date field, invalid when it means none. Year first, with "-", "/"
 /// or "." between; the time of day, "HH:MM" or "HH:MM:SS", may follow.
 QDateTime Date_From_Text(const QString &text);
+
+/// While it lives, the first query of its thread says from time to time how far it is and can be stopped; it then
+/// throws Failure::Stopped. It also gives way to another thread that wants to write: it is stopped, and
+/// Gave_Way() says so; the caller runs it anew.
+class Watch
+{
+public:
+    /// @param step  gets the rows that the query has walked over in its table; false stops it
+    explicit Watch(std::function<bool(qint64 rows)> step);
+    ~Watch();
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+
+    [[nodiscard]] bool Gave_Way() const { return m_gaveWay; }
+
+private:
+    friend struct ::Watched_Query;
+    std::function<bool(qint64 rows)> m_step;
+    std::shared_ptr<void> m_query;
+    bool m_gaveWay = false;
+};
 } // namespace Database_Engine

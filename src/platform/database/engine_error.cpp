@@ -129,6 +129,8 @@ Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path)
     case SQLITE_IOERR:
         return Failed(u"The database file '%1' cannot be read or written (%2)."_s.arg(path, message),
                       Failure::Path_Access);
+    case SQLITE_INTERRUPT:
+        return Failed(u"The statement was stopped."_s, Failure::Stopped);
     case SQLITE_TOOBIG:
         return Failed(u"A value is too large for the database."_s, Failure::Too_Long);
     case SQLITE_ERROR:

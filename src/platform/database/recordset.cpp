@@ -210,6 +210,18 @@ qint64 Recordset::RecordCount()
     return count;
 }
 
+qint64 Recordset::Count_And_End()
+{
+    m->Check_Open();
+    auto count = static_cast<qint64>(m->rows.size());
+    while (!m->complete && m->source->Skip()) {
+        ++count;
+    }
+    m->complete = true;
+    m->at = static_cast<qint64>(m->rows.size());
+    return count;
+}
+
 int Recordset::Field_Count() const
 {
     return static_cast<int>(m->outputs.size());

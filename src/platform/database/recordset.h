@@ -78,6 +78,9 @@ public:
     void Move(qint64 rows);
     /// Number of rows; -1 for forward-only and dynamic cursors.
     [[nodiscard]] qint64 RecordCount();
+    /// Number of rows of a read-only recordset, those behind the current one being counted without being read; the
+    /// recordset then ends there.
+    [[nodiscard]] qint64 Count_And_End();
 
     [[nodiscard]] int Field_Count() const;
     /// Column by name, without regard to case. @throws Run_Time_Error 3265 when there is none.

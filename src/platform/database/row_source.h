@@ -16,4 +16,10 @@ public:
     [[nodiscard]] virtual const std::vector<Output> &Outputs() const = 0;
     /// The next row; false at the end. @throws Run_Time_Error.
     virtual bool Next(Row &row) = 0;
+    /// Goes over the next row without reading it; false at the end. @throws Run_Time_Error.
+    virtual bool Skip()
+    {
+        Row row;
+        return Next(row);
+    }
 };

@@ -332,6 +332,7 @@ int Compare_Order(void *, int lengthA, const void *a, int lengthB, const void *b
     static const QCollator collator = [] {
         QCollator chinese(QLocale(QLocale::Chinese, QLocale::China));
         chinese.setCaseSensitivity(Qt::CaseInsensitive);
+        chinese.compare(u"a"_s, u"b"_s); // makes it ready, so that threads may share it
         return chinese;
     }();
     const std::string_view left = View(a, lengthA);

@@ -76,7 +76,16 @@ bool Sqlite_Cursor::Next(Row &row)
     return m_statement != nullptr && Step(row);
 }
 
-bool Sqlite_Cursor::Step(Row &row)
+bool Sqlite_Cursor::Skip()
+{
+    if (!m_ahead.empty() || m_error) {
+        Row row;
+        return Next(row);
+    }
+    return m_statement != nullptr && Advance();
+}
+
+bool Sqlite_Cursor::Advance()
 {
     const int code = sqlite3_step(m_statement->handle);
     if (code == SQLITE_DONE) {
@@ -87,6 +96,14 @@ bool Sqlite_Cursor::Step(Row &row)
         const Run_Time_Error error = m_connection->Error();
         Finish();
         throw error;
+    }
+    return true;
+}
+
+bool Sqlite_Cursor::Step(Row &row)
+{
+    if (!Advance()) {
+        return false;
     }
     const int columns = sqlite3_column_count(m_statement->handle);
     row.clear();

@@ -15,12 +15,14 @@ public:
 
     [[nodiscard]] const std::vector<Output> &Outputs() const override { return m_plan->outputs; }
     bool Next(Row &row) override;
+    bool Skip() override;
     void Drain();
     [[nodiscard]] bool Reads(const QString &table) const;
     /// Reads the first rows.
     void Start();
 
 private:
+    bool Advance();
     bool Step(Row &row);
     void Finish();
 

@@ -24,6 +24,7 @@ enum class Failure {
     Null_Value,
     No_Current_Row,
     Missing_Component,
+    Stopped, ///< by a watch, at the user's wish
 };
 
 /// The one exception that the platform throws. Numbers below 1000 are the run-time's own (53 file not found, 61 disk

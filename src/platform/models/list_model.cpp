@@ -60,11 +60,38 @@ void List_Model::Remove(int row)
 void List_Model::Sort_By(int column, bool ascending)
 {
     const QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    emit layoutAboutToBeChanged();
-    std::stable_sort(m_rows.begin(), m_rows.end(), [&](const List_Row &a, const List_Row &b) {
-        const int order = collator.compare(a.texts.value(column), b.texts.value(column));
+    struct Group {
+        QCollatorSortKey key;
+        size_t first;
+        size_t end; // behind its last line
+    };
+    std::vector<Group> groups;
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        if (m_rows[i].place < 0 || groups.empty())
+            groups.push_back({collator.sortKey(m_rows[i].texts.value(column)), i, i + 1});
+        else
+            groups.back().end = i + 1;
+    }
+    std::stable_sort(groups.begin(), groups.end(), [&](const Group &a, const Group &b) {
+        const int order = a.key.compare(b.key);
         return ascending ? order < 0 : order > 0;
     });
+    std::vector<List_Row> sorted;
+    sorted.reserve(m_rows.size());
+    std::vector<int> newPlace(m_rows.size());
+    for (const Group &group : groups) {
+        for (size_t i = group.first; i < group.end; ++i) {
+            newPlace[i] = static_cast<int>(sorted.size());
+            sorted.push_back(std::move(m_rows[i]));
+        }
+    }
+    emit layoutAboutToBeChanged();
+    m_rows = std::move(sorted);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    for (const QModelIndex &old : before)
+        after << index(newPlace[static_cast<size_t>(old.row())], old.column());
+    changePersistentIndexList(before, after);
     emit layoutChanged();
 }
 
@@ -88,8 +115,12 @@ QVariant List_Model::data(const QModelIndex &index, int role) const
         return row.texts.value(index.column());
     case Tag_Role:
         return row.tag;
-    case Qt::ToolTipRole:
-        return row.tool_tip.isEmpty() ? QVariant() : row.tool_tip;
+    case Place_Role:
+        return row.place;
+    case Qt::ToolTipRole: {
+        const bool here = row.tip_column < 0 || index.column() == 0 || index.column() == row.tip_column;
+        return row.tool_tip.isEmpty() || !here ? QVariant() : row.tool_tip;
+    }
     case Qt::ForegroundRole: {
         const QColor &color = index.column() == 0 ? row.item_color : row.sub_color;
         return color.isValid() ? QVariant(color) : QVariant();

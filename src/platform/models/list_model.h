@@ -15,10 +15,14 @@ struct List_Column {
 /// One row of a list: a text for each column, and what the logic keeps with it.
 struct List_Row {
     QStringList texts;
-    QString tag;      ///< the row's id
-    QString tag2;     ///< the id of its folder
-    QString tag3;     ///< its display style as stored
-    QString tool_tip; ///< "" for none
+    QString tag;         ///< the row's id
+    QString tag2;        ///< the id of its folder
+    QString tag3;        ///< its display style as stored
+    QString tool_tip;    ///< "" for none
+    int tip_column = -1; ///< the tool tip is shown over the first and this column only; -1: over every column
+    /// A line of the row above: a place in its document's text, counted from 0 in UTF-16 units. -1 for a row of its
+    /// own.
+    qint64 place = -1;
     QColor item_color;
     QColor sub_color;
     bool bold = false;
@@ -31,6 +35,7 @@ class List_Model : public QAbstractTableModel
 
 public:
     static constexpr int Tag_Role = Qt::UserRole;
+    static constexpr int Place_Role = Qt::UserRole + 1;
 
     using QAbstractTableModel::QAbstractTableModel;
 
@@ -49,7 +54,8 @@ public:
     [[nodiscard]] int Find(const QString &tag) const;
     void Set_Row(int row, const List_Row &content);
     void Remove(int row);
-    /// Sorts by the text shown in a column; equal texts keep their order.
+    /// Sorts by the text shown in a column, as a Chinese dictionary does; equal texts keep their order, and the lines
+    /// of a row stay below it.
     void Sort_By(int column, bool ascending);
 
     [[nodiscard]] int rowCount(const QModelIndex &parent) const override;

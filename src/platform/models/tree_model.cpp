@@ -41,6 +41,25 @@ void Tree_Model::Clear()
     Replace({});
 }
 
+void Tree_Model::Add_Children(int parent, std::vector<Tree_Node> nodes)
+{
+    if (nodes.empty())
+        return;
+    const int first = static_cast<int>(Node(parent).children.size());
+    beginInsertRows(Index_Of(parent), first, first + static_cast<int>(nodes.size()) - 1);
+    for (Tree_Node &node : nodes) {
+        const int own = Node_Count();
+        std::vector<int> &siblings = m_nodes[static_cast<size_t>(parent)].children;
+        node.parent = parent;
+        node.row = static_cast<int>(siblings.size());
+        siblings.push_back(own);
+        if (!m_by_key.contains(node.key))
+            m_by_key.insert(node.key, own);
+        m_nodes.push_back(std::move(node));
+    }
+    endInsertRows();
+}
+
 void Tree_Model::Set_Caption(int index, const QString &caption)
 {
     Tree_Node &node = m_nodes[static_cast<size_t>(index)];

@@ -35,6 +35,8 @@ public:
     /// Replaces all nodes in one step; views see a single reset.
     void Replace(std::vector<Tree_Node> nodes);
     void Clear();
+    /// Adds children behind those that a node has. A key that is taken already stays found at its first node.
+    void Add_Children(int parent, std::vector<Tree_Node> nodes);
 
     [[nodiscard]] int Node_Count() const { return static_cast<int>(m_nodes.size()); }
     /// Nodes in insertion order; 0 is the first root.

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/watched_query.h"
+
+#include "platform/database/connection_pool.h"
+#include "platform/database/database.h"
+
+#include <QThread>
+#include <atomic>
+#include <chrono>
+#include <sqlite3.h>
+
+namespace
+{
+/// Steps of SQLite's machine between two looks: well under a millisecond unless single values are huge.
+constexpr int Steps_Between_Looks = 1000;
+constexpr int Wait_Milliseconds = 1;
+/// How long a writer's wish stands: longer than the pause between two of its tries.
+constexpr qint64 Wish_Stands_Milliseconds = 10;
+
+std::atomic<qint64> Last_Wish{0};
+
+qint64 Clock()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+Database_Engine::Watch *&Current_Watch()
+{
+    static thread_local Database_Engine::Watch *watch = nullptr;
+    return watch;
+}
+} // namespace
+
+void Watched_Query::Begin(sqlite3 *db, const std::shared_ptr<Prepared_Statement> &statement)
+{
+    Database_Engine::Watch *watch = Current_Watch();
+    if (watch == nullptr || watch->m_query != nullptr)
+        return;
+    watch->m_query = statement;
+    sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
+    sqlite3_progress_handler(db, Steps_Between_Looks, Step, nullptr);
+}
+
+int Watched_Query::Step(void * /*unused*/)
+{
+    Database_Engine::Watch *watch = Current_Watch();
+    if (watch == nullptr)
+        return 0;
+    if (Clock() - Last_Wish.load(std::memory_order_relaxed) < Wish_Stands_Milliseconds) {
+        watch->m_gaveWay = true;
+        return 1;
+    }
+    const auto *statement = static_cast<const Prepared_Statement *>(watch->m_query.get());
+    return watch->m_step(sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 0)) ? 0 : 1;
+}
+
+int Watched_Query::Wait_For_Lock(void * /*unused*/, int times)
+{
+    if (times * Wait_Milliseconds >= Connection_Pool::Busy_Timeout())
+        return 0;
+    Last_Wish.store(Clock(), std::memory_order_relaxed);
+    QThread::msleep(Wait_Milliseconds);
+    return 1;
+}
+
+namespace Database_Engine
+{
+Watch::Watch(std::function<bool(qint64 rows)> step) : m_step(std::move(step))
+{
+    Current_Watch() = this;
+}
+
+Watch::~Watch()
+{
+    Current_Watch() = nullptr;
+}
+} // namespace Database_Engine

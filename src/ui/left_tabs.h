@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+class By_Date_Pane;
+class Frm_ListView;
+class QTabWidget;
+class Search_Pane;
+class Shell;
+class Tree_Pane;
+struct Search_Result;
+
+/// The left side of the main window: the tabs beside the folder tree, and what each of them shows in the list. The
+/// page bar turns the pages of the tab that is on screen: choosing a tab lists what is chosen in it.
+class Left_Tabs : public QObject
+{
+    Q_OBJECT
+
+public:
+    Left_Tabs(Shell &shell, QTabWidget &tabs, Tree_Pane &tree, Frm_ListView &list, QObject *parent);
+
+    /// Lists a folder.
+    void List_Folder(const QString &id);
+    /// Loads what stands beside the tree anew, after documents or the database changed.
+    void Reload();
+    /// Shows the search with the cursor in its key.
+    void Show_Search();
+
+signals:
+    /// The list was filled: it is to be on screen.
+    void Listed();
+
+private:
+    QWidget *Fill_Page(const char *name, const QString &shown, QWidget *pane);
+    void Follow_Folders();
+    void Copy_Folders();
+    void Show_Tab();
+    void List_Date(const QString &dateText);
+    void List_Result();
+
+    Shell &m_shell;
+    QTabWidget &m_tabs;
+    Tree_Pane &m_tree;
+    Frm_ListView &m_list;
+    By_Date_Pane *m_byDate = nullptr;
+    Search_Pane *m_search = nullptr;
+    QWidget *m_treePage = nullptr;
+    QWidget *m_byDatePage = nullptr;
+    QWidget *m_searchPage = nullptr;
+    std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
+    bool m_foldersStale = true;
+    bool m_yearsStale = true;
+};

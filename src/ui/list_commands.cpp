@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/error_text.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
+#include "ui/form_table.h"
+#include "ui/frm_list_view.h"
+#include "ui/icons.h"
+#include "ui/shell.h"
+#include "ui_frm_list_view.h"
+#include "views/document_facts.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPixmap>
+
+/// One command of the list: an entry of its context menu and a key.
+struct Frm_ListView::Command {
+    const char *name;
+    const char *caption; ///< key in the section of the form
+    const char *icon;
+    QKeySequence key;
+    bool forRows; ///< works on selected rows
+    bool endsGroup;
+    void (Frm_ListView::*run)();
+};
+
+const std::vector<Frm_ListView::Command> &Frm_ListView::Commands()
+{
+    static const std::vector<Command> commands = {
+        {"Mnu_List_Open", "_Mnu_Open", "open", Qt::Key_Return, true, false, &Frm_ListView::Open_Selected},
+        {"Mnu_List_New", "_Mnu_New", "new", {}, false, true, &Frm_ListView::New_Document},
+        {"Mnu_List_Copy_Title", "_Mnu_Copy_Title", "copy", QKeySequence::Copy, true, false, &Frm_ListView::Copy_Titles},
+        {"Mnu_List_Color", "_Mnu_Color", "color", {}, true, true, &Frm_ListView::Color_Rows},
+        {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, false, false, &Frm_ListView::Set_Up_Columns},
+        {"Mnu_List_Picture", "_Mnu_Picture", "", {}, false, false, &Frm_ListView::Choose_Picture},
+        {"Mnu_List_No_Picture", "_Mnu_No_Picture", "", {}, false, true, &Frm_ListView::Close_Picture},
+        {"Mnu_List_Properties", "_Mnu_Properties", "properties", Qt::ALT | Qt::Key_Return, true, false,
+         &Frm_ListView::Show_Properties},
+    };
+    return commands;
+}
+
+void Frm_ListView::Add_Commands()
+{
+    m_menu = new QMenu(this);
+    for (const Command &command : Commands()) {
+        QAction *action = m_menu->addAction(Pack_Text("Frm_ListView", command.caption));
+        action->setObjectName(QLatin1String(command.name));
+        if (*command.icon != '\0')
+            action->setIcon(Line_Icon(QLatin1String(command.icon)));
+        action->setShortcut(command.key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(action, &QAction::triggered, this, [this, run = command.run] { (this->*run)(); });
+        m_ui->Lsv_Code_Info->addAction(action);
+        m_actions.push_back(action);
+        if (command.endsGroup)
+            m_menu->addSeparator();
+    }
+}
+
+void Frm_ListView::Show_Menu(const QPoint &at)
+{
+    const bool hasRows = !Selected_Ids().isEmpty();
+    for (size_t i = 0; i < m_actions.size(); ++i)
+        m_actions[i]->setEnabled(hasRows || !Commands()[i].forRows);
+    m_menu->exec(m_ui->Lsv_Code_Info->viewport()->mapToGlobal(at));
+    for (QAction *action : m_actions)
+        action->setEnabled(true); // their keys look at the selection themselves
+}
+
+void Frm_ListView::Show_Column_Menu(const QPoint &at)
+{
+    QHeaderView *header = m_ui->Lsv_Code_Info->header();
+    QMenu menu(this);
+    for (int i = 1; i < header->count(); ++i) {
+        QAction *action = menu.addAction(m_list.Columns()[static_cast<size_t>(i)].caption);
+        action->setCheckable(true);
+        action->setChecked(!header->isSectionHidden(i));
+        connect(action, &QAction::toggled, header, [header, i](bool on) {
+            header->setSectionHidden(i, !on);
+            if (on && header->sectionSize(i) < header->sectionSizeHint(i))
+                header->resizeSection(i, header->sectionSizeHint(i));
+        });
+    }
+    menu.addSeparator();
+    menu.addAction(Pack_Text("Frm_ListView", "_Mnu_Columns"), this, &Frm_ListView::Set_Up_Columns);
+    menu.exec(header->mapToGlobal(at));
+}
+
+void Frm_ListView::Open_Selected()
+{
+    const QModelIndex current = m_ui->Lsv_Code_Info->currentIndex();
+    const QStringList ids = Selected_Ids();
+    if (ids.size() <= 1 && current.isValid())
+        Open_Row(current);
+    for (const QString &id : ids.size() > 1 ? ids : QStringList())
+        m_shell.Open_Document(id);
+}
+
+void Frm_ListView::New_Document()
+{
+    m_shell.New_Document();
+}
+
+void Frm_ListView::Copy_Titles()
+{
+    QStringList titles;
+    const int column = m_list.Column(QStringLiteral("Lsv_Code_Info_Title"));
+    for (const QString &id : Selected_Ids())
+        titles << m_list.Row(m_list.Find(id)).texts.value(column);
+    if (!titles.isEmpty())
+        QGuiApplication::clipboard()->setText(titles.join(QLatin1Char('\n')));
+}
+
+void Frm_ListView::Color_Rows()
+{
+    const QStringList ids = Selected_Ids();
+    if (ids.isEmpty())
+        return;
+    Forms::Show_Modal(QStringLiteral("Frm_ListView_Color"), this, ids.join(QLatin1Char('/')), [&] {
+        for (const QString &id : ids)
+            Refresh_Row(id);
+    });
+}
+
+void Frm_ListView::Set_Up_Columns()
+{
+    Save_Columns();
+    Forms::Show_Modal(QStringLiteral("Frm_ListView_Para"), this, {}, [this] { Apply_Columns(); });
+}
+
+void Frm_ListView::Show_Properties()
+{
+    const QStringList ids = Selected_Ids();
+    if (ids.isEmpty())
+        return;
+    Trap(
+        QStringLiteral("Frm_ListView\\Mnu_List_Properties"),
+        [&] { Prompts::Message(Document_Facts(ids.first()), Pack_Text("Frm_ListView", "_Properties")); },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+}
+
+void Frm_ListView::Choose_Picture()
+{
+    const QString folder = Files::Native_Path(App().App_Path + QStringLiteral("data/img"));
+    const QString path = Prompts::Open_File(Pack_Text("Frm_ListView", "_Mnu_Picture"), folder,
+                                            QStringLiteral("*.png;*.jpg;*.bmp;*.gif|*.png *.jpg *.jpeg *.bmp *.gif"));
+    if (path.isEmpty())
+        return;
+    const QString name = QFileInfo(path).fileName();
+    if (QFileInfo(path).absolutePath() != QFileInfo(folder).absoluteFilePath()) {
+        QDir().mkpath(folder);
+        QFile::copy(path, folder + QLatin1Char('/') + name);
+    }
+    Config().Pic_List = name;
+    WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), name);
+    setListPic(name);
+}
+
+void Frm_ListView::Close_Picture()
+{
+    Config().Pic_List.clear();
+    WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), {});
+    setListPic({});
+}

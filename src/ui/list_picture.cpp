@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/error_log.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
+#include "ui/frm_list_view.h"
+#include "ui_frm_list_view.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace
+{
+/// Where a picture of that name lies; "" when there is none, or when the name leads elsewhere.
+QString Picture_File(const QString &name)
+{
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')))
+        return {};
+    const QString path = Files::Native_Path(App().App_Path + QStringLiteral("data/img/") + name);
+    return QFileInfo(path).isFile() ? path : QString();
+}
+} // namespace
+
+void Frm_ListView::setListPic(const QString &name)
+{
+    Trap(QStringLiteral("Frm_ListView\\setListPic"), [&] {
+        const QString wanted = name.trimmed();
+        const QString path = Picture_File(wanted);
+        m_ui->Img_List->setVisible(!path.isEmpty());
+        m_ui->Img_List->setProperty("Picture", path);
+        if (!wanted.isEmpty() && path.isEmpty()) {
+            Prompts::Message(wanted + Pack_Text("Frm_ListView", "_No_Exist"), App().App_Title);
+            return;
+        }
+        Show_Picture();
+    });
+}
+
+void Frm_ListView::Show_Picture()
+{
+    if (!m_ui->Img_List->isVisibleTo(this))
+        return;
+    // A row that is a picture file itself is shown in place of the list's own picture.
+    const int column = m_list.Column(QStringLiteral("Lsv_Code_Info_File"));
+    const QModelIndex current = m_ui->Lsv_Code_Info->currentIndex();
+    const QString file = current.isValid() ? current.siblingAtColumn(column).data().toString() : QString();
+    const QString ofRow = Picture_File(file.section(QLatin1Char('\\'), -1).section(QLatin1Char('/'), -1));
+    QImageReader reader(ofRow.isEmpty() ? m_ui->Img_List->property("Picture").toString() : ofRow);
+    reader.setAutoTransform(true);
+    const QPixmap picture = QPixmap::fromImage(reader.read());
+    const QSize room = m_ui->Img_List->contentsRect().size();
+    m_ui->Img_List->setPixmap(picture.isNull() || room.isEmpty()
+                                  ? QPixmap()
+                                  : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
+
+void Frm_ListView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Show_Picture();
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/ctrl_language.h"
+#include "views/find_tree.h"
+#include "views/search.h"
+#include "views/search_run.h"
+
+#include <QWidget>
+#include <memory>
+
+class Shell;
+namespace Ui
+{
+class Search_Pane;
+}
+
+/// What a search found, and what it asked for.
+struct Search_Result {
+    Condition_Rows found;
+    QString key;
+    QString scope; ///< which folders and fields were searched, for a list that stays empty
+};
+
+/// The search pane: the key, the folders and the fields that are searched.
+class Search_Pane : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Search_Pane(Shell &shell, QWidget *parent = nullptr);
+    ~Search_Pane() override;
+
+    /// Takes the folders of the main tree over.
+    void Copy_Folders(const Tree_Model &tree);
+    /// Puts the cursor into the key.
+    void Start_Typing();
+    /// Starts the search that is set up on screen.
+    void Cmd_FindTxt();
+
+signals:
+    /// The list is to be cleared; the result follows.
+    void Search_Started();
+    void Search_Ended(const std::shared_ptr<Search_Result> &result);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void Fill_Fields();
+    void Connect_Controls();
+    void Show_Running(bool running);
+    void Show_Progress(qint64 documents, qint64 all);
+    void Show_Outcome(Search_Outcome &outcome);
+    [[nodiscard]] Search_Request Request_On_Screen();
+    [[nodiscard]] QString Scope_Of(const Search_Request &request) const;
+    void Remember_Key(const QString &key);
+
+    Shell &m_shell;
+    std::unique_ptr<Ui::Search_Pane> m_ui;
+    ctrlLanguage m_lang;
+    Find_Tree m_folders;
+    Search_Run m_run;
+    std::shared_ptr<Search_Result> m_result; ///< of the search that is running
+};

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/process_state.h"
+#include "views/list_engine.h"
+
+#include <QObject>
+#include <QThread>
+#include <atomic>
+#include <memory>
+
+/// How a search ended.
+struct Search_Outcome {
+    Condition_Rows found;
+    bool stopped = false; ///< by the user; nothing was found then
+    Pending_Error error;  ///< number 0 for none
+};
+
+/// A search in a thread of its own, with a connection of its own, so that the window stays alive. It gives way to
+/// whoever writes into the database meanwhile and begins anew.
+class Search_Run : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+    /// Stops a running search and waits for its end.
+    ~Search_Run() override;
+
+    /// Starts listing by a condition; a search that is running is stopped and forgotten.
+    void Start(const QString &where, const QString &searchKey, int limit);
+    /// Asks the running search to stop; Finished follows.
+    void Stop() { m_stop = true; }
+    /// Stops the running search, if any, without a word.
+    void Forget();
+    [[nodiscard]] bool Is_Running() const { return m_thread != nullptr; }
+
+signals:
+    /// @param all  documents in the database, 0 while the search does not walk over all of them
+    void Progressed(qint64 documents, qint64 all);
+    /// The outcome is the receiver's to move from.
+    void Finished(const std::shared_ptr<Search_Outcome> &outcome);
+
+private:
+    void Run(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
+             Search_Outcome &outcome);
+    void Search_Once(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
+                     Search_Outcome &outcome);
+
+    std::unique_ptr<QThread> m_thread;
+    std::atomic<bool> m_stop{false};
+};

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+/// Parts of the condition of a search: %1 is a folder id or a column, %2 the key.
+namespace Sql
+{
+inline constexpr const char16_t *Search_First_Folder = u" WHERE ( Cate_ID = '%1'   ";
+inline constexpr const char16_t *Search_Next_Folder = u" or Cate_ID = '%1'   ";
+inline constexpr const char16_t *Search_Everywhere = u" WHERE Cate_ID like '%'   ";
+inline constexpr const char16_t *Search_First_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ";
+inline constexpr const char16_t *Search_Next_Field = u" or ( instr(1,lcase(%1),lcase('%2'),0)<>0 )";
+inline constexpr const char16_t *Search_Only_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ) ";
+inline constexpr const char16_t *Search_Order = u" order by Code_ID ";
+inline constexpr const char16_t *Document_Total = u"Select count(*)  From Code_Info";
+} // namespace Sql

@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/database/database.h"
+#include "platform/database/recordset.h"
+#include "support/test_program.h"
+#include "tree/folder_ids.h"
+#include "views/find_tree.h"
+#include "views/list_columns.h"
+#include "views/search.h"
+#include "views/search_run.h"
+
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QStringList All_Fields()
+{
+    QStringList fields;
+    for (const Search_Field &field : Search_Fields())
+        fields << QLatin1String(field.column);
+    return fields;
+}
+
+/// Pieces of which the texts are made, so that every key occurs, alone and beside its near misses.
+const QStringList Pieces = {
+    u"知"_s,         u"识"_s,     u"知识"_s,       u"识知"_s,   u"管理"_s,     u"Knowledge"_s, u"KNOWLEDGE"_s,
+    u"know"_s,       u"Émile"_s,  u"émile"_s,      u"Emile"_s,  u"Привет"_s,   u"привет"_s,    u"ПРИВЕТ"_s,
+    u"ＡＢＣ"_s,     u"ａｂｃ"_s, u"abc"_s,        u"100%"_s,   u"100"_s,      u"a_b"_s,       u"axb"_s,
+    u"[x]"_s,        u"x"_s,      u"\"quoted\""_s, u"quoted"_s, u"one\ntwo"_s, u"one two"_s,   u"one\r\ntwo"_s,
+    u"Qt和SQLite"_s, u"ß"_s,      u"ẞ"_s,          u"Straße"_s, u"STRASSE"_s,  u"İstanbul"_s,  u"istanbul"_s,
+    u"ıı"_s,         u"𝒳"_s,      u"😀"_s,          u"#1#"_s,    u"?*!"_s,      u"K"_s,         u"k"_s,
+    u";--"_s,        u"%1"_s,     u"\\"_s,         u"Σσς"_s,
+};
+
+/// The rule itself: one character after the other, lower case beside lower case. Letters whose small form is plain
+/// Latin only by compatibility (the Kelvin sign, the dotted I) stay themselves.
+bool Contains(const QString &text, const QString &key)
+{
+    const auto fold = [](const QString &s) {
+        QList<uint> points;
+        for (const uint c : s.toUcs4()) {
+            const uint lower = QChar::toLower(c);
+            points << (c >= 0x80 && lower < 0x80 ? c : lower);
+        }
+        return points;
+    };
+    const QList<uint> hay = fold(text);
+    const QList<uint> needle = fold(key);
+    for (qsizetype at = 0; at + needle.size() <= hay.size(); ++at) {
+        if (std::equal(needle.begin(), needle.end(), hay.begin() + at))
+            return true;
+    }
+    return false;
+}
+
+QString Random_Text(QRandomGenerator &random)
+{
+    QString text;
+    for (quint32 i = random.bounded(5U); i > 0; --i)
+        text += Pieces.at(random.bounded(static_cast<int>(Pieces.size()))) + (random.bounded(3) == 0 ? u" "_s : u""_s);
+    return text;
+}
+
+using Document = QHash<QString, QString>; ///< column to text; a column that is missing is Null
+
+QHash<QString, Document> Make_Documents(int count)
+{
+    QRandomGenerator random(20260301);
+    QHash<QString, Document> made;
+    Recordset rows;
+    rows.LockType = Lock_Type::Optimistic;
+    rows.Open(u"Select top 1 * From Code_Info"_s, App().Conn_Str);
+    Database_Engine::One_Action(App().Conn_Str, [&] {
+        for (int i = 0; i < count; ++i) {
+            const QString id = u"{%1}"_s.arg(i, 4, 10, QLatin1Char('0'));
+            rows.AddNew();
+            rows[u"Code_ID"_s].Set(id);
+            rows[u"Cate_ID"_s].Set(i % 10 == 0 ? Recycle_Bin_Id : u"00%1"_s.arg(1 + i % 3));
+            for (const QString &field : All_Fields()) {
+                if (field != u"Code_Title" && random.bounded(6) == 0)
+                    continue; // Null
+                made[id][field] = Random_Text(random);
+                rows[field].Set(made[id][field]);
+            }
+            rows.Update();
+        }
+    });
+    return made;
+}
+} // namespace
+
+class Test_Search : public QObject
+{
+    Q_OBJECT
+    std::optional<Test_Program> m_program;
+
+    static QStringList Found(const Search_Request &request)
+    {
+        QStringList ids;
+        const Condition_Rows found = Rows_By_Condition(Search_Where(request), {}, 100000, List_Setting::Now());
+        for (const List_Row &row : found.rows)
+            ids << row.tag;
+        return ids;
+    }
+    static std::shared_ptr<Search_Outcome> Run(Search_Run &run, const QString &where, const QString &key)
+    {
+        QSignalSpy spy(&run, &Search_Run::Finished);
+        run.Start(where, key, Search_Limit);
+        return spy.wait() ? spy.first().first().value<std::shared_ptr<Search_Outcome>>() : nullptr;
+    }
+
+private slots:
+    void init()
+    {
+        m_program.emplace();
+        for (const char16_t *id : {u"001", u"002", u"003"})
+            Add_Folder(QString::fromUtf16(id), u"folder"_s);
+    }
+    void cleanup()
+    {
+        QCOMPARE(m_program->prompts.Problems(), QStringList());
+        QCOMPARE(m_program->Logged(), QStringList());
+        m_program.reset();
+    }
+
+    void Conditions_Are_The_Systems_Own_data()
+    {
+        QTest::addColumn<bool>("everywhere");
+        QTest::addColumn<QStringList>("folders");
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QString>("where");
+        QTest::addRow("root, no field") << true << QStringList(u"001"_s) << QStringList()
+                                        << u" WHERE Cate_ID like '%'    and ( "
+                                           "instr(1,lcase(Code_Title),lcase('its'),0)<>0 )  order by Code_ID "_s;
+        QTest::addRow("two folders, two fields")
+            << false << QStringList({u"001"_s, u"000"_s}) << QStringList({u"Code_Keys"_s, u"Code_Sum"_s})
+            << u" WHERE ( Cate_ID = '001'    or Cate_ID = '000'   ) and ( instr(1,lcase(Code_Keys),lcase('its'),0)<>0 "
+               " or ( instr(1,lcase(Code_Sum),lcase('its'),0)<>0 )) order by Code_ID "_s;
+    }
+    void Conditions_Are_The_Systems_Own()
+    {
+        QFETCH(bool, everywhere);
+        QFETCH(QStringList, folders);
+        QFETCH(QStringList, fields);
+        QTEST(Search_Where({u"it's"_s, everywhere, folders, fields}), "where");
+    }
+
+    /// Every document that holds the key in a ticked field is found, and no other one.
+    void Nothing_Is_Left_Out()
+    {
+        const QHash<QString, Document> documents = Make_Documents(400);
+        QStringList keys = Pieces;
+        keys << u"识管"_s << u"e"_s << u"É"_s << u"п"_s << u"Ｂ"_s << u"%"_s << u"_"_s << u"["_s << u"\""_s << u"\n"_s
+             << u" "_s << u"е"_s << u"nowl"_s << u"和S"_s << u"ss"_s;
+        QList<QStringList> fieldSets{All_Fields()};
+        for (const QString &field : All_Fields())
+            fieldSets << QStringList(field);
+        for (const QString &key : keys) {
+            for (const QStringList &fields : fieldSets) {
+                QStringList expected;
+                for (auto it = documents.begin(); it != documents.end(); ++it) {
+                    if (std::any_of(fields.begin(), fields.end(), [&](const QString &field) {
+                            return it->contains(field) && Contains(it->value(field), key);
+                        }))
+                        expected << it.key();
+                }
+                expected.sort();
+                const QStringList found = Found({key, true, {}, fields});
+                QVERIFY2(found == expected, qPrintable(u"%1 in %2: %3 found, %4 there"_s.arg(key, fields.join(u','))
+                                                           .arg(found.size())
+                                                           .arg(expected.size())));
+            }
+        }
+    }
+
+    void Folders_Bound_The_Search()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"needle"_s);
+        Add_Document(u"{2}"_s, u"001001"_s, u"needle"_s);
+        Add_Document(u"{3}"_s, u"002"_s, u"needle"_s);
+        Add_Document(u"{4}"_s, u"000"_s, u"needle"_s);
+        Add_Document(u"{5}"_s, u"999"_s, u"needle"_s); // its folder is not there
+        QCOMPARE(Found({u"Needle"_s, false, {u"001"_s}, {}}), QStringList(u"{1}"_s));
+        QCOMPARE(Found({u"Needle"_s, false, {u"001"_s, u"002"_s}, {}}), QStringList({u"{1}"_s, u"{3}"_s}));
+        QCOMPARE(Found({u"Needle"_s, true, {}, {}}).size(), 5);
+        // As many folders as a large library has.
+        QStringList many;
+        for (int i = 0; i < 3000; ++i)
+            many << u"%1"_s.arg(i, 6, 10, QLatin1Char('0'));
+        QCOMPARE(Found({u"Needle"_s, false, many + QStringList(u"002"_s), {}}), QStringList({u"{2}"_s, u"{3}"_s}));
+    }
+
+    void Places_Stand_Below_Their_Document()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"first"_s, u"Code_Content='Abc 一二三 aBC end',Code_Color='★☆☆☆☆'"_s);
+        Add_Document(u"{2}"_s, u"001"_s, u"abc in the title only"_s);
+        const Search_Request request{u"abc"_s, true, {}, All_Fields()};
+        const auto fill = [&] {
+            return Rows_By_Condition(Search_Where(request), request.key, Search_Limit, List_Setting::Now());
+        };
+        const Condition_Rows found = fill();
+        QCOMPARE(found.info.labels, (std::array<qint64, 4>{2, 1, 100, 100}));
+        QStringList lines;
+        for (const List_Row &row : found.rows)
+            lines << u"%1|%2|%3|%4"_s.arg(row.tag).arg(row.place).arg(row.texts[0], row.texts.value(3));
+        QCOMPARE(lines, QStringList({u"{1}|-1|1|first"_s, u"{1}|0||    Abc 一二三 aBC end"_s, u"{1}|8||    aBC end"_s,
+                                     u"{2}|-1|2|abc in the title only"_s}));
+        QCOMPARE(found.rows[1].texts.mid(1, 2), found.rows[0].texts.mid(1, 2));
+        Config().CH_Lsv_Detail = u"0"_s;
+        QCOMPARE(fill().rows.size(), size_t(2));
+    }
+
+    void A_Folders_Box_Drives_Its_Subtree()
+    {
+        Tree_Model tree;
+        const auto load = [&](const QStringList &ids) {
+            Tree_Builder builder;
+            builder.Add({}, {Root_Key, u"root"_s, {}, true, {}, -1, 0, {}});
+            for (const QString &id : ids)
+                builder.Add(Parent_Key(id), {Folder_Key(id), id + u"[3]"_s, {}, false, {}, -1, 0, {}});
+            tree.Replace(builder.Take());
+        };
+        load({u"001"_s, u"002"_s, u"001001"_s, u"001002"_s, u"002001"_s});
+        Find_Tree boxes;
+        boxes.Copy(tree);
+        QVERIFY(boxes.Root_Ticked());
+        boxes.CheckedIndex(boxes.Find(u"C_001"_s), false);
+        QVERIFY(!boxes.Root_Ticked());
+        QCOMPARE(boxes.Ticked_Ids(), QStringList({u"002"_s, u"002001"_s}));
+        boxes.CheckedIndex(boxes.Find(u"C_001001"_s), true);
+        QCOMPARE(boxes.Ticked_Names(), QStringList({u"002"_s, u"001001"_s, u"002001"_s}));
+        // The folders changed: ticks stay, new ones have their parent's.
+        load({u"001"_s, u"002"_s, u"001001"_s, u"002001"_s, u"001003"_s, u"002002"_s});
+        boxes.Copy(tree);
+        QCOMPARE(boxes.Ticked_Ids(), QStringList({u"002"_s, u"001001"_s, u"002001"_s, u"002002"_s}));
+        boxes.CheckedIndex(0, true);
+        QVERIFY(boxes.Root_Ticked());
+        QCOMPARE(boxes.Ticked_Ids().size(), 6);
+        boxes.CheckedIndex(0, false);
+        QCOMPARE(boxes.Ticked_Ids(), QStringList());
+    }
+
+    void A_Search_Runs_Beside_Its_Window()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"needle"_s);
+        Search_Run run;
+        const QString where = Search_Where({u"needle"_s, true, {}, All_Fields()});
+        const auto outcome = Run(run, where, u"needle"_s);
+        QVERIFY(outcome && outcome->error.number == 0 && !outcome->stopped);
+        QCOMPARE(outcome->found.rows.size(), size_t(1));
+        QVERIFY(!run.Is_Running());
+        const auto failed = Run(run, u" where No_Such_Column = 1"_s, {});
+        QVERIFY(failed && failed->error.number != 0);
+    }
+
+    void A_Search_Can_Be_Stopped_And_Gives_Way_To_A_Writer()
+    {
+        Make_Documents(300);
+        Sql_Run(u"update Code_Info set Code_Content='%1'"_s.arg(QString(100000, u'x')));
+        const QString where = Search_Where({u"xxxy"_s, true, {}, All_Fields()});
+        Search_Run run;
+        QSignalSpy finished(&run, &Search_Run::Finished);
+        QSignalSpy progressed(&run, &Search_Run::Progressed);
+        run.Start(where, u"xxxy"_s, Search_Limit);
+        QElapsedTimer timer;
+        timer.start();
+        Sql_Run(u"update Cate_Info set Cate_Name='new' where Cate_ID='001'"_s);
+        QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+        run.Stop();
+        QVERIFY(finished.count() == 1 || finished.wait());
+        const auto outcome = finished.first().first().value<std::shared_ptr<Search_Outcome>>();
+        QVERIFY(outcome->stopped && outcome->found.rows.empty());
+        QCOMPARE(Sql_Cell(u"select Cate_Name from Cate_Info where Cate_ID='001'"_s), u"new"_s);
+    }
+};
+
+QTEST_MAIN(Test_Search)
+#include "test_search.moc"
