@@ -67,7 +67,7 @@ void Delete_For_Good(const QString &id)
 }
 } // namespace
 
-bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree)
+bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree, QString *newId)
 {
     const QString folder = id.trimmed();
     return Trap_Editing(QStringLiteral("Mod_DataBase\\DelClass_Ex"), [&] {
@@ -78,8 +78,12 @@ bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree)
         const bool forGood = In_Recycle_Bin(folder);
         if (!Deletion_Agreed(Folder_Name(folder), forGood))
             return false;
-        if (!forGood)
-            return !Mod_Cate_Action(folder, Recycle_Bin_Id).isEmpty();
+        if (!forGood) {
+            const QString moved = Mod_Cate_Action(folder, Recycle_Bin_Id);
+            if (newId != nullptr)
+                *newId = moved;
+            return !moved.isEmpty();
+        }
         Delete_For_Good(folder);
         const QString key = tree.Node(nodeIndex).key;
         tree.Remove_If([&](const Tree_Node &node) { return node.key == key; });

@@ -4,33 +4,31 @@
 #include "ui/frm_icon.h"
 #include "ui/icons.h"
 
-#include <QLabel>
-#include <QToolButton>
+#include <QPushButton>
 
 namespace
 {
-void Show_Icon(QToolButton &button, QLabel &name, const QString &icon)
+void Show_Icon(QPushButton &button, const QString &icon)
 {
     button.setIcon(Node_Icon(icon));
-    button.setAccessibleDescription(icon);
-    name.setText(icon);
+    button.setText(icon);
 }
 } // namespace
 
 namespace Folder_Icon_Button
 {
-void Set_Up(QToolButton &button, QLabel &name, const QString &icon)
+void Set_Up(QPushButton &button, const QString &icon)
 {
-    Show_Icon(button, name, icon);
-    QObject::connect(&button, &QToolButton::clicked, &button, [&button, &name] {
+    Show_Icon(button, icon);
+    QObject::connect(&button, &QPushButton::clicked, &button, [&button] {
         Frm_icon picker(Icon(button), button.window());
         if (picker.exec() == QDialog::Accepted && !picker.Icon().isEmpty())
-            Show_Icon(button, name, picker.Icon().toUpper());
+            Show_Icon(button, picker.Icon().toUpper());
     });
 }
 
-QString Icon(const QToolButton &button)
+QString Icon(const QPushButton &button)
 {
-    return button.accessibleDescription();
+    return button.text();
 }
 } // namespace Folder_Icon_Button

@@ -3,13 +3,11 @@
 
 #include <QString>
 
-class QLabel;
-class QToolButton;
+class QPushButton;
 
-/// The icon field of the folder dialogs: a button that shows the icon and opens the picker, its name beside it. The
-/// name is kept as the button's accessible description.
+/// The icon field of the folder dialogs: a button that shows the icon with its name and opens the picker.
 namespace Folder_Icon_Button
 {
-void Set_Up(QToolButton &button, QLabel &name, const QString &icon);
-QString Icon(const QToolButton &button);
+void Set_Up(QPushButton &button, const QString &icon);
+QString Icon(const QPushButton &button);
 } // namespace Folder_Icon_Button

@@ -31,7 +31,7 @@ Frm_AddClass_Ex::Frm_AddClass_Ex(Tree_Model &tree, int node, bool asSibling, QWi
     if (tree.Node_Count() > 0)
         m_ui->Lab_Cate->setText(Caption_Name(tree.Node(Parent_Of_New(tree, node, asSibling)).caption));
     m_ui->Chk_Exp->setChecked(Config().CH_Exp_Node == QLatin1String("1"));
-    Folder_Icon_Button::Set_Up(*m_ui->Cmd_Icon, *m_ui->Lab_Icon, First_Icon);
+    Folder_Icon_Button::Set_Up(*m_ui->Cmd_Icon, First_Icon);
     m_ui->Txt_Name->setFocus();
     connect(m_ui->Cmd_OK, &QPushButton::clicked, this, &Frm_AddClass_Ex::Cmd_OK_Click);
     connect(m_ui->Cmd_Exit, &QPushButton::clicked, this, &Frm_AddClass_Ex::reject);

@@ -32,6 +32,11 @@ public:
     /// Validates and saves. @returns whether the document is stored now; else everything typed stays.
     bool Data_Update();
 
+    /// Reads the folders anew. A folder with its subtree may have other ids now: the chosen one follows.
+    void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
+    /// The document lives in that folder now.
+    void Choose_Folder(const QString &id);
+
     [[nodiscard]] bool Is_Changed() const;
     [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
     [[nodiscard]] QString Title() const;

@@ -217,9 +217,15 @@ void Frm_Main::Clear_List()
     });
 }
 
-void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString & /*folderId*/)
+void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString &folderId)
 {
     m_list->Remove_Rows(codeIds);
+    m_tabs->Follow_Documents(codeIds, folderId);
+}
+
+void Frm_Main::Folder_Renumbered(const QString &oldId, const QString &newId)
+{
+    m_tabs->Follow_Folders(oldId, newId);
 }
 
 void Frm_Main::Move_Documents(const QStringList &codeIds)
@@ -344,6 +350,7 @@ void Frm_Main::Connect_Actions()
     connect(m_ui->Mnu_M_FILE, &QAction::toggled, this,
             [this](bool on) { Toggle_View(Config().M_FILE, "M_FILE", on, true); });
 
+    connect(m_tree, &Tree_Pane::Folders_Changed, m_tabs, [this] { m_tabs->Follow_Folders(); });
     connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
     connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
     connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);

@@ -61,6 +61,7 @@ public:
     void Focus_List() override;
     void Clear_List() override;
     void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;
+    void Folder_Renumbered(const QString &oldId, const QString &newId) override;
     void Move_Documents(const QStringList &codeIds) override;
 
 protected:

@@ -41,7 +41,7 @@ void Frm_ReName_Ex::Show_Folder()
     // The root is no row: it has no remark to write and is always open.
     m_ui->Txt_Memo->setReadOnly(m_id.isEmpty());
     m_ui->Chk_Exp->setEnabled(!m_id.isEmpty());
-    Folder_Icon_Button::Set_Up(*m_ui->Cmd_Icon, *m_ui->Lab_Icon, shown.icon);
+    Folder_Icon_Button::Set_Up(*m_ui->Cmd_Icon, shown.icon);
     m_ui->Txt_Name->selectAll();
     m_ui->Txt_Name->setFocus();
 }

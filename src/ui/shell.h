@@ -36,7 +36,7 @@ public:
     /// Documents live in another folder now: their rows leave the list, and open ones follow.
     virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
     /// A folder with its subtree has other ids now: what keeps ids of folders follows.
-    virtual void Folder_Renumbered(const QString & /*oldId*/, const QString & /*newId*/) {}
+    virtual void Folder_Renumbered(const QString &oldId, const QString &newId) = 0;
     /// Asks for a folder and moves documents there.
     virtual void Move_Documents(const QStringList &codeIds) = 0;
 };

@@ -83,8 +83,8 @@ QToolBar *Tree_Commands::Make_Tool_Bar(QWidget *parent) const
     auto *bar = new QToolBar(parent);
     bar->setObjectName(QStringLiteral("Tlb_Tree"));
     bar->setIconSize(QSize(18, 18));
-    for (const char *name : {"Mnu_Node_Add_Cur", "Mnu_Node_Add_Next", "Mnu_Node_Modify", "Mnu_Node_Up", "Cmd_Node_Down",
-                             "Mnu_Node_Del", "Mnu_Node_LookUp"})
+    for (const char *name :
+         {"Mnu_Node_Add_Cur", "Mnu_Node_Add_Next", "Mnu_Node_Modify", "Mnu_Node_Up", "Cmd_Node_Down", "Mnu_Node_Del"})
         bar->addAction(Action(name));
     return bar;
 }
@@ -146,7 +146,8 @@ void Tree_Commands::Cmd_Tree_Del_Call()
         return;
     const QString id = m_pane.Selected_Id();
     const QString name = Selected_Name();
-    if (!DelClass_Ex(id, m_pane.Selected_Node(), m_pane.Model())) {
+    QString newId;
+    if (!DelClass_Ex(id, m_pane.Selected_Node(), m_pane.Model(), &newId)) {
         Say_Trouble();
         return;
     }
@@ -155,6 +156,8 @@ void Tree_Commands::Cmd_Tree_Del_Call()
     else
         m_pane.Update_Tree();
     m_pane.Mark_Folder(Parent_Id(id));
+    if (!newId.isEmpty())
+        m_shell.Folder_Renumbered(id, newId);
     emit m_pane.Folders_Changed();
     m_shell.Clear_List();
     Say(name + Pack_Text("Frm_Main", "_NodeDel"), Log_Type::Deleted);
@@ -309,8 +312,9 @@ void Tree_Commands::Drop_On_Folder(int node, int target)
         return;
     }
     m_pane.Update_Tree();
-    emit m_pane.Folders_Changed();
+    // Before anything reads the folders anew: an id that is gone would leave an open document without a folder.
     m_shell.Folder_Renumbered(moved->oldFolder, moved->newFolder);
+    emit m_pane.Folders_Changed();
     Select_By_Caption(caption);
     Say(moved->text);
 }

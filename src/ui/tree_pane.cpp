@@ -21,8 +21,8 @@
 #include <QTimer>
 
 Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
-    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")), m_delegate(new Node_Delegate(this)),
-      m_commands(new Tree_Commands(*this, shell))
+    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
+      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
     m_lang.LoadControlsCaption();

@@ -237,7 +237,7 @@ private slots:
         Run("Mnu_Node_Del");
         QCOMPARE(Caption(u"000001001"_s), u"Plans[1]"_s);
         QCOMPARE(Caption(u"000"_s), u"回收站[1]"_s);
-        QCOMPARE(m_shell->done, QStringList(u"clear"_s));
+        QCOMPARE(m_shell->done, QStringList({u"001 is 000001"_s, u"clear"_s}));
         Select(u"000001"_s);
         m_program->prompts.Expect(u"不能恢复"_s, u"yes"_s);
         Run("Mnu_Node_Del");
