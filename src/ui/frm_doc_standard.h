@@ -32,6 +32,11 @@ public:
     /// Validates and saves. @returns whether the document is stored now; else everything typed stays.
     bool Data_Update();
 
+    /// Reads the folders anew. A folder with its subtree may have other ids now: the chosen one follows.
+    void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
+    /// The document lives in that folder now.
+    void Choose_Folder(const QString &id);
+
     [[nodiscard]] bool Is_Changed() const;
     [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
     [[nodiscard]] QString Title() const;
@@ -39,6 +44,8 @@ public:
     [[nodiscard]] Editor_Commands &Commands() const;
     /// Takes over what input methods still compose in any pane.
     void Commit_Composition();
+    /// 0 shows everything, 1 only the text, 2 the text as on paper.
+    void Use_View_Mode(int mode);
     /// Shows or hides the memo, summary and additional panes as the settings say.
     void Adjuest_Memo();
 
@@ -63,5 +70,6 @@ private:
     Document_Form m_form;
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
+    int m_viewMode = 0;
     bool m_showing = false; ///< the form is being filled by the program
 };

@@ -38,6 +38,10 @@ public:
     /// Fills the page on screen anew, keeping the current row where it can.
     void Reload();
     void Refresh_Row(const QString &code_id);
+    /// Takes rows out of the page on screen.
+    void Remove_Rows(const QStringList &codeIds);
+    /// Puts the keyboard into the rows, on the first one when none is current.
+    void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
     /// The key that was searched, "" for a list of another kind: an opened document shows its places.

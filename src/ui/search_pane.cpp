@@ -36,7 +36,7 @@ Search_Pane::Search_Pane(Shell &shell, QWidget *parent)
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
     m_ui->Trv_Find->setModel(&m_folders);
-    m_ui->Trv_Find->setItemDelegate(new Tree_Node_Delegate(this));
+    m_ui->Trv_Find->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Find->setAccessibleName(m_lang.GetString("_Folders"));
     m_ui->Lsv_Find->setAccessibleName(m_lang.GetString("_Fields"));
     m_ui->Cob_FindKey->setAccessibleName(m_ui->Cmd_FindTxt->text());
