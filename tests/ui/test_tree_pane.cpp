@@ -161,7 +161,9 @@ private slots:
         QCOMPARE(Caption(u"001002"_s), u"New_[0]"_s);
         QCOMPARE(m_pane->Selected_Id(), u"001002"_s);
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(m_shell->said, QStringList(u"成功增加文件夹：New_"_s));
+        QCOMPARE(m_shell->said.size(), 2);
+        QVERIFY(m_shell->said.first().startsWith(u"操作失败："_s));
+        QCOMPARE(m_shell->said.last(), u"成功增加文件夹：New_"_s);
         QCOMPARE(Sql_Cell(u"select log_text from tab_log"_s), u"成功增加文件夹：New_"_s);
     }
 
