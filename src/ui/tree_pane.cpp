@@ -167,10 +167,16 @@ void Tree_Pane::keyPressEvent(QKeyEvent *event)
 
 void Tree_Pane::mousePressEvent(QMouseEvent *event)
 {
-    m_choiceWaits = false;
     m_beforePress = currentIndex();
-    const QScopedValueRollback pressing(m_pressing, true);
-    QTreeView::mousePressEvent(event);
+    {
+        const QScopedValueRollback loading(m_loading, true);
+        QTreeView::mousePressEvent(event);
+    }
+    // A click on what is chosen already lists it again; the arrow beside a node opens it and chooses nothing.
+    const QPoint at = event->position().toPoint();
+    m_choiceWaits = indexAt(at).isValid() && indexAt(at) == currentIndex() && visualRect(indexAt(at)).contains(at);
+    if (event->button() != Qt::LeftButton && (m_beforePress == currentIndex() || Is_Locked(Selected_Id())))
+        m_choiceWaits = false; // for the menu a password need not be given
 }
 
 void Tree_Pane::mouseReleaseEvent(QMouseEvent *event)
@@ -235,11 +241,7 @@ void Tree_Pane::dropEvent(QDropEvent *event)
 
 void Tree_Pane::Current_Changed(const QModelIndex &current, const QModelIndex & /*previous*/)
 {
-    if (m_loading || !current.isValid())
-        return;
-    if (m_pressing)
-        m_choiceWaits = true;
-    else
+    if (!m_loading && current.isValid())
         Choose(current);
 }
 
