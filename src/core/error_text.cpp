@@ -21,6 +21,9 @@ constexpr Failure_Text Failure_Texts[] = {
     {Failure::Missing_Table, u"_Missing_Table"},
     {Failure::Too_Long, u"_Too_Long"},
     {Failure::Duplicate, u"_Duplicate"},
+    {Failure::Too_Large, u"_Too_Large"},
+    {Failure::No_Output, u"_No_Output"},
+    {Failure::Not_Rich_Text, u"_Not_Rich_Text"},
 };
 } // namespace
 

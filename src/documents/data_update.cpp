@@ -4,9 +4,12 @@
 #include "core/error_log.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/sql_text.h"
 #include "core/system_log.h"
+#include "documents/document_sql.h"
 #include "documents/document_store.h"
 #include "platform/database/database.h"
+#include "platform/database/recordset.h"
 
 #include <QTextDocument>
 
@@ -29,13 +32,27 @@ bool Is_Date(const QString &text)
 {
     return Database_Engine::Date_From_Text(text).isValid();
 }
+
+/// A folder may have been deleted while its document was open: stored there, it would be nowhere to be found. A
+/// database that can't be asked will say so itself at the save.
+bool Is_Folder(const QString &id)
+{
+    bool found = !id.isEmpty();
+    if (found && !Resume_Next([&] {
+            Recordset row;
+            row.Open(Sql_Text(Sql::Find_Folder, id), App().Conn_Str);
+            found = !row.Eof();
+        }))
+        Clear_Pending();
+    return found;
+}
 } // namespace
 
 Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain)
 {
     if (form.type.isEmpty())
         return Save_Refusal::Nothing_To_Save;
-    if (form.folder.isEmpty())
+    if (!Is_Folder(form.folder))
         return Save_Refusal::No_Folder;
     if (!Is_Date(form.create_date))
         return Save_Refusal::Create_Date;

@@ -7,8 +7,8 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
-#include "core/yield.h"
 #include "documents/busy_pointer.h"
+#include "documents/coder.h"
 #include "documents/document_sql.h"
 #include "documents/document_store.h"
 #include "documents/staging.h"
@@ -16,7 +16,6 @@
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "platform/files/paths.h"
-#include "platform/lzma/zelqorfun.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
@@ -63,13 +62,12 @@ public:
     [[nodiscard]] QString Path(const QString &name) const { return m_staging.Path(name); }
 
     /// Writes a column to the raw file.
-    void Stage(const Field &column) const { Files::Write_Bytes(Path(Raw), column.Bytes()); }
+    void Stage(const Field &column) const { Files::Write_Bytes(Path(Raw), column.Bytes(), Files::Durability::Staging); }
     /// Decodes the raw file; a failure shows as a missing file.
     void Decode(const QString &target) const
     {
         m_staging.Drop(target);
-        zelqorfun("d", Path(Raw).toUtf8().constData(), Path(target).toUtf8().constData());
-        Yield();
+        Run_Coder("d", Path(Raw), Path(target));
     }
 
 private:

@@ -18,4 +18,5 @@ inline constexpr const char16_t *Delete_Document = u"Delete Code_Info From Code_
 inline constexpr const char16_t *Delete_Attachments = u"delete tab_file from tab_file where  Code_ID='%1'";
 inline constexpr const char16_t *Delete_Tags = u"delete tab_tag from tab_tag where  Code_ID='%1'";
 inline constexpr const char16_t *Title_And_Folder = u"Select Code_Title,Cate_ID From Code_Info Where Code_ID='%1'";
+inline constexpr const char16_t *Find_Folder = u"Select Cate_ID From Cate_Info Where Cate_ID='%1'";
 } // namespace Sql

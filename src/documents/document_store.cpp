@@ -9,6 +9,7 @@
 #include "core/sql_text.h"
 #include "core/yield.h"
 #include "documents/busy_pointer.h"
+#include "documents/coder.h"
 #include "documents/document_ids.h"
 #include "documents/document_sql.h"
 #include "documents/file_content.h"
@@ -23,6 +24,7 @@
 #include "platform/richtext/rich_text.h"
 #include "users/scrambling.h"
 
+#include <QFileInfo>
 #include <QTextDocument>
 
 namespace
@@ -91,13 +93,18 @@ void Write_Form_Fields(Document_Row &document, const Document_Form &form)
     document["Code_Keys"].Set(form.keys);
 }
 
-/// Compresses a staged file and appends the result to a column. The coder's own answer is not asked: its output is
-/// opened next, and a missing one is the error.
-void Store_Compressed(const Staging &staging, const QString &input, const QString &output, Field column)
+/// Compresses a staged file. A missing output is the only sign of failure.
+void Compress(const QString &input, const QString &output)
 {
-    zelqorfun("e", staging.Path(input).toUtf8().constData(), staging.Path(output).toUtf8().constData());
-    Yield();
-    Copy_File_To_Blob(staging.Path(output), column);
+    Run_Coder("e", input, output);
+    if (!QFileInfo::exists(Files::Native_Path(output)))
+        throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + output,
+                             Failure::No_Output);
+}
+
+void Stage_Rtf(const QString &path, const QTextDocument &document)
+{
+    Files::Write_Bytes(path, Rich_Text::Write_Rtf(document), Files::Durability::Staging);
 }
 
 /// The names of one save of the form.
@@ -121,7 +128,7 @@ void Write_Password(const QString &path, const QString &password)
 {
     QByteArray stream = Files::Read_Bytes(path);
     Lzma_Free_Last_Byte(stream);
-    Files::Write_Bytes(path, stream);
+    Files::Write_Bytes(path, stream, Files::Durability::Staging);
     Write_Pass_Tail(path, Encode(password.trimmed()));
 }
 
@@ -129,13 +136,15 @@ void Write_Content(Document_Row &document, const Document_Form &form, const Stag
 {
     staging.Drop(stages.written);
     if (form.type == Rtf)
-        Rich_Text::Save_File(staging.Path(stages.written), Rich_Text::Format::Rtf, *form.content);
+        Stage_Rtf(staging.Path(stages.written), *form.content);
     staging.Drop(stages.input);
     staging.Drop(stages.output);
-    if (!Resume_Next([&] { Files::Copy_File(staging.Path(stages.written), staging.Path(stages.input)); }))
-        Clear_Pending();
-    zelqorfun("e", staging.Path(stages.input).toUtf8().constData(), staging.Path(stages.output).toUtf8().constData());
-    Yield();
+    // Only rich text was written: any other type meets the missing output.
+    if (form.type != Rtf)
+        throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("No rich text: ") + form.type,
+                             Failure::Not_Rich_Text);
+    Files::Copy_File(staging.Path(stages.written), staging.Path(stages.input), Files::Durability::Staging);
+    Compress(staging.Path(stages.input), staging.Path(stages.output));
     if (form.password.isEmpty()) {
         document["Code_Content"].Set(Plain_Text(form.content));
     } else {
@@ -151,9 +160,10 @@ void Write_Pane(Document_Row &document, const QTextDocument *pane, const char *t
 {
     document[textColumn].Set(Plain_Text(pane));
     staging.Drop(stage);
-    Rich_Text::Save_File(staging.Path(stage), Rich_Text::Format::Rtf, *pane);
+    Stage_Rtf(staging.Path(stage), *pane);
     Yield();
-    Store_Compressed(staging, stage, output, document[streamColumn]);
+    Compress(staging.Path(stage), staging.Path(output));
+    Copy_File_To_Blob(staging.Path(output), document[streamColumn]);
 }
 
 void Save_Form(Document_Form &form, const QString &code_id)
@@ -182,7 +192,8 @@ void Save_Form(Document_Form &form, const QString &code_id)
         form.code_id = document.id;
 }
 
-void Write_File_Fields(Document_Row &document, const QString &folder_id, const QString &title)
+/// The plain fields of both saves that have no form.
+void Write_Captured_Fields(Document_Row &document, const QString &folder_id, const QString &title)
 {
     Write_Traces(document);
     if (!document.inserted && !document["Code_UpdateNum"].Is_Null())
@@ -191,8 +202,41 @@ void Write_File_Fields(Document_Row &document, const QString &folder_id, const Q
     document["Code_Title"].Set(title);
     for (const char *column : {"Code_Explain", "Code_Promulgator", "Code_Provenance", "Code_Author", "Code_Keys"})
         document[column].Set(QString());
-    document["Code_Date"].Set(Machine::Now().date().startOfDay());
     document["Code_Update"].Set(Store_Time());
+}
+
+void Write_Last_Fields(Document_Row &document, const QString &done, const QString &type)
+{
+    document["Code_Color"].Set(QString());
+    document["Code_Done"].Set(done);
+    document["Code_Type"].Set(type.isEmpty() ? Rtf : type);
+}
+
+/// The staging files of the quick capture have fixed names. The coder is given its input with a blank behind the name,
+/// which file systems and the coder drop.
+QString Save_Captured(const QTextDocument &source, const QString &folder_id, const QString &code_id,
+                      const QString &title, const QString &type)
+{
+    constexpr qsizetype Title_From_Source = 30;
+    const QString folder = App().App_Path + QStringLiteral("data/temp/");
+    const QString written = folder + QStringLiteral("zip.db");
+    const QString output = folder + QStringLiteral("zip.dd");
+    const QString text = source.toPlainText();
+    Document_Row document = Open_Row(code_id);
+    Write_Captured_Fields(document, folder_id, title.isEmpty() ? text.left(Title_From_Source) : title);
+    Files::Make_Directory(folder);
+    Files::Delete_If_Present(output);
+    Stage_Rtf(written, source);
+    Compress(written + QLatin1Char(' '), output);
+    document["Code_Content"].Set(text);
+    Copy_File_To_Blob(output, document["Code_Content_IO"]);
+    Files::Delete_If_Present(written);
+    Files::Delete_If_Present(output);
+    Write_Last_Fields(document, QStringLiteral("★★★★★"), type);
+    Yield();
+    document.row.UpdateBatch();
+    document.row.Close();
+    return document.id;
 }
 
 /// The coder's input for a link: a file that holds the path as one line.
@@ -200,7 +244,7 @@ QString Path_As_File(const Staging &staging, const QString &path)
 {
     QString name = staging.Path(QStringLiteral("tt.txt"));
     if (!Exists(name))
-        Files::Write_Bytes(name, path.toUtf8() + "\r\n");
+        Files::Write_Bytes(name, path.toUtf8() + "\r\n", Files::Durability::Staging);
     return name;
 }
 
@@ -209,19 +253,18 @@ QString Save_File_Document(const QString &path, const QString &folder_id, const 
 {
     const QString output = QStringLiteral("zip.dd");
     Document_Row document = Open_Row(code_id);
-    Write_File_Fields(document, folder_id, title.isEmpty() ? path : title);
+    Write_Captured_Fields(document, folder_id, title.isEmpty() ? path : title);
+    document["Code_Date"].Set(Machine::Now().date().startOfDay());
     document["Code_Content"].Set(content.text);
     document["Code_File"].Set(content.keeps_path ? path : QString());
     const Staging staging(1000, {output, QStringLiteral("tt.txt")});
     staging.Drop(output);
     const QString input = content.link_only ? Path_As_File(staging, path) : path;
-    zelqorfun("e", input.toUtf8().constData(), staging.Path(output).toUtf8().constData());
+    Compress(input, staging.Path(output));
     Copy_File_To_Blob(staging.Path(output), document["Code_Content_IO"]);
     staging.Drop(output);
     staging.Drop(QStringLiteral("tt.txt"));
-    document["Code_Color"].Set(QString());
-    document["Code_Done"].Set(QString());
-    document["Code_Type"].Set(content.type.isEmpty() ? Rtf : content.type);
+    Write_Last_Fields(document, QString(), content.type);
     Yield();
     document.row.UpdateBatch();
     document.row.Close();
@@ -253,6 +296,15 @@ bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id)
             return true;
         },
         Report_Failed_Save);
+}
+
+QString AddCodeContent_Ex(const QTextDocument &source, const QString &folder_id, const QString &code_id,
+                          const QString &title, const QString &type)
+{
+    return Trap(QStringLiteral("Mod_DataBase\\AddCodeContent_Ex"), [&] {
+        const Busy_Pointer busy;
+        return Save_Captured(source, folder_id, code_id, title, type);
+    });
 }
 
 QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,

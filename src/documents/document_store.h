@@ -5,10 +5,20 @@
 
 #include <QString>
 
+class QTextDocument;
+
 /// Stores the form's document. `code_id` "0" inserts a row and puts its new id in `form.code_id`; another id updates
 /// that row. A failure shows a box, is recorded under "Mod_DataBase\AddCodeContent_Ex_Standard" and writes nothing.
 /// @returns whether the document was stored.
 bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id);
+
+/// Stores rich text that was captured quickly, with no form. Nothing is shown when it fails: it is recorded under
+/// "Mod_DataBase\AddCodeContent_Ex".
+/// @param code_id  an existing id updates that document, "0" or an unknown one inserts
+/// @param title    "" takes the first 30 characters of the text
+/// @returns the document's id, "" after an error
+QString AddCodeContent_Ex(const QTextDocument &source, const QString &folder_id, const QString &code_id,
+                          const QString &title, const QString &type);
 
 /// Stores a file from disk as a document of `type` (its extension, in any case).
 /// @param code_id    an existing id updates that document, "0" or an unknown one inserts

@@ -4,6 +4,7 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_reading.h"
+#include "editor/composition.h"
 #include "platform/database/database.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
@@ -41,7 +42,7 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
     Set_Up_Choices();
-    m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum});
+    m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum}, m_ui->Bar_Find);
     Adjuest_Memo();
     setFocusProxy(m_ui->Txt_Content);
     m_ui->Pic_Panes->setStretchFactor(0, 1);
@@ -141,14 +142,24 @@ Editor_Commands &Frm_Doc_Standard::Commands() const
 
 void Frm_Doc_Standard::Commit_Composition()
 {
-    m_ui->Bar_Editor->Commit_Composition();
+    Composition::Commit();
+}
+
+void Frm_Doc_Standard::Use_View_Mode(int mode)
+{
+    if (mode == m_viewMode)
+        return;
+    m_viewMode = mode;
+    m_ui->Txt_Content->Set_Page_Look(static_cast<Page_Look>(mode));
+    Adjuest_Memo();
 }
 
 void Frm_Doc_Standard::Adjuest_Memo()
 {
-    m_ui->Pic_Memo->setVisible(Is_Shown(Config().ViewMemo));
-    m_ui->Pic_Sum->setVisible(Is_Shown(Config().ViewSum));
-    m_ui->TabS_Header->setVisible(Is_Shown(Config().M_FILE));
+    const bool all = static_cast<Page_Look>(m_viewMode) != Page_Look::Writing;
+    m_ui->Pic_Memo->setVisible(all && Is_Shown(Config().ViewMemo));
+    m_ui->Pic_Sum->setVisible(all && Is_Shown(Config().ViewSum));
+    m_ui->TabS_Header->setVisible(all && Is_Shown(Config().M_FILE));
 }
 
 void Frm_Doc_Standard::Set_Up_Choices()

@@ -44,6 +44,8 @@ public:
     [[nodiscard]] Editor_Commands &Commands() const;
     /// Takes over what input methods still compose in any pane.
     void Commit_Composition();
+    /// 0 shows everything, 1 only the text, 2 the text as on paper.
+    void Use_View_Mode(int mode);
     /// Shows or hides the memo, summary and additional panes as the settings say.
     void Adjuest_Memo();
 
@@ -68,5 +70,6 @@ private:
     Document_Form m_form;
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
+    int m_viewMode = 0;
     bool m_showing = false; ///< the form is being filled by the program
 };

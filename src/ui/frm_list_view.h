@@ -77,6 +77,7 @@ private:
 
     void Open_Selected();
     void New_Document();
+    void Delete_Selected();
     void Copy_Titles();
     void Color_Rows();
     void Set_Up_Columns();

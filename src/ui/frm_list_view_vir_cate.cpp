@@ -28,7 +28,7 @@ Frm_ListView_VirCate::Frm_ListView_VirCate(QString codeId, QWidget *parent)
     Lang.LoadControlsCaption();
     m_ui->Lab_Trouble->hide();
     m_ui->Trv_Cate->setModel(&m_tree);
-    m_ui->Trv_Cate->setItemDelegate(new Tree_Node_Delegate(this));
+    m_ui->Trv_Cate->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Cate->setAccessibleName(Lang.GetString("_AllFolders"));
     m_ui->Lsv_Cate->setAccessibleName(windowTitle());
     Form_Load();

@@ -7,17 +7,19 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_store.h"
+#include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
 #include "ui/document_tabs.h"
+#include "ui/editor_menus.h"
 #include "ui/form_table.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/frm_list_view.h"
 #include "ui/icons.h"
-#include "ui/tree_commands.h"
 #include "ui/left_tabs.h"
 #include "ui/located_key.h"
+#include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
 #include "ui_frm_main.h"
@@ -55,6 +57,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Place_Window();
     Load_Lang();
     Add_Panes();
+    Add_Editor_Menus();
     Add_Tray_Icon();
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -284,6 +287,23 @@ void Frm_Main::Add_Panes()
     m_ui->Pic_Main->setStretchFactor(1, 1);
 }
 
+void Frm_Main::Add_Editor_Menus()
+{
+    auto *menus = new Editor_Menus({m_ui->Mnu_Edit,
+                                    m_ui->Mnu_Insert,
+                                    m_ui->Mnu_Format,
+                                    m_ui->mnuViewMode,
+                                    {m_ui->Mnu_Print, m_ui->PriCode},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
+                                    m_ui->Mnu_Pdf},
+                                   *m_tabs, *this);
+    connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
+        const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
+        m_ui->Pic_On_Left->setVisible(all);
+        m_ui->Tlb_Command->setVisible(all);
+    });
+}
+
 void Frm_Main::Add_Tray_Icon()
 {
     if (!QSystemTrayIcon::isSystemTrayAvailable())
@@ -337,6 +357,8 @@ void Frm_Main::Connect_Actions()
     connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
     connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
     connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_ByDate, "Left_ByDate", Config().CH_ByDate, "CH_ByDate");
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_Find, "Left_Find", Config().CH_Find, "CH_Find");
     const auto enableDocument = [this](bool is) {
         for (QAction *action : {m_ui->Mnu_Save, m_ui->SaveCode, m_ui->Mnu_Close_Tab})
             action->setEnabled(is);
@@ -357,6 +379,8 @@ void Frm_Main::Set_Icons()
         {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
         {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
         {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
+        {m_ui->PriCode, "print"},       {m_ui->Mnu_Print, "print"},
+        {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
         {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
         {m_ui->Mnu_About, "about"},     {m_ui->Mnu_Exit, "exit"},
     };

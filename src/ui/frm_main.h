@@ -71,6 +71,7 @@ private:
     void Load_Lang();
     void Place_Window();
     void Add_Panes();
+    void Add_Editor_Menus();
     void Add_Tray_Icon();
     void Connect_Actions();
     void Set_Icons();

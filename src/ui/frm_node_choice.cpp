@@ -24,7 +24,7 @@ Frm_Node_Choice::Frm_Node_Choice(const Tree_Model &tree, QString movedKey, const
     m_filter->setRecursiveFilteringEnabled(true);
     m_filter->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_ui->Trv_Choice->setModel(m_filter);
-    m_ui->Trv_Choice->setItemDelegate(new Tree_Node_Delegate(this));
+    m_ui->Trv_Choice->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Choice->expandToDepth(1);
     m_ui->Trv_Choice->setCurrentIndex(m_filter->index(0, 0));
     m_ui->Txt_Find->installEventFilter(this);

@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QPainter>
 
-void Tree_Node_Delegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+void Node_Delegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
     option->icon = Node_Icon(index.data(Tree_Model::Image_Role).toString());
@@ -16,7 +16,7 @@ void Tree_Node_Delegate::initStyleOption(QStyleOptionViewItem *option, const QMo
         option->state |= QStyle::State_Selected;
 }
 
-void Tree_Node_Delegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+void Node_Delegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
     if (!Is_Locked || !Is_Locked(index))

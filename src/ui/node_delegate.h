@@ -5,7 +5,7 @@
 #include <functional>
 
 /// Gives the nodes of a folder tree their icons; the model knows only the images' names.
-class Tree_Node_Delegate : public QStyledItemDelegate
+class Node_Delegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -41,7 +41,7 @@ const Tree_Commands::Command Tree_Commands::Command_Table[] = {
      &Tree_Commands::Cmd_Tree_Add_Cur_Call, true, false},
     {"Mnu_Node_Add_Next", u"新建下级文件夹(&S)...", "folder_below", "Insert", &Tree_Commands::Cmd_Tree_Add_Next_Call,
      true, false},
-    {"Mnu_Node_LookUp", u"查找文件夹(&F)...", "find", "Ctrl+Shift+F", &Tree_Commands::Mnu_Node_LookUp_Click, true,
+    {"Mnu_Node_LookUp", u"查找文件夹(&F)...", "find", "Ctrl+Alt+F", &Tree_Commands::Mnu_Node_LookUp_Click, true,
      true},
     {"Mnu_Node_Rename", u"重命名(&R)", "rename", "F2", &Tree_Commands::Cmd_Tree_Rename_Call, true, false},
     {"Mnu_Node_Modify", u"修改文件夹(&E)...", "folder_edit", "Shift+F2", &Tree_Commands::Cmd_Tree_Modi_Call, true,

@@ -21,7 +21,7 @@
 
 Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
     : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
-      m_delegate(new Tree_Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
+      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
     m_lang.LoadControlsCaption();

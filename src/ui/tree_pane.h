@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QTreeView>
 
-class Tree_Node_Delegate;
+class Node_Delegate;
 class Shell;
 class Tree_Commands;
 
@@ -78,7 +78,7 @@ private:
     Shell &m_shell;
     Folder_Model m_tree;
     ctrlLanguage m_lang;
-    Tree_Node_Delegate *m_delegate;
+    Node_Delegate *m_delegate;
     Tree_Commands *m_commands;
     QSet<QString> m_locked;
     QTimer m_hover; ///< how long a drag rests on a node

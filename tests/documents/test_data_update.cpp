@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/process_state.h"
 #include "documents/data_update.h"
+#include "documents/document_reading.h"
 #include "documents/document_store.h"
 #include "platform/database/recordset.h"
 #include "platform/lzma/zelqorfun.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
 
+#include <QDir>
+#include <QFile>
 #include <QTest>
 #include <optional>
 
@@ -18,7 +21,11 @@ class Test_Data_Update : public QObject
     std::optional<Test_Program> m_program;
 
 private slots:
-    void init() { m_program.emplace(); }
+    void init()
+    {
+        m_program.emplace();
+        Add_Folder(u"001"_s, u"Work"_s);
+    }
     void cleanup()
     {
         QCOMPARE(m_program->prompts.Problems(), QStringList());
@@ -33,6 +40,7 @@ private slots:
         QTest::addRow("as it is") << u""_s << u""_s << u""_s;
         QTest::addRow("no type, before all else") << u"type"_s << u""_s << u"_NoSave"_s;
         QTest::addRow("no folder") << u"folder"_s << u""_s << u"_SelectDir"_s;
+        QTest::addRow("folder that was deleted meanwhile") << u"folder"_s << u"007"_s << u"_SelectDir"_s;
         QTest::addRow("no creation date") << u"create"_s << u""_s << u"_CreateDate"_s;
         QTest::addRow("no such day") << u"create"_s << u"2026-02-30"_s << u"_CreateDate"_s;
         QTest::addRow("slashes") << u"create"_s << u"2026/02/03"_s << u""_s;
@@ -101,6 +109,13 @@ private slots:
         QTest::addColumn<QString>("file");
         QTest::addColumn<bool>("link"); ///< the stream holds the path, not the bytes
         const QString page = u"<font color=0>%1</font>"_s;
+        const auto office = [](const QString &name) {
+            QFile source(QStringLiteral(ZELQOR_TEST_DATA "/office/") + name);
+            return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
+        };
+        const QByteArray docx = office(u"words.docx"_s);
+        const QByteArray pdf = office(u"words.pdf"_s);
+        const QString words = u"中文段落：知识管理，文档与检索。"_s;
         QTest::addRow("text") << QByteArray("one\r\ntwo") << u"txt"_s << u"TXT"_s << u"one\ntwo"_s << u""_s << false;
         QTest::addRow("text in GBK") << QByteArray("\xD6\xD0\xCE\xC4") << u"TXT"_s << u"TXT"_s << u"中文"_s << u""_s
                                      << false;
@@ -114,6 +129,12 @@ private slots:
         QTest::addRow("film") << QByteArray("x") << u"swf"_s << u"SWF"_s << u"%"_s << u"%"_s << true;
         QTest::addRow("picture") << QByteArray("x") << u"jpg"_s << u"HTM"_s
                                  << page.arg(u"<img border=0 ALIGN=TOP src=%>"_s) << u""_s << true;
+        QTest::addRow("office file") << docx << u"docx"_s << u"DOCX"_s << words << u""_s << false;
+        QTest::addRow("office file, broken") << docx.left(2000) << u"docx"_s << u"DOCX"_s << u""_s << u""_s << false;
+        QTest::addRow("portable document") << pdf << u"pdf"_s << u"PDF"_s << words << u"%"_s << true;
+        QTest::addRow("portable document, broken")
+            << QByteArray("%PDF") << u"pdf"_s << u"PDF"_s << u""_s << u"%"_s << true;
+        QTest::addRow("empty file") << QByteArray() << u"txt"_s << u"TXT"_s << u""_s << u""_s << false;
         QTest::addRow("anything else") << QByteArray("x") << u"mp3"_s << u"HTM"_s
                                        << page.arg(u"<a target=_self href=%>%</a>"_s) << u""_s << true;
     }
@@ -138,7 +159,11 @@ private slots:
         const QString stored = row[u"Code_Content"_s].Text();
         if (type == u"HTM") {
             QVERIFY2(stored.startsWith(u"<BASE HREF=") && stored.endsWith(u"</html>"), qPrintable(stored));
-            QVERIFY2(stored.contains(text.replace(u'%', path)), qPrintable(stored));
+            // Blanks and whatever else would end an attribute without quotation marks are written as in an address.
+            const QString written = QString(path).replace(u' ', u"%20"_s);
+            QVERIFY2(stored.contains(text.replace(u'%', written)), qPrintable(stored));
+        } else if (text.startsWith(u"中文段落")) {
+            QVERIFY2(stored.contains(text), qPrintable(stored));
         } else {
             QCOMPARE(stored, text.replace(u'%', path));
         }
@@ -146,6 +171,59 @@ private slots:
         const QByteArray plain = Lzma_Decode(row[u"Code_Content_IO"_s].Bytes(), complete);
         QVERIFY(complete);
         QCOMPARE(plain, link ? path.toUtf8() + "\r\n" : bytes);
+    }
+
+    void A_Name_Cannot_Break_Out_Of_Its_Page()
+    {
+        m_program->Write(u"in/x"_s, {});
+        const QString path = m_program->Path(u"in/a\"><script>'&=%.jpg"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        QVERIFY(!AddCodeContent_File_Ex(path, u"001"_s, u"0"_s, u"it's"_s, u"jpg"_s, false).isEmpty());
+        const QString stored = Sql_Cell(u"select Code_Content from Code_Info"_s);
+        QVERIFY2(stored.contains(u"/in/a%22%3E%3Cscript%3E%27%26%3D%25.jpg></font>"), qPrintable(stored));
+    }
+
+    void A_File_That_Is_Too_Large_Is_Refused()
+    {
+        const QString path = m_program->Path(u"huge.txt"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(Q_INT64_C(500) << 20)); // takes no room on the disk
+        m_program->prompts.Expect(u"256MB"_s, u"ok"_s);
+        QCOMPARE(AddCodeContent_File_Ex(path, u"001"_s, u"0"_s, {}, u"txt"_s, false), QString());
+        QVERIFY(!AddCodeContent_File_Ex(path, u"001"_s, u"0"_s, {}, u"mp4"_s, false).isEmpty());
+    }
+
+    void Rich_Text_Is_Captured_Without_A_Form()
+    {
+        QTextDocument source;
+        source.setPlainText(u"甲乙丙 captured text that is longer than thirty characters"_s);
+        const QString id = AddCodeContent_Ex(source, u"001"_s, u"0"_s, {}, {});
+        const auto row = [] {
+            return Sql_Rows(u"select Code_Title,Code_Content,Code_Done,Code_Color,Code_Type,Code_UpdateNum,"
+                            "Code_ReadDate_Sta,Code_Updater from Code_Info"_s);
+        };
+        QCOMPARE(row().value(0), QStringList({source.toPlainText().left(30), source.toPlainText(), u"★★★★★"_s, u""_s,
+                                              u"RTF"_s, u"0"_s, u"X"_s, u""_s}));
+        QVERIFY(Sql_Cell(u"select Code_Date from Code_Info"_s).isEmpty());
+        source.setPlainText(u"again"_s);
+        QCOMPARE(AddCodeContent_Ex(source, u"001"_s, id, u"Named"_s, u"RTF"_s), id);
+        QCOMPARE(row().size(), 1);
+        QCOMPARE(row().value(0),
+                 QStringList({u"Named"_s, u"again"_s, u"★★★★★"_s, u""_s, u"RTF"_s, u"1"_s, u""_s, u"Zelqor"_s}));
+        Test_Form read;
+        QVERIFY(GetCodeContent_Ex(id, read));
+        QCOMPARE(read.content->toPlainText(), u"again"_s);
+        QCOMPARE(QDir(m_program->Path(u"data/temp"_s)).entryList({u"zip*"_s}, QDir::Files), QStringList());
+    }
+
+    void A_Capture_That_Fails_Is_Silent()
+    {
+        m_program->Write(u"data/temp/zip.db/in the way"_s, "x");
+        QCOMPARE(AddCodeContent_Ex(QTextDocument(), u"001"_s, u"0"_s, u"t"_s, {}), QString());
+        QCOMPARE(m_program->Logged(), QStringList(u"Mod_DataBase\\AddCodeContent_Ex"_s));
+        QCOMPARE(Sql_Cell(u"select count(*) from Code_Info"_s), u"0"_s);
     }
 
     void A_Missing_File_Is_Told()

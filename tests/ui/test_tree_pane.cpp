@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "support/no_shell.h"
 #include "support/test_program.h"
 #include "tree/folder_ids.h"
 #include "tree/tree_loading.h"
-#include "ui/shell.h"
 #include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
 
@@ -31,17 +31,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 /// The main window as the pane sees it: it writes down what it is asked.
-struct Notes : Shell {
+struct Notes : No_Shell {
     QStringList said;
     QStringList done;
     void Set_Status(const QString &text) override { said << text; }
-    [[nodiscard]] QString Selected_Folder() const override { return {}; }
-    void Folder_Changed(const QString & /*id*/) override {}
-    void Document_Changed(const QString & /*code_id*/) override {}
-    void Open_Document(const QString & /*code_id*/) override {}
-    void Delete_Documents(const QStringList & /*ids*/) override {}
-    void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
-    void New_Document() override {}
     void Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);

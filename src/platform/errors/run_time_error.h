@@ -24,6 +24,9 @@ enum class Failure {
     Null_Value,
     No_Current_Row,
     Missing_Component,
+    Too_Large,     ///< a file that the database does not take
+    No_Output,     ///< the coder wrote nothing
+    Not_Rich_Text, ///< a document of a type that is shown and not written
     Stopped, ///< by a watch, at the user's wish
 };
 

@@ -48,18 +48,18 @@ QByteArray Read_Bytes(const QString &path)
     return bytes;
 }
 
-void Write_Bytes(const QString &path, const QByteArray &bytes)
+void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durability)
 {
-    Atomic_File file(path);
+    Atomic_File file(path, durability);
     file.Write(bytes);
     file.Commit();
 }
 
-void Copy_File(const QString &from, const QString &to)
+void Copy_File(const QString &from, const QString &to, Durability durability)
 {
     QFile source(Native_Path(from));
     Open_To_Read(source);
-    Atomic_File target(to);
+    Atomic_File target(to, durability);
     for (;;) {
         const QByteArray block = source.read(Block_Size);
         if (block.isEmpty())

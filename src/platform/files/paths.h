@@ -19,13 +19,17 @@ QString Short_Path(const QString &path);
 /// A plain file name: no separator, no drive, not "", "." or "..", no control character.
 bool Is_Plain_Name(const QString &name);
 
+/// Whether a written file must outlive a failure of the machine, or only one of the program: waiting for the disk
+/// costs more than all else.
+enum class Durability { Kept, Staging };
+
 /// Reads a whole file. @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read.
 QByteArray Read_Bytes(const QString &path);
 /// Writes a whole file so that after a kill the old or the new content stands, never a part.
 /// @throws Run_Time_Error 61 on a full disk, 70 without permission, 75 else.
-void Write_Bytes(const QString &path, const QByteArray &bytes);
+void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durability = Durability::Kept);
 /// Copies a file over another, whole or not at all. @throws like Read_Bytes and Write_Bytes.
-void Copy_File(const QString &from, const QString &to);
+void Copy_File(const QString &from, const QString &to, Durability durability = Durability::Kept);
 /// Deletes a file if it exists. @throws Run_Time_Error 70 or 75 when it cannot be.
 void Delete_If_Present(const QString &path);
 /// Makes a directory with its parents if it is missing. @throws Run_Time_Error 75.

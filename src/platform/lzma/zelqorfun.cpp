@@ -58,7 +58,8 @@ bool Run(const QByteArray &command, const QString &inputPath, const QString &out
     QFile input(Files::Native_Path(inputPath));
     if (!QFileInfo(input).isFile() || !input.open(QIODevice::ReadOnly))
         return false;
-    Files::Atomic_File output(outputPath);
+    // What the coder writes is staged for the next step; the database is what outlives the machine.
+    Files::Atomic_File output(outputPath, Files::Durability::Staging);
     const auto sink = [&output](const char *bytes, qint64 size) {
         output.Write(bytes, size);
     };

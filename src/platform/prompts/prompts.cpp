@@ -38,6 +38,7 @@ void Name_Button(QMessageBox &box, QMessageBox::StandardButton button, const QSt
 /// Shows a box with the pack's words on its buttons; the busy pointer of a running procedure is put aside meanwhile.
 int Show_Box(QMessageBox &box)
 {
+    box.setTextFormat(Qt::PlainText); // a title that looks like a page is a title
     Name_Button(box, QMessageBox::Ok, words.ok);
     Name_Button(box, QMessageBox::Yes, words.yes);
     Name_Button(box, QMessageBox::No, words.no);

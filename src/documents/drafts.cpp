@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "documents/drafts.h"
+
+#include "core/error_log.h"
+#include "core/process_state.h"
+#include "core/sql_text.h"
+#include "documents/document_sql.h"
+#include "platform/database/database.h"
+#include "platform/database/recordset.h"
+#include "platform/files/paths.h"
+#include "platform/richtext/rich_text.h"
+
+#include <QCborMap>
+#include <QCborValue>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QRandomGenerator>
+#include <QTextDocument>
+#include <map>
+#include <memory>
+
+namespace
+{
+const QByteArray Clear_Mark = QByteArrayLiteral("zelqor draft 1\n");
+const QByteArray Sealed_Mark = QByteArrayLiteral("zelqor sealed draft 1\n");
+const QString Lock_Suffix = QStringLiteral(".lock");
+const QString Draft_Suffix = QStringLiteral(".draft");
+
+struct Text_Row {
+    const char *key;
+    QString Document_Form::*field;
+};
+
+constexpr Text_Row Texts[] = {
+    {"code_id", &Document_Form::code_id},
+    {"title", &Document_Form::title},
+    {"folder", &Document_Form::folder},
+    {"star", &Document_Form::star},
+    {"done", &Document_Form::done},
+    {"keys", &Document_Form::keys},
+    {"explain", &Document_Form::explain},
+    {"create_date", &Document_Form::create_date},
+    {"update_date", &Document_Form::update_date},
+    {"file", &Document_Form::file},
+    {"promulgator", &Document_Form::promulgator},
+    {"provenance", &Document_Form::provenance},
+    {"author", &Document_Form::author},
+    {"password", &Document_Form::password},
+    {"type", &Document_Form::type},
+};
+
+struct Pane_Row {
+    const char *key;
+    QTextDocument *Document_Form::*pane;
+};
+
+constexpr Pane_Row Panes[] = {
+    {"content", &Document_Form::content},
+    {"memo", &Document_Form::memo},
+    {"sum", &Document_Form::sum},
+};
+
+QString Folder()
+{
+    const QString database = Database_Engine::File_Of(App().Conn_Str);
+    return database.isEmpty() ? App().App_Path + QStringLiteral("data/drafts/") : database + QStringLiteral("-drafts/");
+}
+
+/// This process's mark in a directory of drafts: the beginning of its files' names, and a lock that dies with it.
+class Process_Mark
+{
+public:
+    explicit Process_Mark(const QString &folder)
+        : name(QStringLiteral("%1-%2")
+                   .arg(QCoreApplication::applicationPid())
+                   .arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'))),
+          m_lock(folder + name + Lock_Suffix)
+    {
+        m_lock.setStaleLockTime(0);
+        m_lock.tryLock(0);
+    }
+
+    const QString name;
+    int number = 0;
+
+private:
+    QLockFile m_lock;
+};
+
+std::map<QString, std::unique_ptr<Process_Mark>> &Marks()
+{
+    static std::map<QString, std::unique_ptr<Process_Mark>> marks;
+    return marks;
+}
+
+QString New_Path()
+{
+    const QString folder = Folder();
+    Files::Make_Directory(folder);
+    std::unique_ptr<Process_Mark> &mark = Marks()[folder];
+    if (mark == nullptr)
+        mark = std::make_unique<Process_Mark>(folder);
+    return folder + mark->name + QStringLiteral("_%1").arg(++mark->number) + Draft_Suffix;
+}
+
+bool Is_Left(const QString &folder, const QString &name)
+{
+    const QString owner = name.section(QLatin1Char('_'), 0, 0);
+    const auto own = Marks().find(folder);
+    if (own != Marks().end() && own->second->name == owner)
+        return false;
+    QLockFile lock(folder + owner + Lock_Suffix);
+    lock.setStaleLockTime(0);
+    return lock.tryLock(0);
+}
+
+QByteArray Packed(const Document_Form &form, bool stored)
+{
+    QCborMap map;
+    map[QStringLiteral("stored")] = stored;
+    for (const Text_Row &row : Texts)
+        map[QLatin1String(row.key)] = form.*row.field;
+    for (const Pane_Row &row : Panes)
+        map[QLatin1String(row.key)] = Rich_Text::Write_Rtf(*(form.*row.pane));
+    return map.toCborValue().toCbor();
+}
+
+/// An empty map for damaged bytes.
+QCborMap Unpacked(const QByteArray &bytes)
+{
+    QCborParserError trouble;
+    const QCborValue value = QCborValue::fromCbor(bytes, &trouble);
+    return trouble.error == QCborError::NoError ? value.toMap() : QCborMap();
+}
+
+void Fill(const QCborMap &map, Document_Form &form)
+{
+    for (const Text_Row &row : Texts)
+        form.*row.field = map[QLatin1String(row.key)].toString();
+    for (const Pane_Row &row : Panes) {
+        (form.*row.pane)->clear();
+        Rich_Text::Read_Rtf(map[QLatin1String(row.key)].toByteArray(), *(form.*row.pane));
+    }
+}
+
+bool Is_In_Database(const QString &code_id)
+{
+    Recordset row;
+    row.Open(Sql_Text(Sql::Find_Document, code_id), App().Conn_Str);
+    return !row.Eof();
+}
+
+std::optional<QByteArray> Plain_Bytes(const QByteArray &file, const QString &password)
+{
+    if (file.startsWith(Clear_Mark))
+        return file.mid(Clear_Mark.size());
+    const QByteArray sealed = file.mid(Sealed_Mark.size());
+    return Sealer(password, Sealer::Salt_Of(sealed)).Open(sealed);
+}
+} // namespace
+
+void Draft::Write(const Document_Form &form, bool stored, const QString &password)
+{
+    if (m_path.isEmpty())
+        m_path = New_Path();
+    const QByteArray bytes = Packed(form, stored);
+    if (password.isEmpty()) {
+        Files::Write_Bytes(m_path, Clear_Mark + bytes, Files::Durability::Staging);
+        return;
+    }
+    if (!m_sealer || m_password != password) {
+        m_sealer.emplace(password);
+        m_password = password;
+    }
+    Files::Write_Bytes(m_path, Sealed_Mark + m_sealer->Seal(bytes), Files::Durability::Staging);
+}
+
+void Draft::Remove()
+{
+    if (m_path.isEmpty())
+        return;
+    if (!Resume_Next([&] { Files::Delete_If_Present(m_path); }))
+        Error_Log(QStringLiteral("Drafts\\Remove"));
+    m_path.clear();
+}
+
+QList<Left_Draft> Left_Drafts()
+{
+    QList<Left_Draft> drafts;
+    const QDir folder(Folder());
+    for (const QString &name : folder.entryList({QLatin1Char('*') + Draft_Suffix}, QDir::Files, QDir::Time)) {
+        if (!Is_Left(Folder(), name))
+            continue;
+        const QString path = folder.filePath(name);
+        QByteArray bytes;
+        if (!Resume_Next([&] { bytes = Files::Read_Bytes(path); })) {
+            Error_Log(QStringLiteral("Drafts\\Left_Drafts"));
+            continue;
+        }
+        const bool sealed = bytes.startsWith(Sealed_Mark);
+        if (sealed || bytes.startsWith(Clear_Mark))
+            drafts.append({path, Unpacked(bytes.mid(Clear_Mark.size()))[QStringLiteral("title")].toString(), sealed});
+    }
+    return drafts;
+}
+
+Draft_Answer Restore_Draft(const Left_Draft &draft, const QString &password, Document_Form &form, bool &stored)
+{
+    return Trap(QStringLiteral("Drafts\\Restore_Draft"), [&] {
+        const std::optional<QByteArray> bytes = Plain_Bytes(Files::Read_Bytes(draft.path), password);
+        if (!bytes)
+            return Draft_Answer::Wrong_Password;
+        const QCborMap map = Unpacked(*bytes);
+        if (map.isEmpty())
+            return Draft_Answer::Damaged;
+        Fill(map, form);
+        stored = map[QStringLiteral("stored")].toBool() && Is_In_Database(form.code_id);
+        if (!stored)
+            form.code_id.clear();
+        return Draft_Answer::Restored;
+    });
+}
+
+void Drop_Draft(const Left_Draft &draft)
+{
+    if (!Resume_Next([&] { Files::Delete_If_Present(draft.path); }))
+        Error_Log(QStringLiteral("Drafts\\Drop_Draft"));
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+#include <QString>
+
+namespace ExtractText
+{
+/// The streams of a compound file ([MS-CFB], version 3 and 4). Chains that loop or leave the file end where they do so.
+class Compound_File
+{
+public:
+    explicit Compound_File(const QString &path);
+
+    /// A stream of at least 4096 bytes by its name, at most `limit` bytes of it; "" when there is none.
+    QByteArray Stream(const QString &name, qint64 limit);
+
+private:
+    void Read_Tables();
+    QByteArray Sector(quint32 number);
+    QByteArray Chain(quint32 first, qint64 limit);
+
+    QFile m_file;
+    qint64 m_sectorSize = 0;
+    quint32 m_directory = 0;
+    QList<quint32> m_next; ///< the file allocation table
+};
+} // namespace ExtractText

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/extract/office_parts.h"
+
+#include <QDir>
+#include <QIODevice>
+#include <QXmlStreamReader>
+
+#include <zip.h>
+
+namespace ExtractText
+{
+struct Office_Parts::Archive {
+    explicit Archive(const QString &path) : zip(zip_open(path.toUtf8().constData(), ZIP_RDONLY, nullptr)) {}
+    ~Archive()
+    {
+        if (zip != nullptr)
+            zip_discard(zip);
+    }
+    Archive(const Archive &) = delete;
+    Archive &operator=(const Archive &) = delete;
+
+    /// Index of a part, -1 when there is none. Part names are compared without regard to case (ECMA-376-2, 6.2.2).
+    [[nodiscard]] zip_int64_t Find(const QString &part) const
+    {
+        return zip == nullptr ? -1 : zip_name_locate(zip, part.toUtf8().constData(), ZIP_FL_NOCASE);
+    }
+
+    zip_t *zip;
+};
+
+/// One part as a device that ends when the package's budget does.
+class Office_Parts::Stream : public QIODevice
+{
+public:
+    Stream(zip_file_t *file, Office_Parts &owner) : m_file(file), m_owner(owner) { open(QIODevice::ReadOnly); }
+    ~Stream() override { zip_fclose(m_file); }
+
+    [[nodiscard]] bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const qint64 wanted = std::min(size, m_owner.m_bytesLeft);
+        if (wanted <= 0 || m_owner.m_deadline.hasExpired())
+            return -1;
+        const zip_int64_t got = zip_fread(m_file, data, static_cast<zip_uint64_t>(wanted));
+        m_owner.m_bytesLeft -= std::max<qint64>(got, 0);
+        return got > 0 ? got : -1;
+    }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+
+private:
+    zip_file_t *m_file;
+    Office_Parts &m_owner;
+};
+
+Office_Parts::Office_Parts(const QString &path) : m_archive(std::make_unique<Archive>(path)) {}
+
+Office_Parts::~Office_Parts() = default;
+
+bool Office_Parts::Has(const QString &part) const
+{
+    return m_archive->Find(part) >= 0;
+}
+
+void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStreamReader &)> &token)
+{
+    const zip_int64_t index = m_archive->Find(part);
+    zip_file_t *file = index < 0 ? nullptr : zip_fopen_index(m_archive->zip, static_cast<zip_uint64_t>(index), 0);
+    if (file == nullptr)
+        return;
+    Stream stream(file, *this);
+    QXmlStreamReader xml(&stream);
+    while (!xml.atEnd()) {
+        const auto type = xml.readNext();
+        if (type == QXmlStreamReader::DTD || type == QXmlStreamReader::Invalid || !token(xml))
+            return;
+    }
+}
+
+QHash<QString, QString> Office_Parts::Relationships(const QString &part)
+{
+    const qsizetype slash = part.lastIndexOf(QLatin1Char('/'));
+    const QString folder = part.left(slash + 1);
+    QHash<QString, QString> targets;
+    Read(folder + QStringLiteral("_rels/") + part.mid(slash + 1) + QStringLiteral(".rels"), [&](QXmlStreamReader &xml) {
+        if (!xml.isStartElement() || xml.name() != QLatin1String("Relationship"))
+            return true;
+        const QString target = xml.attributes().value(QLatin1String("Target")).toString();
+        const bool fromRoot = target.startsWith(QLatin1Char('/'));
+        targets.insert(xml.attributes().value(QLatin1String("Id")).toString(),
+                       QDir::cleanPath(fromRoot ? target.mid(1) : folder + target));
+        return true;
+    });
+    return targets;
+}
+} // namespace ExtractText

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QDeadlineTimer>
+#include <QHash>
+#include <QString>
+#include <functional>
+#include <memory>
+
+class QXmlStreamReader;
+
+namespace ExtractText
+{
+/// The parts of an Office Open XML package (ECMA-376 part 2), read one after the other. All reading of one package
+/// shares one budget of unpacked bytes and of time: a small file that unpacks to a huge one ends early.
+class Office_Parts
+{
+public:
+    explicit Office_Parts(const QString &path);
+    ~Office_Parts();
+    Office_Parts(const Office_Parts &) = delete;
+    Office_Parts &operator=(const Office_Parts &) = delete;
+
+    [[nodiscard]] bool Has(const QString &part) const;
+    /// Gives each token of a part to `token` until it answers false, the part ends, or the budget does. A document
+    /// type declaration, which no office file has, ends the reading before any entity is expanded.
+    void Read(const QString &part, const std::function<bool(QXmlStreamReader &xml)> &token);
+    /// Targets of a part's relationships by their ids, as part names.
+    QHash<QString, QString> Relationships(const QString &part);
+
+private:
+    class Stream;
+    struct Archive;
+    std::unique_ptr<Archive> m_archive;
+    qint64 m_bytesLeft = Q_INT64_C(160) << 20;
+    QDeadlineTimer m_deadline{20'000};
+};
+} // namespace ExtractText

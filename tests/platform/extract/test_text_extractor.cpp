@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/extract/number_format.h"
+#include "platform/extract/text_extractor.h"
+#include "platform/extract/tool_text.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+#include <array>
+
+using namespace Qt::StringLiterals;
+using ExtractText::TextExtractor;
+
+namespace
+{
+const QString Data = QStringLiteral(ZELQOR_TEST_DATA "/office/");
+
+QByteArray Bytes_Of(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Without white space, which is laid out differently by every program.
+QString Bare(QString text)
+{
+    text.removeIf([](QChar c) { return c.isSpace() || c == QChar(0xFEFF); });
+    return text;
+}
+
+quint32 Crc_32(const QByteArray &bytes)
+{
+    quint32 crc = ~0U;
+    for (const char byte : bytes) {
+        crc ^= static_cast<quint8>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320U : 0U);
+    }
+    return ~crc;
+}
+
+template <class Number>
+QByteArray Little(Number value)
+{
+    QByteArray bytes(sizeof(Number), '\0');
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+/// A ZIP file with one deflated part.
+QByteArray Zip(const QByteArray &name, const QByteArray &content, quint16 flags = 0)
+{
+    const QByteArray packed = qCompress(content).mid(6).chopped(4); // the deflated data of a zlib stream
+    const QByteArray facts = Little(quint16(20)) + Little(flags) + Little(quint16(8)) + Little(quint32(0)) +
+                             Little(Crc_32(content)) + Little(quint32(packed.size())) +
+                             Little(quint32(content.size())) + Little(quint16(name.size())) + Little(quint16(0));
+    const QByteArray local = "PK\x03\x04" + facts + name + packed;
+    const QByteArray central =
+        "PK\x01\x02" + Little(quint16(20)) + facts + QByteArray(10, '\0') + Little(quint32(0)) + name;
+    return local + central + "PK\x05\x06" + Little(quint32(0)) + Little(quint16(1)) + Little(quint16(1)) +
+           Little(quint32(central.size())) + Little(quint32(local.size())) + Little(quint16(0));
+}
+
+QByteArray Word_File(const QByteArray &body, const QByteArray &before = {}, quint16 flags = 0)
+{
+    return Zip("word/document.xml",
+               "<?xml version=\"1.0\"?>" + before +
+                   "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\"><w:body>" +
+                   body + "</w:body></w:document>",
+               flags);
+}
+
+QByteArray Entities()
+{
+    QByteArray type = "<!DOCTYPE d [<!ENTITY a0 \"ha\">";
+    for (int i = 1; i < 30; ++i)
+        type += QStringLiteral("<!ENTITY a%1 \"&a%2;&a%2;\">").arg(i).arg(i - 1).toLatin1();
+    return type + "]>";
+}
+
+/// The page tree's node is its own child.
+QByteArray Looping_Pdf()
+{
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n2 0 obj<</Type/Pages/Kids[2 0 R 2 0 R]/Count "
+           "2>>endobj\n"
+           "xref\n0 3\n0000000000 65535 f \n0000000009 00000 n \n0000000052 00000 n \n"
+           "trailer<</Size 3/Root 1 0 R/Prev 108>>\nstartxref\n108\n%%EOF\n";
+}
+} // namespace
+
+class Test_Text_Extractor : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_folder;
+
+    QString Written(const QString &name, const QByteArray &bytes)
+    {
+        const QString path = m_folder.filePath(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write %s", qPrintable(path));
+        return path;
+    }
+
+private slots:
+    void The_Text_Is_That_Of_The_Writing_Program_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("text");
+        const QString slides = u"Rivers of the north 第一张幻灯片：长江 and its second line 结束 The end & more"_s;
+        const auto exported = [](const char *name) {
+            return QString::fromUtf8(Bytes_Of(Data + QLatin1String(name)));
+        };
+        QTest::newRow("docx") << u"words.docx"_s << exported("words.txt");
+        QTest::newRow("doc") << u"words.doc"_s << exported("words.txt");
+        QTest::newRow("pdf") << u"words.pdf"_s << exported("words.txt");
+        QTest::newRow("xlsx") << u"sheets.xlsx"_s << exported("sheets.txt");
+        QTest::newRow("xls") << u"plain_sheets.xls"_s << exported("plain_sheets.txt");
+        QTest::newRow("pptx") << u"slides.pptx"_s << slides;
+        QTest::newRow("ppt") << u"slides.ppt"_s << slides;
+    }
+    void The_Text_Is_That_Of_The_Writing_Program()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, text);
+        QString path = Data + file;
+        if (!QFile::exists(path)) {
+            QProcess xz;
+            xz.start(u"xz"_s, {u"-dc"_s, path + u".xz"_s});
+            QVERIFY(xz.waitForFinished());
+            path = Written(file, xz.readAllStandardOutput());
+        }
+        QVERIFY(!Bare(text).isEmpty());
+        QCOMPARE(Bare(TextExtractor().ExtractText(path)), Bare(text));
+        // What the file holds decides, not its name.
+        const QString renamed = Written(u"renamed.doc"_s, Bytes_Of(path));
+        QCOMPARE(Bare(TextExtractor().ExtractText(renamed)), Bare(text));
+    }
+
+    void Odd_And_Hostile_Files_Give_What_They_Can_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        const QByteArray pdf = Bytes_Of(Data + u"words.pdf"_s);
+        const QByteArray docx = Bytes_Of(Data + u"words.docx"_s);
+        const QByteArray doc = Bytes_Of(Data + u"words.doc"_s);
+        QTest::newRow("nothing") << QByteArray() << u""_s;
+        QTest::newRow("another kind") << QByteArray("just some text") << u""_s;
+        QTest::newRow("head of a PDF only") << QByteArray("%PDF-1.7\n") << u""_s;
+        QTest::newRow("PDF that loops") << Looping_Pdf() << u""_s;
+        QTest::newRow("half of a ZIP") << docx.left(docx.size() / 2) << u""_s;
+        QTest::newRow("a compound file's mark only") << doc.left(8) + QByteArray(600, '\xff') << u""_s;
+        QTest::newRow("encrypted package")
+            << doc.left(512) + QByteArray("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0", 32) << u""_s;
+        QTest::newRow("part that asks for a password")
+            << Word_File("<w:p><w:r><w:t>secret</w:t></w:r></w:p>", {}, 1) << u""_s;
+        QTest::newRow("entities") << Word_File("<w:p><w:r><w:t>&a29;</w:t></w:r></w:p>", Entities()) << u""_s;
+        QTest::newRow("broken off") << Word_File("<w:p><w:r><w:t>kept</w:t></w:r></w:p><w:p><broken") << u"kept"_s;
+        QTest::newRow("unknown package") << Zip("other.xml", "<a>text</a>") << u""_s;
+        QTest::newRow("drawing told twice")
+            << Word_File(
+                   "<mc:AlternateContent xmlns:mc=\"m\"><mc:Choice><w:p><w:r><w:t>one</w:t></w:r></w:p></mc:Choice>"
+                   "<mc:Fallback><w:p><w:r><w:t>one</w:t></w:r></w:p></mc:Fallback></mc:AlternateContent>"
+                   "<w:p><w:pPr><w:tabs><w:tab/></w:tabs></w:pPr><w:r><w:t>two</w:t><w:tab/><w:t>x</w:t></w:r>"
+                   "<w:del><w:r><w:delText>gone</w:delText></w:r></w:del></w:p>")
+            << u"one\ntwo\tx"_s;
+        QTest::newRow("RTF by another name") << QByteArray("{\\rtf1\\ansi rich}") << u"rich"_s;
+    }
+    void Odd_And_Hostile_Files_Give_What_They_Can()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(TextExtractor().ExtractText(Written(u"odd.docx"_s, bytes)).trimmed(), text);
+        QVERIFY(time.elapsed() < 10'000);
+    }
+
+    void A_Small_File_That_Unpacks_To_A_Huge_One_Is_Bounded()
+    {
+        const QByteArray run = "<w:p><w:r><w:t>" + QByteArray(1000, 'x') + "</w:t></w:r></w:p>";
+        const QString path = Written(u"bomb.docx"_s, Word_File(run.repeated(20'000)));
+        QVERIFY(QFile(path).size() < 200'000);
+        QCOMPARE(TextExtractor().ExtractText(path, 12'345).size(), 12'345);
+    }
+
+    void A_Slow_Tool_Is_Ended()
+    {
+        QFile::remove(m_folder.filePath(u"pdftotext"_s));
+        const QString tool = Written(u"pdftotext"_s, "#!/bin/sh\nexec sleep 60\n");
+        QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", m_folder.path().toUtf8() + ':' + path);
+        ExtractText::Set_Tool_Time(300);
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(TextExtractor().ExtractText(Data + u"words.pdf"_s), QString());
+        QVERIFY(time.elapsed() < 5'000);
+        ExtractText::Set_Tool_Time(30'000);
+        qputenv("PATH", "");
+        QCOMPARE(TextExtractor().ExtractText(Data + u"words.pdf"_s), QString());
+        qputenv("PATH", path);
+    }
+
+    void Numbers_Show_As_In_Their_Cells_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("general") << 0.1 + 0.2 << u"General"_s << u"0.3"_s;
+        QTest::newRow("no format") << 1e6 << u""_s << u"1000000"_s;
+        QTest::newRow("thousands") << 1234567.5 << u"#,##0.00"_s << u"1,234,567.50"_s;
+        QTest::newRow("money") << -3.0 << u"\"¥\"#,##0.0;[Red]\\-\"¥\"#,##0.0"_s << u"-¥3.0"_s;
+        QTest::newRow("percent") << 0.125 << u"0.00%"_s << u"12.50%"_s;
+        QTest::newRow("date") << 46085.0 << u"yyyy\\-mm\\-dd"_s << u"2026-03-04"_s;
+        QTest::newRow("Chinese date") << 46085.0 << u"yyyy\"年\"m\"月\"d\"日\";@"_s << u"2026年3月4日"_s;
+        QTest::newRow("minutes, not months") << 46085.75 << u"yyyy/mm/dd hh:mm:ss"_s << u"2026/03/04 18:00:00"_s;
+        QTest::newRow("half days") << 0.5 << u"h:mm AM/PM"_s << u"12:00 PM"_s;
+        QTest::newRow("negative date") << -1.0 << u"yyyy"_s << u"-1"_s;
+        QTest::newRow("text") << 5.0 << u"@"_s << u"5"_s;
+        QTest::newRow("unfinished") << 5.0 << u"0\"x"_s << u"5x"_s;
+    }
+    void Numbers_Show_As_In_Their_Cells()
+    {
+        QFETCH(double, number);
+        QFETCH(QString, format);
+        QFETCH(QString, shown);
+        QCOMPARE(ExtractText::Formatted_Number(number, format, false), shown);
+    }
+};
+
+QTEST_MAIN(Test_Text_Extractor)
+#include "test_text_extractor.moc"
