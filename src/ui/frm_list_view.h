@@ -78,6 +78,8 @@ private:
     void Open_Selected();
     void New_Document();
     void Delete_Selected();
+    void Move_Selected();
+    void Edit_Memberships();
     void Copy_Titles();
     void Color_Rows();
     void Set_Up_Columns();

@@ -20,8 +20,8 @@
 #include <QScopedValueRollback>
 
 Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
-    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
-      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
+    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")), m_delegate(new Node_Delegate(this)),
+      m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
     m_lang.LoadControlsCaption();
@@ -169,7 +169,7 @@ void Tree_Pane::mousePressEvent(QMouseEvent *event)
 {
     m_beforePress = currentIndex();
     {
-        const QScopedValueRollback loading(m_loading, true);
+        const QScopedValueRollback pressing(m_pressing, true);
         QTreeView::mousePressEvent(event);
     }
     // A click on what is chosen already lists it again; the arrow beside a node opens it and chooses nothing.
@@ -241,7 +241,7 @@ void Tree_Pane::dropEvent(QDropEvent *event)
 
 void Tree_Pane::Current_Changed(const QModelIndex &current, const QModelIndex & /*previous*/)
 {
-    if (!m_loading && current.isValid())
+    if (!m_loading && !m_pressing && current.isValid())
         Choose(current);
 }
 

@@ -83,6 +83,7 @@ private:
     QSet<QString> m_locked;
     QTimer m_hover; ///< how long a drag rests on a node
     bool m_loading = false;
+    bool m_pressing = false;             ///< a button goes down
     QPersistentModelIndex m_beforePress; ///< what was chosen then
     bool m_choiceWaits = false;          ///< a press may begin a drag, so the choice waits for the release
 };

@@ -350,6 +350,11 @@ private slots:
         QTest::mouseClick(m_pane->viewport(), Qt::RightButton, {}, at(u"002"_s));
         QCOMPARE(m_pane->Selected_Id(), u"002"_s);
         QCOMPARE(chosen.size(), 3);
+        // The arrow closes the node, which is remembered, and chooses nothing.
+        const QRect work = m_pane->visualRect(m_pane->Tree().Index_Of(m_pane->Tree().Find(u"C_001"_s)));
+        QTest::mouseClick(m_pane->viewport(), Qt::LeftButton, {}, work.center() - QPoint(work.width() / 2 + 8, 0));
+        QCOMPARE(Sql_Cell(u"select Cate_Exp from Cate_Info where Cate_ID='001'"_s), u"0"_s);
+        QCOMPARE(chosen.size(), 3);
     }
 
     void A_Folder_Is_Locked()
