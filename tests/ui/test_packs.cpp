@@ -46,6 +46,9 @@ struct No_Shell : Shell {
     void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString & /*code_id*/) override {}
     void Delete_Documents(const QStringList & /*ids*/) override {}
+    [[nodiscard]] QString Neighbour(const QString & /*code_id*/, int /*step*/) const override { return {}; }
+    void Select_In_List(const QString & /*code_id*/) override {}
+    void Panes_Changed() override {}
     void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
     void New_Document() override {}
     void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
