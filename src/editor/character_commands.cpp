@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/character_commands.h"
 
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
+#include "platform/prompts/prompts.h"
+
+#include <QTextBlock>
+
+#include <algorithm>
 
 namespace
 {
@@ -10,6 +18,75 @@ void Align(Text_Editor &editor, QTextCharFormat::VerticalAlignment alignment, bo
     QTextCharFormat format;
     format.setVerticalAlignment(on ? alignment : QTextCharFormat::AlignNormal);
     editor.mergeCurrentCharFormat(format);
+}
+
+/// Changes the format of each run of the selection by itself, or the one that is typed in next. Unlike a merge this
+/// can take properties away.
+template <class Change>
+void Each_Run(Text_Editor &editor, Change &&change)
+{
+    QTextCursor selection = editor.textCursor();
+    if (!selection.hasSelection()) {
+        QTextCharFormat format = editor.currentCharFormat();
+        change(format);
+        editor.setCurrentCharFormat(format);
+        return;
+    }
+    struct Part {
+        int from;
+        int to;
+        QTextCharFormat format;
+    };
+    QList<Part> parts;
+    const int from = selection.selectionStart(), to = selection.selectionEnd();
+    for (QTextBlock block = editor.document()->findBlock(from); block.isValid() && block.position() < to;
+         block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment part = it.fragment();
+            const int begin = std::max(from, part.position()), end = std::min(to, part.position() + part.length());
+            if (begin < end)
+                parts.append({begin, end, part.charFormat()});
+        }
+    }
+    QTextCursor cursor(editor.document());
+    cursor.beginEditBlock();
+    for (Part &part : parts) {
+        change(part.format);
+        cursor.setPosition(part.from);
+        cursor.setPosition(part.to, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(part.format);
+    }
+    cursor.endEditBlock();
+}
+
+/// An invalid colour when nothing usable was typed; `given` tells whether the user gave one.
+QColor Asked_Color(bool &given)
+{
+    const QString answer = Prompts::Input(Pack_Text("Editor_Bar", "_Ask_Color"), App().App_Title);
+    const QColor color = QColor::isValidColor(answer.trimmed()) ? QColor(answer.trimmed()) : QColor();
+    given = color.isValid();
+    if (!given && !answer.isEmpty())
+        Prompts::Message(Pack_Text("Editor_Bar", "_No_Color"), App().App_Title, Prompts::Icon::Exclamation);
+    return color;
+}
+
+constexpr double Usual_Sizes[] = {5,  6,  7,  8,  9,  10, 11, 12, 14, 16, 18, 20,
+                                  22, 24, 26, 28, 32, 36, 40, 48, 56, 64, 72, 96};
+
+void Step_Size(Text_Editor &editor, bool larger)
+{
+    const double documentSize = editor.document()->defaultFont().pointSizeF();
+    const auto next = [&](double size) {
+        const auto *above = std::upper_bound(std::begin(Usual_Sizes), std::end(Usual_Sizes), size);
+        const auto *below = std::lower_bound(std::begin(Usual_Sizes), std::end(Usual_Sizes), size);
+        if (larger)
+            return above == std::end(Usual_Sizes) ? size : *above;
+        return below == std::begin(Usual_Sizes) ? size : *std::prev(below);
+    };
+    Each_Run(editor, [&](QTextCharFormat &format) {
+        const double size = format.fontPointSize() > 0 ? format.fontPointSize() : documentSize;
+        format.setFontPointSize(next(size));
+    });
 }
 } // namespace
 
@@ -91,4 +168,61 @@ void Character_Commands::Set_Size(Text_Editor &editor, const QString &pointSize)
     QTextCharFormat format;
     format.setFontPointSize(size);
     editor.mergeCurrentCharFormat(format);
+}
+
+void Character_Commands::Set_Color(Text_Editor &editor, const QColor &color)
+{
+    Each_Run(editor, [&](QTextCharFormat &format) {
+        color.isValid() ? format.setForeground(color) : format.clearForeground();
+    });
+}
+
+void Character_Commands::Set_Highlight(Text_Editor &editor, const QColor &color)
+{
+    Each_Run(editor, [&](QTextCharFormat &format) {
+        color.isValid() ? format.setBackground(color) : format.clearBackground();
+    });
+}
+
+void Character_Commands::Ask_Color(Text_Editor &editor, bool /*on*/)
+{
+    bool given = false;
+    const QColor color = Asked_Color(given);
+    if (given)
+        Set_Color(editor, color);
+}
+
+void Character_Commands::Ask_Highlight(Text_Editor &editor, bool /*on*/)
+{
+    bool given = false;
+    const QColor color = Asked_Color(given);
+    if (given)
+        Set_Highlight(editor, color);
+}
+
+void Character_Commands::Larger(Text_Editor &editor, bool /*on*/)
+{
+    Step_Size(editor, true);
+}
+
+void Character_Commands::Smaller(Text_Editor &editor, bool /*on*/)
+{
+    Step_Size(editor, false);
+}
+
+void Character_Commands::Clear_Format(Text_Editor &editor, bool /*on*/)
+{
+    const QTextDocument &document = *editor.document();
+    Each_Run(editor, [&](QTextCharFormat &format) {
+        if (format.isImageFormat())
+            return;
+        QTextCharFormat plain = Paragraph_Commands::Body_Format(document, format);
+        if (format.isAnchor()) {
+            plain.setAnchor(true);
+            plain.setAnchorHref(format.anchorHref());
+            plain.setFontUnderline(true);
+            plain.setForeground(format.foreground());
+        }
+        format = plain;
+    });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QColor>
 #include <QString>
 
 class Text_Editor;
@@ -25,4 +26,15 @@ bool Is_Subscript(const Text_Editor &editor);
 void Set_Family(Text_Editor &editor, const QString &family);
 /// A size that is no positive number changes nothing.
 void Set_Size(Text_Editor &editor, const QString &pointSize);
+/// An invalid colour takes the colour away.
+void Set_Color(Text_Editor &editor, const QColor &color);
+void Set_Highlight(Text_Editor &editor, const QColor &color);
+/// Asks for a colour as "#RRGGBB" or by its name.
+void Ask_Color(Text_Editor &editor, bool on);
+void Ask_Highlight(Text_Editor &editor, bool on);
+/// The next size up or down that people use.
+void Larger(Text_Editor &editor, bool on);
+void Smaller(Text_Editor &editor, bool on);
+/// Makes the selection plain: its font and size stay those of the document, links stay links.
+void Clear_Format(Text_Editor &editor, bool on);
 } // namespace Character_Commands

@@ -1,15 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/text_editor.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
-#include <QInputMethod>
-#include <QInputMethodEvent>
-#include <QTextBlock>
+#include "editor/composition.h"
+#include "editor/legible_colors.h"
+#include "editor/paragraph_commands.h"
+#include "editor/picture_handler.h"
+#include "editor/pictures.h"
+#include "editor/table_commands.h"
+#include "platform/richtext/rich_text.h"
 
-Text_Editor::Text_Editor(QWidget *parent) : QTextEdit(parent)
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+#include <QTextTable>
+
+namespace
+{
+constexpr double Column_Inches = 7;   // the longest line that reads well at the usual sizes
+constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
+constexpr int Least_Margin = 8;
+const char *const Rtf_Types[] = {"text/rtf", "application/rtf", "text/richtext"};
+
+QByteArray Rtf_In(const QMimeData &data)
+{
+    for (const char *type : Rtf_Types) {
+        if (data.hasFormat(QLatin1String(type)))
+            return data.data(QLatin1String(type));
+    }
+    return {};
+}
+} // namespace
+
+Text_Editor::Text_Editor(QWidget *parent)
+    : QTextEdit(parent), m_colors(new Legible_Colors(*document(), this)),
+      m_pictures(new Picture_Handler(*document(), this))
 {
     setAcceptRichText(true);
+    setTabChangesFocus(false);
+    viewport()->setMouseTracking(true);
+    Composition::Watch();
+    Use_Surroundings();
 }
 
 void Text_Editor::Start_In_Font(const QString &family, qreal pointSize)
@@ -22,24 +57,223 @@ void Text_Editor::Start_In_Font(const QString &family, qreal pointSize)
     document()->clearUndoRedoStacks();
 }
 
-void Text_Editor::Commit_Composition()
+void Text_Editor::Paste_Plain()
 {
-    if (m_composed.isEmpty())
+    const QMimeData *clip = QGuiApplication::clipboard()->mimeData();
+    if (clip == nullptr || isReadOnly())
         return;
-    if (hasFocus())
-        QGuiApplication::inputMethod()->commit();
-    // An input method that doesn't answer at once would leave its text in the layout only, where no save sees it.
-    if (m_composed.isEmpty())
+    QString text = clip->text();
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    textCursor().insertText(text);
+    ensureCursorVisible();
+}
+
+void Text_Editor::Set_Page_Look(Page_Look look)
+{
+    if (look == m_look)
         return;
-    QInputMethodEvent taken;
-    taken.setCommitString(m_composed);
-    QCoreApplication::sendEvent(this, &taken);
-    if (hasFocus())
-        QGuiApplication::inputMethod()->reset();
+    m_look = look;
+    setStyleSheet(look == Page_Look::Paper ? QStringLiteral("QTextEdit { background: white; color: black; }")
+                                           : QString());
+    Use_Surroundings();
+    Fit();
+}
+
+int Text_Editor::Line_Number() const
+{
+    return textCursor().blockNumber() + 1;
+}
+
+bool Text_Editor::event(QEvent *event)
+{
+    // The editor's keys are its own while it has the keyboard, whatever the window uses them for.
+    if (event->type() == QEvent::ShortcutOverride && Action_For(*static_cast<QKeyEvent *>(event)) != nullptr) {
+        event->accept();
+        return true;
+    }
+    return QTextEdit::event(event);
+}
+
+void Text_Editor::keyPressEvent(QKeyEvent *event)
+{
+    if (QAction *action = Action_For(*event)) {
+        action->trigger();
+        return;
+    }
+    const bool tab = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier;
+    const bool back = event->key() == Qt::Key_Backtab;
+    if (!isReadOnly() && (tab || back) && Handle_Tab(back))
+        return;
+    if (!isReadOnly() && event->key() == Qt::Key_Return && event->modifiers() == Qt::NoModifier && Handle_Return())
+        return;
+    QTextEdit::keyPressEvent(event);
+}
+
+void Text_Editor::mouseMoveEvent(QMouseEvent *event)
+{
+    QTextEdit::mouseMoveEvent(event);
+    const bool opens = isReadOnly() || (event->modifiers() & Qt::ControlModifier) != 0;
+    const bool link = opens && !anchorAt(event->position().toPoint()).isEmpty();
+    viewport()->setCursor(link ? Qt::PointingHandCursor : Qt::IBeamCursor);
+}
+
+void Text_Editor::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTextEdit::mouseReleaseEvent(event);
+    const bool opens = isReadOnly() || (event->modifiers() & Qt::ControlModifier) != 0;
+    if (event->button() != Qt::LeftButton || !opens || textCursor().hasSelection())
+        return;
+    if (const QString target = anchorAt(event->position().toPoint()); !target.isEmpty())
+        emit Link_Chosen(target);
+}
+
+void Text_Editor::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Mouse && !textCursor().hasSelection())
+        setTextCursor(cursorForPosition(event->pos()));
+    const QPoint place = event->reason() == QContextMenuEvent::Mouse
+                             ? event->globalPos()
+                             : viewport()->mapToGlobal(cursorRect().bottomLeft());
+    emit Menu_Wanted(place);
 }
 
 void Text_Editor::inputMethodEvent(QInputMethodEvent *event)
 {
     QTextEdit::inputMethodEvent(event);
-    m_composed = event->preeditString();
+    // The composition's own formats have just replaced the ones that keep the paragraph readable.
+    m_colors->Refresh(textCursor().block());
+}
+
+void Text_Editor::resizeEvent(QResizeEvent *event)
+{
+    Fit();
+    QTextEdit::resizeEvent(event);
+}
+
+void Text_Editor::changeEvent(QEvent *event)
+{
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        Use_Surroundings();
+}
+
+bool Text_Editor::canInsertFromMimeData(const QMimeData *source) const
+{
+    return source->hasImage() || !Pictures::Files_In(*source).isEmpty() || !Rtf_In(*source).isEmpty() ||
+           QTextEdit::canInsertFromMimeData(source);
+}
+
+void Text_Editor::insertFromMimeData(const QMimeData *source)
+{
+    Insert_Data(*source);
+}
+
+void Text_Editor::Insert_Data(const QMimeData &source)
+{
+    if (isReadOnly())
+        return;
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    const QStringList files = Pictures::Files_In(source);
+    QTextDocument foreign;
+    if (!files.isEmpty()) {
+        for (const QString &file : files)
+            Pictures::Insert(cursor, Pictures::Read_File(file));
+    } else if (const QByteArray rtf = Rtf_In(source); !rtf.isEmpty() && Rich_Text::Read_Rtf(rtf, foreign)) {
+        Insert_Document(foreign);
+    } else if (source.hasHtml()) {
+        foreign.setHtml(source.html());
+        Insert_Document(foreign);
+    } else if (source.hasImage()) {
+        Pictures::Insert(cursor, Pictures::As_File(source.imageData().value<QImage>()));
+    } else {
+        QTextEdit::insertFromMimeData(&source);
+    }
+    cursor.endEditBlock();
+    ensureCursorVisible();
+}
+
+QMimeData *Text_Editor::createMimeDataFromSelection() const
+{
+    QMimeData *copied = QTextEdit::createMimeDataFromSelection();
+    QTextDocument copy;
+    copy.setUndoRedoEnabled(false);
+    copy.setDefaultFont(document()->defaultFont());
+    QTextCursor(&copy).insertFragment(textCursor().selection());
+    Pictures::Carry_Over(*document(), copy);
+    copied->setData(QLatin1String(Rtf_Types[0]), Rich_Text::Write_Rtf(copy));
+    return copied;
+}
+
+QAction *Text_Editor::Action_For(const QKeyEvent &event) const
+{
+    const QKeySequence key(event.keyCombination());
+    for (QAction *action : actions()) {
+        if (action->isEnabled() && action->shortcuts().contains(key))
+            return action;
+    }
+    return nullptr;
+}
+
+bool Text_Editor::Handle_Tab(bool back)
+{
+    const QTextCursor cursor = textCursor();
+    if (cursor.currentTable() != nullptr && !cursor.hasSelection())
+        return Table_Commands::Step(*this, back);
+    const bool item = cursor.block().textList() != nullptr && (cursor.atBlockStart() || cursor.hasSelection());
+    if (!item && !back)
+        return false;
+    back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);
+    return true;
+}
+
+/// An empty list item ends its list, and a heading is followed by plain text.
+bool Text_Editor::Handle_Return()
+{
+    QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    if (cursor.hasSelection())
+        return false;
+    if (block.textList() != nullptr && block.length() == 1) {
+        Paragraph_Commands::Leave_List(cursor);
+        return true;
+    }
+    if (block.blockFormat().headingLevel() == 0 || !cursor.atBlockEnd() || cursor.atBlockStart())
+        return false;
+    QTextBlockFormat plain = block.blockFormat();
+    Paragraph_Commands::Make_Body(plain);
+    QTextCharFormat format = Paragraph_Commands::Body_Format(*document(), cursor.charFormat());
+    cursor.insertBlock(plain, format);
+    setTextCursor(cursor);
+    ensureCursorVisible();
+    return true;
+}
+
+void Text_Editor::Insert_Document(QTextDocument &foreign)
+{
+    Pictures::Carry_Over(foreign, *document());
+    textCursor().insertFragment(QTextDocumentFragment(&foreign));
+}
+
+/// Gives the text its width. What is left of the pane stands on both sides of it.
+void Text_Editor::Fit()
+{
+    if (m_fitting)
+        return;
+    m_fitting = true;
+    const double inches = m_look == Page_Look::Writing ? Column_Inches : Paper_Inches;
+    const int wanted = static_cast<int>(inches * logicalDpiX());
+    const int whole = contentsRect().width() - (verticalScrollBar()->isVisible() ? verticalScrollBar()->width() : 0);
+    const int margin = m_look == Page_Look::Normal ? 0 : std::max(0, (whole - wanted) / 2 - Least_Margin);
+    setViewportMargins(margin, 0, margin, 0);
+    m_pictures->Set_Room(std::max(Least_Margin, viewport()->width() - 4 * Least_Margin));
+    m_fitting = false;
+}
+
+void Text_Editor::Use_Surroundings()
+{
+    const QPalette skin = QApplication::palette(this);
+    const bool paper = m_look == Page_Look::Paper;
+    m_colors->Set_Surroundings(paper ? QColor(Qt::black) : skin.color(QPalette::Text),
+                               paper ? QColor(Qt::white) : skin.color(QPalette::Base));
 }

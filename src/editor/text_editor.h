@@ -3,6 +3,16 @@
 
 #include <QTextEdit>
 
+class Legible_Colors;
+class Picture_Handler;
+
+/// How a pane shows its text.
+enum class Page_Look {
+    Normal,  ///< as wide as the pane, in the skin's colours
+    Writing, ///< a column in the middle of the pane, in the skin's colours
+    Paper,   ///< as it is printed: black on white, as wide as the page's text
+};
+
 /// A pane of rich text: the body of a document, its memo or its summary.
 class Text_Editor : public QTextEdit
 {
@@ -13,12 +23,44 @@ public:
 
     /// The font of a pane that holds nothing yet: what is typed first is written in it. Nothing can be undone before.
     void Start_In_Font(const QString &family, qreal pointSize);
-    /// Takes over what an input method still composes, as if the user had confirmed it.
-    void Commit_Composition();
+    /// Pastes the clipboard's text without its formats.
+    void Paste_Plain();
+    void Set_Page_Look(Page_Look look);
+    /// The paragraph of the cursor, counted from 1; what "line" means to the commands.
+    [[nodiscard]] int Line_Number() const;
+
+    /// Text and pictures of a clipboard or of a drag, put in place of the selection.
+    void Insert_Data(const QMimeData &source);
+
+signals:
+    /// The user asks for the target of a link.
+    void Link_Chosen(const QString &target);
+    /// The context menu is wanted at a place of the screen.
+    void Menu_Wanted(const QPoint &place);
 
 protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    [[nodiscard]] bool canInsertFromMimeData(const QMimeData *source) const override;
+    void insertFromMimeData(const QMimeData *source) override;
+    [[nodiscard]] QMimeData *createMimeDataFromSelection() const override;
 
 private:
-    QString m_composed; ///< what the input method shows and has not given yet
+    [[nodiscard]] QAction *Action_For(const QKeyEvent &event) const;
+    bool Handle_Tab(bool back);
+    bool Handle_Return();
+    void Insert_Document(QTextDocument &document);
+    void Fit();
+    void Use_Surroundings();
+
+    Legible_Colors *m_colors;
+    Picture_Handler *m_pictures;
+    Page_Look m_look = Page_Look::Normal;
+    bool m_fitting = false;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_allocation.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/recordset.h"
@@ -66,5 +67,5 @@ void Require_Place(const QString &id)
         there = !row.Eof();
     }
     if (!there)
-        throw Run_Time_Error(Bad_Argument, Folder_Editing::Text("_No_Place") + id);
+        throw Run_Time_Error(Bad_Argument, Pack_Text("Frm_Main", "_No_Place") + id);
 }

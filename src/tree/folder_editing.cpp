@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_editing.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
@@ -10,7 +11,6 @@
 #include "tree/folder_sql.h"
 #include "tree/folder_trouble.h"
 
-using Folder_Editing::Text;
 using Folder_Editing::Trap_Editing;
 
 namespace
@@ -63,7 +63,7 @@ QString Rename_Root_In_Place(Tree_Model &tree, const QString &text)
     Run(Sql_Text(Sql::Set_Root_Name, text));
     App().Com_Name = text;
     tree.Set_Caption(0, text);
-    return Text("_RootTo") + text;
+    return Pack_Text("Frm_Main", "_RootTo") + text;
 }
 
 std::optional<QString> Rename_Folder_In_Place(Tree_Model &tree, int node, const QString &text)
@@ -75,7 +75,7 @@ std::optional<QString> Rename_Folder_In_Place(Tree_Model &tree, int node, const 
     const QString old = tree.Node(node).caption;
     Run(Sql_Text(Sql::Set_Folder_Name, name, id));
     tree.Set_Caption(node, name + GetKeyPart(old, Key_Part::From_Bracket));
-    return Caption_Name(old) + Text("_NodeTo") + name;
+    return Caption_Name(old) + Pack_Text("Frm_Main", "_NodeTo") + name;
 }
 } // namespace
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_moving.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
@@ -12,7 +13,6 @@
 
 #include <QSet>
 
-using Folder_Editing::Text;
 using Folder_Editing::Trap_Editing;
 
 namespace
@@ -44,9 +44,9 @@ void Check_Move(const QStringList &rows, const QString &oldId, const QString &ne
     for (const QString &row : rows) {
         const QString id = Renumbered(row, oldId, newId);
         if (id.size() > Longest_Id)
-            throw Run_Time_Error(Error_Number::Db_Too_Long, Text("_Too_Deep") + id, Failure::Other);
+            throw Run_Time_Error(Error_Number::Db_Too_Long, Pack_Text("Frm_Main", "_Too_Deep") + id, Failure::Other);
         if (taken.contains(id) || id.contains(u'\''))
-            throw Run_Time_Error(Error_Number::Db_Failed, Text("_No_Place") + id, Failure::Other);
+            throw Run_Time_Error(Error_Number::Db_Failed, Pack_Text("Frm_Main", "_No_Place") + id, Failure::Other);
     }
 }
 
@@ -62,7 +62,7 @@ QString Node_Name(const Tree_Model &tree, int node)
 
 QString Moved_Text(const QString &what, const QString &from, const QString &to)
 {
-    return Text("_UpdateDone") + what + from + Arrow + Text("_NodeNew") + to;
+    return Pack_Text("Frm_Main", "_UpdateDone") + what + from + Arrow + Pack_Text("Frm_Main", "_NodeNew") + to;
 }
 } // namespace
 
@@ -70,7 +70,7 @@ QString Mod_Cate_Action(const QString &oldId, const QString &newParentId)
 {
     return Trap_Editing(QStringLiteral("Mod_Cate\\Mod_Cate_Action"), [&] {
         if (!Is_Folder_Id(oldId) || !Is_Folder_Id(newParentId + oldId))
-            throw Run_Time_Error(Error_Number::Db_Failed, Text("_No_Place") + oldId, Failure::Other);
+            throw Run_Time_Error(Error_Number::Db_Failed, Pack_Text("Frm_Main", "_No_Place") + oldId, Failure::Other);
         QString newId;
         Database_Engine::One_Action(App().Conn_Str, [&] {
             newId = Lowest_Free_Id(newParentId);
@@ -93,14 +93,17 @@ std::optional<Move_Report> Drop_Folder(const Tree_Model &tree, int node, int tar
         return std::nullopt;
     const QString name = Node_Name(tree, node);
     const QString targetName = Node_Name(tree, target);
-    if (!Folder_Editing::Confirm(Text("_NodeUpdate") + QStringLiteral("\n\n") + Text("_NodeOld") + Text("_Colon") + name +
-                                 Arrow + Text("_NodeNew") + targetName))
+    if (!Folder_Editing::Confirm(Pack_Text("Frm_Main", "_NodeUpdate") + QStringLiteral("\n\n") +
+                                 Pack_Text("Frm_Main", "_NodeOld") + Pack_Text("Frm_Main", "_Colon") + name + Arrow +
+                                 Pack_Text("Frm_Main", "_NodeNew") + targetName))
         return std::nullopt;
     const QString oldId = Node_Id(tree, node);
     const QString newId = Mod_Cate_Action(oldId, Node_Id(tree, target));
     if (newId.isEmpty())
         return std::nullopt;
-    return Move_Report{Moved_Text(Text("_NodeOld") + Text("_Colon"), name, targetName), oldId, newId};
+    return Move_Report{
+        Moved_Text(Pack_Text("Frm_Main", "_NodeOld") + Pack_Text("Frm_Main", "_Colon"), name, targetName), oldId,
+        newId};
 }
 
 std::optional<Move_Report> Drop_Documents(const QStringList &codeIds, const Tree_Model &tree, int target)
@@ -119,13 +122,15 @@ std::optional<Move_Report> Drop_Documents(const QStringList &codeIds, const Tree
         const QString oldFolder = first[1].Text();
         const QString newFolder = Node_Id(tree, target);
         const QString name = Node_Name(tree, target);
-        if (!Folder_Editing::Confirm(Text("_ListViewUpdate") + QStringLiteral("\n\n") + Text("_Title") + Text("_Colon") + title +
-                                     Arrow + Text("_NodeNew") + name))
+        if (!Folder_Editing::Confirm(Pack_Text("Frm_Main", "_ListViewUpdate") + QStringLiteral("\n\n") +
+                                     Pack_Text("Frm_Main", "_Title") + Pack_Text("Frm_Main", "_Colon") + title + Arrow +
+                                     Pack_Text("Frm_Main", "_NodeNew") + name))
             return std::nullopt;
         Database_Engine::One_Action(App().Conn_Str, [&] {
             for (const QString &id : ids)
                 Run_Statement(Sql_Text(Sql::Move_Document, newFolder, id), App().Conn_Str);
         });
-        return Move_Report{Moved_Text(Text("_Title") + Text("_Colon"), title, name), oldFolder, newFolder};
+        return Move_Report{Moved_Text(Pack_Text("Frm_Main", "_Title") + Pack_Text("Frm_Main", "_Colon"), title, name),
+                           oldFolder, newFolder};
     });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_order.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <vector>
 
-using Folder_Editing::Text;
 using Folder_Editing::Trap_Editing;
 
 namespace
@@ -42,8 +42,8 @@ qint64 Highest_Number(const QString &id)
 
 bool Agreed(const char *questionKey, const Sibling &own, const Sibling &partner)
 {
-    return Folder_Editing::Confirm(Text(questionKey) + QStringLiteral("\n\n") + own.name + QStringLiteral(" ==> ") +
-                                   partner.name);
+    return Folder_Editing::Confirm(Pack_Text("Frm_Main", questionKey) + QStringLiteral("\n\n") + own.name +
+                                   QStringLiteral(" ==> ") + partner.name);
 }
 
 void Exchange(const Sibling &own, const Sibling &partner)
@@ -74,7 +74,7 @@ bool Move_Node_Up(const QString &id)
         const std::vector<Sibling> siblings = Siblings_Of(id);
         const auto place = Place_Of(siblings, id);
         if (place == siblings.begin() || place == siblings.end()) {
-            Folder_Editing::Tell(Text("_NodeFront"));
+            Folder_Editing::Tell(Pack_Text("Frm_Main", "_NodeFront"));
             return false;
         }
         const Sibling own = Own_Values(id);
@@ -91,7 +91,7 @@ bool Move_Node_Down(const QString &id, const char *questionKey)
         const std::vector<Sibling> siblings = Siblings_Of(id);
         const auto place = Place_Of(siblings, id);
         if (place == siblings.end() || place + 1 == siblings.end() || place->order == 0) {
-            Folder_Editing::Tell(Text("_SameNode"));
+            Folder_Editing::Tell(Pack_Text("Frm_Main", "_SameNode"));
             return false;
         }
         Sibling partner = *(place + 1);

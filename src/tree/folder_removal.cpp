@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_removal.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
@@ -13,7 +14,6 @@
 
 #include <QStringList>
 
-using Folder_Editing::Text;
 using Folder_Editing::Trap_Editing;
 
 namespace
@@ -32,9 +32,10 @@ bool Agreed(const QString &question, Prompts::Answer preset)
 
 bool Deletion_Agreed(const QString &name, bool forGood)
 {
-    const QString tip =
-        QString(8, QLatin1Char(' ')) + QStringLiteral("Tips:") + Text(forGood ? "_DelForGood" : "_DelToBin");
-    return Agreed(Text("_DelAsk") + name + Text("_DelNeed") + QStringLiteral("\n\n") + tip,
+    const QString tip = QString(8, QLatin1Char(' ')) + QStringLiteral("Tips:") +
+                        Pack_Text("Frm_Main", forGood ? "_DelForGood" : "_DelToBin");
+    return Agreed(Pack_Text("Frm_Main", "_DelAsk") + name + Pack_Text("Frm_Main", "_DelNeed") + QStringLiteral("\n\n") +
+                      tip,
                   forGood ? Prompts::Answer::No : Prompts::Answer::Yes);
 }
 
@@ -66,19 +67,23 @@ void Delete_For_Good(const QString &id)
 }
 } // namespace
 
-bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree)
+bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree, QString *newId)
 {
     const QString folder = id.trimmed();
     return Trap_Editing(QStringLiteral("Mod_DataBase\\DelClass_Ex"), [&] {
         if (folder.size() < 3)
             return false;
         if (!Is_Folder_Id(folder))
-            throw Run_Time_Error(Error_Number::Db_Failed, Text("_No_Place") + folder, Failure::Other);
+            throw Run_Time_Error(Error_Number::Db_Failed, Pack_Text("Frm_Main", "_No_Place") + folder, Failure::Other);
         const bool forGood = In_Recycle_Bin(folder);
         if (!Deletion_Agreed(Folder_Name(folder), forGood))
             return false;
-        if (!forGood)
-            return !Mod_Cate_Action(folder, Recycle_Bin_Id).isEmpty();
+        if (!forGood) {
+            const QString moved = Mod_Cate_Action(folder, Recycle_Bin_Id);
+            if (newId != nullptr)
+                *newId = moved;
+            return !moved.isEmpty();
+        }
         Delete_For_Good(folder);
         const QString key = tree.Node(nodeIndex).key;
         tree.Remove_If([&](const Tree_Node &node) { return node.key == key; });
@@ -89,7 +94,7 @@ bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree)
 bool Clean_RecycleBin_Ex(Tree_Model &tree)
 {
     return Trap_Editing(QStringLiteral("Mod_DataBase\\Clean_RecycleBin_Ex"), [&] {
-        if (!Agreed(Text("_CleanAsk").arg(Folder_Name(Recycle_Bin_Id)), Prompts::Answer::No))
+        if (!Agreed(Pack_Text("Frm_Main", "_CleanAsk").arg(Folder_Name(Recycle_Bin_Id)), Prompts::Answer::No))
             return false;
         Database_Engine::One_Action(App().Conn_Str, [] {
             Delete_Documents(Recycle_Bin_Id);

@@ -19,7 +19,7 @@ QString &Trouble()
 QString Reason(const Pending_Error &error)
 {
     if (error.failure == Failure::Syntax)
-        return Folder_Editing::Text("_Quote_In_Name");
+        return Pack_Text("Frm_Main", "_Quote_In_Name");
     return Error_Text(error).section(QLatin1Char('\n'), 0, 0);
 }
 } // namespace
@@ -38,12 +38,7 @@ void Forget_Trouble()
 
 void Keep_Trouble()
 {
-    Trouble() = Text("_Action_Failed") + Reason(Err());
-}
-
-QString Text(const char *key)
-{
-    return Pack_Text("Frm_Main", key);
+    Trouble() = Pack_Text("Frm_Main", "_Action_Failed") + Reason(Err());
 }
 
 void Tell(const QString &text)

@@ -15,8 +15,6 @@ namespace Folder_Editing
 void Forget_Trouble();
 void Keep_Trouble();
 
-/// A text of the main window, where this room's messages are.
-QString Text(const char *key);
 /// A notice to the user.
 void Tell(const QString &text);
 /// The question before a folder moves; asked only when the setting wants it. @returns whether to go on

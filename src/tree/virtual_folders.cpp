@@ -7,6 +7,21 @@
 #include "platform/database/recordset.h"
 #include "tree/folder_sql.h"
 
+Home_Folder Home_Of(const QString &codeId)
+{
+    Home_Folder home;
+    Recordset document;
+    document.Open(Sql_Text(Sql::Title_And_Folder, codeId), App().Conn_Str);
+    if (document.Eof())
+        return home;
+    home.title = document[0].Text();
+    home.id = document[1].Text();
+    Recordset folder;
+    folder.Open(Sql_Text(Sql::Name_Of_Folder, home.id), App().Conn_Str);
+    home.name = folder.Eof() ? QString() : folder[0].Text();
+    return home;
+}
+
 std::vector<Membership> Memberships_Of(const QString &codeId)
 {
     std::vector<Membership> memberships;

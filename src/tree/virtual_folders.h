@@ -7,6 +7,15 @@
 
 /// Further folders in which a document appears, beside the one it lives in (tab_VirCate).
 
+/// The document's title, and the folder it lives in.
+struct Home_Folder {
+    QString title;
+    QString id;
+    QString name; ///< "" when the folder does not exist
+};
+/// @throws Run_Time_Error
+Home_Folder Home_Of(const QString &codeId);
+
 struct Membership {
     QString id;
     QString name;

@@ -12,7 +12,7 @@ By_Date_Pane::By_Date_Pane(QWidget *parent) : QTreeView(parent)
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
-    setItemDelegate(new Tree_Node_Delegate(this));
+    setItemDelegate(new Node_Delegate(this));
     setModel(&m_tree);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &index) {
         m_fresh = true;

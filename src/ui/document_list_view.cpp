@@ -71,8 +71,9 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         if (index.data(List_Model::Place_Role).toLongLong() >= 0) {
-            option->font.setItalic(true);
-            option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+            QColor muted = option->palette.color(QPalette::Text);
+            muted.setAlphaF(0.65F);
+            option->palette.setColor(QPalette::Text, muted);
         } else if (index.data(Qt::ForegroundRole).isValid()) {
             const QColor stored = option->palette.color(QPalette::Text);
             option->palette.setColor(QPalette::Text, Readable(stored, option->palette.color(QPalette::Base)));

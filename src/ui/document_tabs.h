@@ -38,6 +38,10 @@ public:
     Deletion Delete(const QStringList &ids, Asked_In place);
     /// Selects and saves every unsaved document, from the first to the last. @returns false when one stays unsaved
     bool Save_All();
+    /// Open documents read the folders anew; a folder with its subtree may have other ids now.
+    void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
+    /// Open documents of those ids live in that folder now.
+    void Follow_Documents(const QStringList &ids, const QString &folderId);
     /// nullptr when the list is on screen.
     [[nodiscard]] Frm_Doc_Standard *Current_Document() const;
     /// The document after (1) or before (-1) the current tab, round about.

@@ -6,11 +6,12 @@
 
 #include <QWidget>
 
+class Find_Bar;
 class QComboBox;
 class QFontComboBox;
-class QToolButton;
 
-/// What stands above a document's panes: fonts, sizes and buttons of the editor's commands, which it owns.
+/// What stands above a document's panes: fonts, sizes and buttons of the editor's commands, which it owns. It opens
+/// the forms that the commands ask for.
 class Editor_Bar : public QWidget
 {
     Q_OBJECT
@@ -19,19 +20,22 @@ public:
     explicit Editor_Bar(QWidget *parent = nullptr);
 
     void Load_Lang();
-    /// The panes that the bar and its commands act on.
-    void Serve(const QList<Text_Editor *> &editors) { m_commands->Serve(editors); }
+    /// The panes that the bar and its commands act on, and where they search.
+    void Serve(const QList<Text_Editor *> &editors, Find_Bar *findBar = nullptr);
     [[nodiscard]] Editor_Commands &Commands() const { return *m_commands; }
-    /// Takes over what input methods still compose in any pane: before a save, a tab switch, a lock and the exit.
-    void Commit_Composition() const;
 
 private:
     void Add_Fonts();
-    void Add_Button(const char *name);
+    void Add_Buttons();
+    void Set_Icons();
+    void Set_Tool_Tips();
     void Show_State();
+    void Answer(Command_Request request);
 
     Editor_Commands *m_commands;
     ctrlLanguage m_lang;
+    Find_Bar *m_find = nullptr;
+    QComboBox *m_styles = nullptr;
     QFontComboBox *m_families = nullptr;
     QComboBox *m_sizes = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "ui/frm_db_log.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
+#include "ui/frm_list_view_vir_cate.h"
 #include "ui/frm_login.h"
 #include "ui/frm_update_235.h"
 
@@ -57,6 +58,11 @@ Form Make_List_Colors(const Opening &opening)
     return form;
 }
 
+Form Make_Memberships(const Opening &opening)
+{
+    return std::make_unique<Frm_ListView_VirCate>(opening.preset, opening.parent);
+}
+
 Form Make_Update_235(const Opening &opening)
 {
     return std::make_unique<Frm_Update_235>(opening.parent, opening.preset);
@@ -81,6 +87,7 @@ constexpr Entry Form_Table[] = {
     {"Frm_Update_235", Make_Update_235},
     {"Frm_ListView_Para", Make_List_Columns},
     {"Frm_ListView_Color", Make_List_Colors},
+    {"Frm_ListView_VirCate", Make_Memberships},
 };
 } // namespace
 

@@ -73,6 +73,7 @@ void Frm_Doc_Standard::Set_Up_Tools()
 
 void Frm_Doc_Standard::Adjuest_Memo()
 {
+    const bool all = static_cast<Page_Look>(m_viewMode) != Page_Look::Writing;
     const struct {
         QWidget *pane;
         QToolButton *button;
@@ -84,7 +85,7 @@ void Frm_Doc_Standard::Adjuest_Memo()
     };
     for (const auto &one : panes) {
         const QSignalBlocker blocker(one.button);
-        one.pane->setVisible(one.shown);
+        one.pane->setVisible(all && one.shown);
         one.button->setChecked(one.shown);
     }
     const int memo = Stored_Width(Config().Txt_Memo_Width);
@@ -129,8 +130,10 @@ void Frm_Doc_Standard::Set_Edit_Mode(bool on)
     m_ui->Chk_Read_Title->setChecked(m_editing);
     Lock_Boolean(!m_editing);
     const bool page = Is_Page() && !m_editing;
-    if (page)
-        m_ui->Web_Page->Show_Page(m_form.content->isModified() ? m_form.content->toPlainText() : m_form.page);
+    if (page) {
+        const QString text = m_form.content->toPlainText();
+        m_ui->Web_Page->Show_Page(text == m_readText ? m_form.page : text);
+    }
     m_ui->Web_Page->setVisible(page);
     m_ui->Txt_Content->setVisible(!page);
     setFocusProxy(page ? static_cast<QWidget *>(m_ui->Web_Page) : m_ui->Txt_Content);

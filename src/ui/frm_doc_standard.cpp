@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_reading.h"
+#include "editor/composition.h"
 #include "platform/database/database.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
@@ -31,7 +32,7 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.content = m_ui->Txt_Content->document();
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
-    m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum});
+    m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum}, m_ui->Bar_Find);
     setFocusProxy(m_ui->Txt_Content);
     Set_Up_Fields();
     Set_Up_Panes();
@@ -87,6 +88,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     if (m_partial)
         m_form.type.clear();
     m_stored = true;
+    m_readText = Is_Page() ? m_form.content->toPlainText() : QString();
     Show_Form();
     // A page is read as a page first, and what can't be saved from here is read only.
     Set_Edit_Mode(m_form.type == Rtf && !Is_Page());
@@ -190,7 +192,16 @@ Editor_Commands &Frm_Doc_Standard::Commands() const
 
 void Frm_Doc_Standard::Commit_Composition()
 {
-    m_ui->Bar_Editor->Commit_Composition();
+    Composition::Commit();
+}
+
+void Frm_Doc_Standard::Use_View_Mode(int mode)
+{
+    if (mode == m_viewMode)
+        return;
+    m_viewMode = mode;
+    m_ui->Txt_Content->Set_Page_Look(static_cast<Page_Look>(mode));
+    Adjuest_Memo();
 }
 
 void Frm_Doc_Standard::showEvent(QShowEvent *event)

@@ -39,6 +39,10 @@ public:
     Draft_Answer Take_Draft(const Left_Draft &draft, const QString &password);
     /// Shows the next (1) or the previous (-1) document of the list in this form, asking first when it is unsaved.
     void Step(int step);
+    /// Reads the folders anew. A folder with its subtree may have other ids now: the chosen one follows.
+    void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
+    /// The document lives in that folder now.
+    void Choose_Folder(const QString &id);
 
     [[nodiscard]] bool Is_Changed() const;
     /// Something was typed into the body since the last load or save.
@@ -54,6 +58,8 @@ public:
     [[nodiscard]] Editor_Commands &Commands() const;
     /// Takes over what input methods still compose in any pane.
     void Commit_Composition();
+    /// 0 shows everything, 1 only the text, 2 the text as on paper.
+    void Use_View_Mode(int mode);
     /// Shows or hides the memo, summary and additional panes as the settings say.
     void Adjuest_Memo();
 
@@ -100,8 +106,10 @@ private:
     QTimer m_draftTimer;
     QTimer m_widthTimer;
     QString m_storedPassword;
+    QString m_readText; ///< of a web page's pane, as it was read
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
+    int m_viewMode = 0;
     bool m_showing = false; ///< the form is being filled by the program
     bool m_editing = true;
     bool m_partial = false; ///< only a part of the document could be read: it is never stored

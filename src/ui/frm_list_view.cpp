@@ -116,6 +116,23 @@ void Frm_ListView::Show_Text(const QString &text)
     ShowPageInfo({});
 }
 
+void Frm_ListView::Remove_Rows(const QStringList &codeIds)
+{
+    for (const QString &id : codeIds) {
+        const int row = m_list.Find(id);
+        if (row >= 0)
+            m_list.Remove(row);
+    }
+}
+
+void Frm_ListView::Focus_Rows()
+{
+    QAbstractItemView &rows = *m_ui->Lsv_Code_Info;
+    rows.setFocus();
+    if (!rows.currentIndex().isValid())
+        rows.setCurrentIndex(m_list.index(0, 0, {}));
+}
+
 void Frm_ListView::Reload()
 {
     if (!m_source)

@@ -38,6 +38,10 @@ public:
     /// Fills the page on screen anew, keeping the current row where it can.
     void Reload();
     void Refresh_Row(const QString &code_id);
+    /// Takes rows out of the page on screen.
+    void Remove_Rows(const QStringList &codeIds);
+    /// Puts the keyboard into the rows, on the first one when none is current.
+    void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
     /// The id of a row's neighbour, "" at the ends of the page or when the row is not on it.
@@ -75,6 +79,7 @@ private:
 
     void Open_Selected();
     void New_Document();
+    void Delete_Selected();
     void Copy_Titles();
     void Color_Rows();
     void Set_Up_Columns();

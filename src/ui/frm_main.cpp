@@ -7,16 +7,19 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_store.h"
+#include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
 #include "ui/document_tabs.h"
+#include "ui/editor_menus.h"
 #include "ui/form_table.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/frm_list_view.h"
 #include "ui/icons.h"
 #include "ui/left_tabs.h"
 #include "ui/located_key.h"
+#include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
 #include "ui_frm_main.h"
@@ -55,6 +58,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Place_Window();
     Load_Lang();
     Add_Panes();
+    Add_Editor_Menus();
     Add_Tray_Icon();
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -218,6 +222,36 @@ void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
     Set_Status(m_lang.GetString("_File_Import", "Frm_ListView") + QStringLiteral(" (%1)").arg(stored));
 }
 
+void Frm_Main::Focus_List()
+{
+    m_tabs->Show_List();
+    m_list->Focus_Rows();
+}
+
+void Frm_Main::Clear_List()
+{
+    m_list->Show_Source([](List_Model &list, int) {
+        list.Clear();
+        return Page_Info{};
+    });
+}
+
+void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString &folderId)
+{
+    m_list->Remove_Rows(codeIds);
+    m_tabs->Follow_Documents(codeIds, folderId);
+}
+
+void Frm_Main::Folder_Renumbered(const QString &oldId, const QString &newId)
+{
+    m_tabs->Follow_Folders(oldId, newId);
+}
+
+void Frm_Main::Move_Documents(const QStringList &codeIds)
+{
+    m_tree->Commands().Move_Documents(codeIds);
+}
+
 void Frm_Main::closeEvent(QCloseEvent *event)
 {
     if (Hides_On_Close(*event)) {
@@ -258,13 +292,32 @@ void Frm_Main::Add_Panes()
 {
     m_tree = new Tree_Pane(*this, m_ui->Left_Tree);
     m_tree->setFont(Setting_Font(Config().FontName_Tree, Config().FontSize_Tree));
+    m_ui->Left_Tree->layout()->addWidget(m_tree->Commands().Make_Tool_Bar(m_ui->Left_Tree));
     m_ui->Left_Tree->layout()->addWidget(m_tree);
+    m_tree->Commands().Fill_Menu(*m_ui->Mnu_Node);
     m_tabs = new Document_Tabs(*this, m_ui->Pic_Main);
     m_list = new Frm_ListView(*this);
     m_tabs->Add_List(m_list, m_lang.GetString("_List_Tab"));
     m_left = new Left_Tabs(*this, *m_ui->Pic_On_Left, *m_tree, *m_list, this);
     m_ui->Pic_Main->addWidget(m_tabs);
     m_ui->Pic_Main->setStretchFactor(1, 1);
+}
+
+void Frm_Main::Add_Editor_Menus()
+{
+    auto *menus = new Editor_Menus({m_ui->Mnu_Edit,
+                                    m_ui->Mnu_Insert,
+                                    m_ui->Mnu_Format,
+                                    m_ui->mnuViewMode,
+                                    {m_ui->Mnu_Print, m_ui->PriCode},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
+                                    m_ui->Mnu_Pdf},
+                                   *m_tabs, *this);
+    connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
+        const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
+        m_ui->Pic_On_Left->setVisible(all);
+        m_ui->Tlb_Command->setVisible(all);
+    });
 }
 
 void Frm_Main::Add_Tray_Icon()
@@ -316,9 +369,12 @@ void Frm_Main::Connect_Actions()
     connect(m_ui->Mnu_M_FILE, &QAction::toggled, this,
             [this](bool on) { Toggle_View(Config().M_FILE, "M_FILE", on, true); });
 
+    connect(m_tree, &Tree_Pane::Folders_Changed, m_tabs, [this] { m_tabs->Follow_Folders(); });
     connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
     connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
     connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_ByDate, "Left_ByDate", Config().CH_ByDate, "CH_ByDate");
+    m_left->Connect_Toggle(*m_ui->Mnu_Left_Find, "Left_Find", Config().CH_Find, "CH_Find");
     const auto enableDocument = [this](bool is) {
         m_ui->Mnu_Close_Tab->setEnabled(is);
     };
@@ -356,6 +412,8 @@ void Frm_Main::Set_Icons()
         {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
         {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
         {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
+        {m_ui->PriCode, "print"},       {m_ui->Mnu_Print, "print"},
+        {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
         {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
         {m_ui->Mnu_About, "about"},     {m_ui->Mnu_Exit, "exit"},
     };

@@ -61,6 +61,11 @@ public:
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
     void New_Document() override;
     void Import_Files(const QStringList &paths, const QString &folderId) override;
+    void Focus_List() override;
+    void Clear_List() override;
+    void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;
+    void Folder_Renumbered(const QString &oldId, const QString &newId) override;
+    void Move_Documents(const QStringList &codeIds) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -69,6 +74,7 @@ private:
     void Load_Lang();
     void Place_Window();
     void Add_Panes();
+    void Add_Editor_Menus();
     void Add_Tray_Icon();
     void Connect_Actions();
     void Place_Document_Actions();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/left_tabs.h"
 
+#include "core/config_store.h"
 #include "core/language_pack.h"
 #include "core/settings.h"
 #include "ui/by_date_pane.h"
@@ -10,6 +11,7 @@
 #include "ui/tree_pane.h"
 #include "views/by_date.h"
 
+#include <QAction>
 #include <QLayout>
 #include <QTabWidget>
 #include <utility>
@@ -130,10 +132,25 @@ void Left_Tabs::Reload()
     Show_Tab();
 }
 
+void Left_Tabs::Connect_Toggle(QAction &entry, const char *page, QString &setting, const char *key)
+{
+    entry.setChecked(Is_Shown(setting));
+    const int index = m_tabs.indexOf(m_tabs.findChild<QWidget *>(QLatin1String(page)));
+    connect(&entry, &QAction::toggled, this, [this, index, &setting, key](bool on) {
+        setting = on ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+        WriteIni(QStringLiteral("Col"), QLatin1String(key), setting);
+        m_tabs.setTabVisible(index, on);
+        if (on)
+            m_tabs.setCurrentIndex(index);
+    });
+    if (m_tabs.widget(index) == m_searchPage)
+        m_searchEntry = &entry;
+}
+
 void Left_Tabs::Show_Search()
 {
-    m_tabs.setTabVisible(m_tabs.indexOf(m_searchPage), true);
-    if (m_tabs.currentWidget() == m_searchPage)
-        m_search->Start_Typing();
+    if (m_searchEntry != nullptr)
+        m_searchEntry->setChecked(true);
     m_tabs.setCurrentWidget(m_searchPage);
+    m_search->Start_Typing();
 }

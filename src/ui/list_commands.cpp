@@ -38,7 +38,8 @@ const std::vector<Frm_ListView::Command> &Frm_ListView::Commands()
 {
     static const std::vector<Command> commands = {
         {"Mnu_List_Open", "_Mnu_Open", "open", Qt::Key_Return, true, false, &Frm_ListView::Open_Selected},
-        {"Mnu_List_New", "_Mnu_New", "new", {}, false, true, &Frm_ListView::New_Document},
+        {"Mnu_List_New", "_Mnu_New", "new", {}, false, false, &Frm_ListView::New_Document},
+        {"Mnu_List_Delete", "_Mnu_Delete", "delete", QKeySequence::Delete, true, true, &Frm_ListView::Delete_Selected},
         {"Mnu_List_Copy_Title", "_Mnu_Copy_Title", "copy", QKeySequence::Copy, true, false, &Frm_ListView::Copy_Titles},
         {"Mnu_List_Color", "_Mnu_Color", "color", {}, true, true, &Frm_ListView::Color_Rows},
         {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, false, false, &Frm_ListView::Set_Up_Columns},
@@ -73,6 +74,7 @@ void Frm_ListView::Show_Menu(const QPoint &at)
     const bool hasRows = !Selected_Ids().isEmpty();
     for (size_t i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setEnabled(hasRows || !Commands()[i].forRows);
+    m_menu->findChild<QAction *>(QStringLiteral("Mnu_List_No_Picture"))->setVisible(m_ui->Img_List->isVisibleTo(this));
     m_menu->exec(m_ui->Lsv_Code_Info->viewport()->mapToGlobal(at));
     for (QAction *action : m_actions)
         action->setEnabled(true); // their keys look at the selection themselves
@@ -110,6 +112,13 @@ void Frm_ListView::Open_Selected()
 void Frm_ListView::New_Document()
 {
     m_shell.New_Document();
+}
+
+void Frm_ListView::Delete_Selected()
+{
+    const QStringList ids = Selected_Ids();
+    if (!ids.isEmpty())
+        m_shell.Delete_Documents(ids);
 }
 
 void Frm_ListView::Copy_Titles()

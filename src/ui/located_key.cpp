@@ -36,10 +36,16 @@ void Mark_Key(QTextEdit &text, const QString &key, qint64 place)
     QList<QTextEdit::ExtraSelection> marks;
     for (QTextCursor at = document.find(key); !at.isNull() && marks.size() < Most_Marks; at = document.find(key, at))
         marks << QTextEdit::ExtraSelection{at, mark};
+    QTextCursor there = Place_At(document, key, place);
+    if (!there.isNull()) {
+        mark.setBackground(QColor(255, 150, 40));
+        marks << QTextEdit::ExtraSelection{there, mark};
+    }
     text.setExtraSelections(marks);
-    const QTextCursor there = Place_At(document, key, place);
     if (there.isNull())
         return;
+    // A selection would lie over the mark.
+    there.setPosition(there.selectionStart());
     text.setTextCursor(there);
     text.ensureCursorVisible();
     text.setFocus();

@@ -36,7 +36,7 @@ Search_Pane::Search_Pane(Shell &shell, QWidget *parent)
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
     m_ui->Trv_Find->setModel(&m_folders);
-    m_ui->Trv_Find->setItemDelegate(new Tree_Node_Delegate(this));
+    m_ui->Trv_Find->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Find->setAccessibleName(m_lang.GetString("_Folders"));
     m_ui->Lsv_Find->setAccessibleName(m_lang.GetString("_Fields"));
     m_ui->Cob_FindKey->setAccessibleName(m_ui->Cmd_FindTxt->text());
@@ -98,6 +98,16 @@ void Search_Pane::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
 }
 
+void Search_Pane::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // Only now the skin has given the rows their height: all fields are seen, and the folders have the rest.
+    const QListWidget &fields = *m_ui->Lsv_Find;
+    const int row = fields.sizeHintForRow(0) + 2 * fields.spacing();
+    m_ui->Lsv_Find->setMaximumHeight(fields.count() * row + 2 * (fields.frameWidth() + fields.spacing()));
+    m_ui->Spl_Find->setSizes({m_ui->Spl_Find->height() - fields.maximumHeight(), fields.maximumHeight()});
+}
+
 void Search_Pane::Fill_Fields()
 {
     for (const Search_Field &field : Search_Fields()) {
@@ -106,8 +116,6 @@ void Search_Pane::Fill_Fields()
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(Qt::Checked);
     }
-    const int rows = m_ui->Lsv_Find->sizeHintForRow(0) * m_ui->Lsv_Find->count();
-    m_ui->Lsv_Find->setMaximumHeight(rows + 2 * m_ui->Lsv_Find->frameWidth() + 4);
 }
 
 void Search_Pane::Connect_Controls()

@@ -20,7 +20,7 @@ public:
     virtual void Document_Changed(const QString &code_id) = 0;
     /// Opens a document in a tab, or selects the tab that has it.
     virtual void Open_Document(const QString &code_id) = 0;
-    /// The same, with every place of a key marked and the one at `place` selected: a position in the plain text from
+    /// The same, with every place of a key marked and the one at `place` on screen: a position in the plain text from
     /// 0, or -1 for the first one.
     virtual void Open_Document_At(const QString &code_id, const QString &key, qint64 place) = 0;
     /// Asks, and moves documents to the recycle bin or deletes those that are in it; list, tree and tabs follow.
@@ -35,4 +35,14 @@ public:
     virtual void Panes_Changed() = 0;
     /// Stores files as documents of a folder and shows them in the list.
     virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
+    /// Puts the keyboard into the document list.
+    virtual void Focus_List() = 0;
+    /// Shows no documents, after their folder went.
+    virtual void Clear_List() = 0;
+    /// Documents live in another folder now: their rows leave the list, and open ones follow.
+    virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
+    /// A folder with its subtree has other ids now: what keeps ids of folders follows.
+    virtual void Folder_Renumbered(const QString &oldId, const QString &newId) = 0;
+    /// Asks for a folder and moves documents there.
+    virtual void Move_Documents(const QStringList &codeIds) = 0;
 };

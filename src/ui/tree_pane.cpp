@@ -3,62 +3,60 @@
 
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "platform/prompts/prompts.h"
+#include "tree/folder_editing.h"
 #include "tree/folder_ids.h"
+#include "tree/folder_passwords.h"
+#include "tree/folder_trouble.h"
 #include "tree/tree_loading.h"
 #include "ui/file_drops.h"
-#include "ui/icons.h"
+#include "ui/node_delegate.h"
 #include "ui/shell.h"
+#include "ui/tree_commands.h"
 
+#include <QContextMenuEvent>
 #include <QDropEvent>
-#include <QStyledItemDelegate>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTimer>
 
-namespace
-{
-/// Gives the nodes their icons; the model knows only the images' names.
-class Node_Delegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->icon = Node_Icon(index.data(Tree_Model::Image_Role).toString());
-        option->features |= QStyleOptionViewItem::HasDecoration;
-    }
-};
-} // namespace
-
-Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent) : QTreeView(parent), m_shell(shell)
+Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
+    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
+      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
+    m_lang.LoadControlsCaption();
+    setAccessibleName(m_lang.GetString("Left_Tree|Index|Caption"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
-    setItemDelegate(new Node_Delegate(this));
+    m_delegate->Is_Locked = [this](const QModelIndex &index) {
+        return m_locked.contains(Id_At(index));
+    };
+    setItemDelegate(m_delegate);
     setModel(&m_tree);
+    setDragEnabled(true);
     setAcceptDrops(true);
-    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &current) {
-        if (m_loading || !current.isValid())
-            return;
-        Save_Status(current, isExpanded(current));
-        emit Folder_Chosen(Id_At(current));
-    });
+    setDropIndicatorShown(false);
+    setAutoExpandDelay(700);
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Tree_Pane::Current_Changed);
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) { Save_Status(index, true); });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex &index) { Save_Status(index, false); });
+    connect(&m_tree, &Tree_Model::modelReset, this, &Tree_Pane::Show_Expansion);
+    connect(&m_tree, &Folder_Model::Label_Edited, this, &Tree_Pane::Label_Edited);
 }
+
+Tree_Pane::~Tree_Pane() = default;
 
 void Tree_Pane::Update_Tree()
 {
     const QString selected = Selected_Id();
     const bool hadSelection = Has_Selection();
-    m_loading = true;
-    GetClassInfo_Ex(m_tree, App().Conn_Str, QStringLiteral("Zelqor"));
-    Show_Expansion();
+    if (!GetClassInfo_Ex(m_tree, App().Conn_Str, QStringLiteral("Zelqor")))
+        m_shell.Set_Status(m_lang.GetString("_Tree_Incomplete"));
+    Show_Locks();
     if (hadSelection)
-        Select_Folder(selected);
-    m_loading = false;
+        Mark_Folder(selected);
 }
 
 bool Tree_Pane::Select_Folder(const QString &id)
@@ -68,6 +66,12 @@ bool Tree_Pane::Select_Folder(const QString &id)
         return false;
     setCurrentIndex(m_tree.Index_Of(node));
     return true;
+}
+
+bool Tree_Pane::Mark_Folder(const QString &id)
+{
+    const QScopedValueRollback loading(m_loading, true);
+    return Select_Folder(id);
 }
 
 QString Tree_Pane::Selected_Id() const
@@ -85,42 +89,165 @@ void Tree_Pane::Recount(const QString &id)
     Update_Tree_Num_Ex(m_tree, id, App().Conn_Str, Is_Shown(Config().ShowLow));
 }
 
+void Tree_Pane::Show_Locks()
+{
+    m_locked = Locked_Folders(App().Conn_Str);
+    viewport()->update();
+}
+
 QString Tree_Pane::Accepted_Password() const
 {
-    const int node = m_tree.Node_Of(currentIndex());
+    const int node = Selected_Node();
     return node < 0 ? QString() : m_tree.Node(node).tag;
 }
 
 void Tree_Pane::Set_Accepted_Password(const QString &password)
 {
-    const int node = m_tree.Node_Of(currentIndex());
+    const int node = Selected_Node();
     if (node >= 0)
         m_tree.Set_Tag(node, password);
 }
 
+void Tree_Pane::Edit_Label()
+{
+    if (!Has_Selection())
+        return;
+    if (Selected_Id() == Recycle_Bin_Id) {
+        Prompts::Message(m_lang.GetString("_RecycleMod"), App().App_Title);
+        return;
+    }
+    edit(currentIndex());
+    m_tree.Set_Edit_Text({});
+}
+
+void Tree_Pane::Label_Edited(int node, const QString &text)
+{
+    const QString count = GetKeyPart(m_tree.Node(node).caption, Key_Part::From_Bracket);
+    if (text + count == m_tree.Node(node).caption || text.isEmpty())
+        return;
+    const auto done = ReName_In_Place(m_tree, node, text + count);
+    if (done) {
+        m_commands->Say(*done);
+        emit Folders_Changed();
+        return;
+    }
+    if (!m_commands->Say_Trouble())
+        return;
+    // What was typed comes back for another try; Escape leaves the old name.
+    QTimer::singleShot(0, this, [this, text] {
+        m_tree.Set_Edit_Text(text);
+        Edit_Label();
+    });
+}
+
+void Tree_Pane::contextMenuEvent(QContextMenuEvent *event)
+{
+    QPoint at = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        at = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
+    m_commands->Popup(at);
+}
+
+void Tree_Pane::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || state() == EditingState || !Has_Selection()) {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    Choose(currentIndex());
+    m_shell.Focus_List();
+}
+
+void Tree_Pane::mousePressEvent(QMouseEvent *event)
+{
+    m_choiceWaits = false;
+    m_beforePress = currentIndex();
+    const QScopedValueRollback pressing(m_pressing, true);
+    QTreeView::mousePressEvent(event);
+}
+
+void Tree_Pane::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    if (!m_choiceWaits)
+        return;
+    m_choiceWaits = false;
+    Choose(currentIndex());
+}
+
+void Tree_Pane::startDrag(Qt::DropActions actions)
+{
+    QTreeView::startDrag(actions);
+    // The press only took the node up: the list still shows what was chosen before.
+    const QScopedValueRollback loading(m_loading, true);
+    if (m_choiceWaits)
+        setCurrentIndex(m_beforePress);
+    m_choiceWaits = false;
+    Show_Drop_Target({});
+}
+
 void Tree_Pane::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!Dropped_Files(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    QTreeView::dragEnterEvent(event);
+    event->setAccepted(Takes(*event->mimeData()));
 }
 
 void Tree_Pane::dragMoveEvent(QDragMoveEvent *event)
 {
-    const bool overFolder = !Id_At(indexAt(event->position().toPoint())).isEmpty();
-    event->setAccepted(overFolder && !Dropped_Files(*event->mimeData()).isEmpty());
+    QTreeView::dragMoveEvent(event);
+    Show_Drop_Target(indexAt(event->position().toPoint()));
+    event->setAccepted(Takes(*event->mimeData()));
+}
+
+void Tree_Pane::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    QTreeView::dragLeaveEvent(event);
+    Show_Drop_Target({});
 }
 
 void Tree_Pane::dropEvent(QDropEvent *event)
 {
-    const QString folder = Id_At(indexAt(event->position().toPoint()));
-    const QStringList files = Dropped_Files(*event->mimeData());
-    event->setAccepted(!folder.isEmpty() && !files.isEmpty());
-    if (event->isAccepted())
-        m_shell.Import_Files(files, folder);
+    setState(NoState);
+    stopAutoScroll();
+    Show_Drop_Target({});
+    const QMimeData &carried = *event->mimeData();
+    event->setAccepted(Takes(carried));
+    if (!event->isAccepted())
+        return;
+    Drop drop;
+    drop.target = m_tree.Node(std::max(0, m_tree.Node_Of(indexAt(event->position().toPoint())))).key;
+    drop.onNode = indexAt(event->position().toPoint()).isValid();
+    drop.files = Dropped_Files(carried);
+    drop.text = carried.text();
+    if (carried.hasFormat(Folder_Model::Documents_Format()))
+        drop.documents =
+            QString::fromUtf8(carried.data(Folder_Model::Documents_Format())).split(u'\n', Qt::SkipEmptyParts);
+    // The drag's source waits for this event; questions and imports come after it.
+    QTimer::singleShot(0, m_commands, [this, drop] { m_commands->Take_Drop(drop); });
+}
+
+void Tree_Pane::Current_Changed(const QModelIndex &current, const QModelIndex & /*previous*/)
+{
+    if (m_loading || !current.isValid())
+        return;
+    if (m_pressing)
+        m_choiceWaits = true;
+    else
+        Choose(current);
+}
+
+void Tree_Pane::Choose(const QModelIndex &index)
+{
+    if (!index.isValid())
+        return;
+    Save_Status(index, isExpanded(index));
+    emit Folder_Chosen(Id_At(index));
 }
 
 void Tree_Pane::Show_Expansion()
 {
+    const QScopedValueRollback loading(m_loading, true);
     for (int i = 0; i < m_tree.Node_Count(); ++i)
         setExpanded(m_tree.Index_Of(i), m_tree.Node(i).expanded);
 }
@@ -133,6 +260,19 @@ void Tree_Pane::Save_Status(const QModelIndex &index, bool expanded)
     m_tree.Set_Expanded(node, expanded);
     if (Is_Folder_Key(m_tree.Node(node).key))
         Save_Tree_Status(Id_At(index), expanded);
+}
+
+void Tree_Pane::Show_Drop_Target(const QModelIndex &index)
+{
+    m_delegate->Drop_Target = index;
+    viewport()->update();
+}
+
+bool Tree_Pane::Takes(const QMimeData &carried) const
+{
+    const QString text = carried.text();
+    return !Dropped_Files(carried).isEmpty() || carried.hasFormat(Folder_Model::Documents_Format()) ||
+           m_tree.Find(text) >= 0 || text.startsWith(QLatin1String("LIST{"));
 }
 
 QString Tree_Pane::Id_At(const QModelIndex &index) const

@@ -2,12 +2,12 @@
 #include "core/settings.h"
 #include "documents/document_store.h"
 #include "documents/drafts.h"
+#include "support/no_shell.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/page_view.h"
-#include "ui/shell.h"
 #include "ui/star_field.h"
 
 #include <QComboBox>
@@ -25,27 +25,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 /// A main window with a list of documents and nothing else.
-struct List_Shell : Shell {
+struct List_Shell : No_Shell {
     QStringList list;
-    QString status;
     Document_Tabs *tabs = nullptr;
 
-    void Set_Status(const QString &text) override { status = text; }
     [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
-    void Folder_Changed(const QString & /*id*/) override {}
-    void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString &code_id) override { tabs->Open(code_id); }
-    void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
-    void New_Document() override {}
-    void Delete_Documents(const QStringList &ids) override { tabs->Delete(ids, Asked_In::Form); }
     [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override
     {
         const qsizetype row = list.indexOf(code_id);
         return row < 0 ? QString() : list.value(row + step);
     }
-    void Select_In_List(const QString & /*code_id*/) override {}
-    void Panes_Changed() override {}
-    void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
 };
 } // namespace
 

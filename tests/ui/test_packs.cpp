@@ -1,19 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "editor/text_editor.h"
+#include "support/no_shell.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
 #include "ui/ctrl_language.h"
 #include "ui/editor_bar.h"
+#include "ui/find_bar.h"
 #include "ui/frm_about.h"
+#include "ui/frm_add_class_ex.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
 #include "ui/frm_doc_standard.h"
+#include "ui/frm_goto.h"
+#include "ui/frm_icon.h"
+#include "ui/frm_insert_table.h"
 #include "ui/frm_list_view.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
+#include "ui/frm_list_view_vir_cate.h"
 #include "ui/frm_login.h"
 #include "ui/frm_main.h"
+#include "ui/frm_node_choice.h"
+#include "ui/frm_node_icon.h"
+#include "ui/frm_nodes_pass.h"
+#include "ui/frm_nodes_search.h"
+#include "ui/frm_print.h"
+#include "ui/frm_re_name_ex.h"
+#include "ui/frm_spec_char.h"
 #include "ui/frm_update_235.h"
 #include "ui/search_pane.h"
 
@@ -38,25 +53,38 @@ struct Packs {
     Profile::Snapshot english{u":/lang/English.ini"_s};
 };
 
-/// A main window that does nothing, for the panes.
-struct No_Shell : Shell {
-    void Set_Status(const QString & /*text*/) override {}
-    [[nodiscard]] QString Selected_Folder() const override { return {}; }
-    void Folder_Changed(const QString & /*id*/) override {}
-    void Document_Changed(const QString & /*code_id*/) override {}
-    void Open_Document(const QString & /*code_id*/) override {}
-    void Delete_Documents(const QStringList & /*ids*/) override {}
-    [[nodiscard]] QString Neighbour(const QString & /*code_id*/, int /*step*/) const override { return {}; }
-    void Select_In_List(const QString & /*code_id*/) override {}
-    void Panes_Changed() override {}
-    void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
-    void New_Document() override {}
-    void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
-};
+/// The dialogs of the folder tree, on a folder with a name of ordinary length.
+std::unique_ptr<QWidget> New_Folder_Form(const QString &name)
+{
+    static Tree_Model tree;
+    Add_Folder(u"00%1"_s.arg(Sql_Rows(u"select Cate_ID from Cate_Info"_s).size()), u"Quarterly plans 季度计划"_s);
+    GetClassInfo_Ex(tree, App().Conn_Str, u"Zelqor"_s);
+    if (name == u"Frm_AddClass_Ex")
+        return std::make_unique<Frm_AddClass_Ex>(tree, 1, false);
+    if (name == u"Frm_ReName_Ex")
+        return std::make_unique<Frm_ReName_Ex>(tree, 1);
+    if (name == u"Frm_icon")
+        return std::make_unique<Frm_icon>(u"HOME.ICO"_s);
+    if (name == u"Frm_Node_Icon")
+        return std::make_unique<Frm_Node_Icon>(tree, 1);
+    if (name == u"Frm_Nodes_Pass")
+        return std::make_unique<Frm_Nodes_Pass>(u"001"_s, u"Quarterly plans 季度计划"_s);
+    if (name == u"Frm_Nodes_Search")
+        return std::make_unique<Frm_Nodes_Search>(tree);
+    if (name == u"Frm_ListView_VirCate")
+        return std::make_unique<Frm_ListView_VirCate>(u"{1}"_s);
+    return std::make_unique<Frm_Node_Choice>(tree, QString(), u"Quarterly plans 季度计划"_s);
+}
+
+const QStringList Folder_Form_Names = {u"Frm_AddClass_Ex"_s, u"Frm_ReName_Ex"_s,       u"Frm_icon"_s,
+                                       u"Frm_Node_Icon"_s,   u"Frm_Nodes_Pass"_s,      u"Frm_Nodes_Search"_s,
+                                       u"Frm_Node_Choice"_s, u"Frm_ListView_VirCate"_s};
 
 std::unique_ptr<QWidget> New_Form(const QString &name)
 {
     static No_Shell shell;
+    if (Folder_Form_Names.contains(name))
+        return New_Folder_Form(name);
     if (name == u"Frm_Main")
         return std::make_unique<Frm_Main>();
     if (name == u"Frm_ListView")
@@ -65,6 +93,17 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_Doc_Standard>(shell);
     if (name == u"Editor_Bar")
         return std::make_unique<Editor_Bar>();
+    if (name == u"Find_Bar")
+        return std::make_unique<Find_Bar>();
+    static Text_Editor editor;
+    if (name == u"frm_GoTo")
+        return std::make_unique<frm_GoTo>(editor);
+    if (name == u"Frm_Insert_Table")
+        return std::make_unique<Frm_Insert_Table>(editor);
+    if (name == u"Frm_SpecChar")
+        return std::make_unique<Frm_SpecChar>(editor);
+    if (name == u"Frm_Print")
+        return std::make_unique<Frm_Print>(*editor.document(), u"Title"_s);
     if (name == u"Search_Pane")
         return std::make_unique<Search_Pane>(shell);
     if (name == u"Frm_ListView_Para")
@@ -82,9 +121,10 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
     return std::make_unique<Frm_About>(Frm_About::Role::About);
 }
 
-const QStringList Form_Names = {u"Frm_Main"_s,  u"Frm_ListView"_s,   u"Frm_Doc_Standard"_s,
-                                u"frmLogin"_s,  u"Frm_Database"_s,   u"Frm_DbLog"_s,
-                                u"Frm_About"_s, u"Frm_Update_235"_s, u"Editor_Bar"_s};
+const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
+                                u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s,
+                                u"Editor_Bar"_s,   u"Find_Bar"_s,     u"frm_GoTo"_s,         u"Frm_Insert_Table"_s,
+                                u"Frm_SpecChar"_s, u"Frm_Print"_s};
 
 QString Read_Text(const QString &path)
 {
@@ -159,7 +199,7 @@ void Test_Packs::init()
 void Test_Packs::Each_Form()
 {
     QTest::addColumn<QString>("form");
-    for (const QString &form : Form_Names)
+    for (const QString &form : Form_Names + Folder_Form_Names)
         QTest::newRow(qPrintable(form)) << form;
 }
 
@@ -252,7 +292,7 @@ void Test_Packs::Captions_Are_There()
     const Packs packs;
     // Titles, versions and counts are made at run time.
     static const QRegularExpression filledByCode(
-        uR"x(^(Frm_Main/Frm_Main|.*/lblVersion.*|Frm_Update_235/Lab_Total.*|.*/Lab_Page_Infor.*|.*/Chk_ListViewPara.*|.*/Lab_Preview.*|.*\|Text)$)x"_s);
+        uR"x(^(Frm_Main/Frm_Main|.*/lblVersion.*|Frm_Update_235/Lab_Total.*|.*/Chk_ListViewPara.*|.*/Lab_Preview.*|.*/(Cmd_Icon|Lab_(Page_Infor|Code|Cate|Node|What|Title|CateName))[|_].*|.*\|Text)$)x"_s);
     for (const QString &key : written.Keys(form)) {
         const QString words = written.Value(form, key);
         if (!words.isEmpty() && !filledByCode.match(form + u'/' + key).hasMatch())

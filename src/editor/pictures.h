@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+class QImage;
+class QMimeData;
+class QTextCursor;
+class QTextDocument;
+
+/// How pictures come into a document: as bytes that the document itself holds, under a name made of them.
+namespace Pictures
+{
+/// The bytes of a picture file, or none when they are no picture that can be shown.
+QByteArray Read_File(const QString &path);
+QByteArray As_File(const QImage &image);
+/// Puts a picture where the cursor is. @returns false when the bytes are no picture
+bool Insert(QTextCursor &cursor, const QByteArray &bytes);
+/// Local picture files among what is dragged or pasted.
+QStringList Files_In(const QMimeData &data);
+/// Gives `to` the pictures of `from`, for text that is copied between them. Pictures that are known by a local path
+/// only are read and kept under a name of their own.
+void Carry_Over(QTextDocument &from, QTextDocument &to);
+} // namespace Pictures

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// How open documents follow what happens to their folders: a save writes the folder's id of now.
+
+#include "ui/document_tabs.h"
+#include "ui/frm_doc_standard.h"
+#include "ui_frm_doc_standard.h"
+
+void Frm_Doc_Standard::Follow_Folders(const QString &oldId, const QString &newId)
+{
+    QString chosen = m_ui->Comb_Cate->currentData().toString();
+    if (!oldId.isEmpty() && chosen.startsWith(oldId))
+        chosen = newId + chosen.mid(oldId.size());
+    Fill_Folders();
+    Choose_Folder(chosen);
+}
+
+void Frm_Doc_Standard::Choose_Folder(const QString &id)
+{
+    m_form.folder = id;
+    m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(id));
+}
+
+void Document_Tabs::Follow_Folders(const QString &oldId, const QString &newId)
+{
+    for (int i = 1; i < count(); ++i)
+        Document_At(i)->Follow_Folders(oldId, newId);
+}
+
+void Document_Tabs::Follow_Documents(const QStringList &ids, const QString &folderId)
+{
+    for (const QString &id : ids) {
+        if (const int tab = Find(id); tab > 0)
+            Document_At(tab)->Choose_Folder(folderId);
+    }
+}
