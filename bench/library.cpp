@@ -80,7 +80,7 @@ private:
         heading.setFontPointSize(14);
         cursor.insertText(Library_Words::Title(m_random), heading);
         QTextCharFormat plain;
-        for (int i = 1 + m_random.bounded(8); i > 0; --i) {
+        for (int i = 1 + m_random.bounded(m_plan.paragraphs); i > 0; --i) {
             cursor.insertBlock();
             plain.setForeground(m_random.bounded(5) == 0 ? Qt::darkBlue : Qt::black);
             cursor.insertText(Library_Words::Paragraph(m_random), plain);
@@ -275,14 +275,15 @@ void Make_Library(const Library_Plan &plan)
     Database_Engine::Let_Go();
 }
 
-QString Shared_Library(int documents, int folders)
+QString Shared_Library(int documents, int folders, int paragraphs)
 {
-    QString file = QDir::tempPath() + u"/zelqor-library-%1-%2.db"_s.arg(documents).arg(folders);
+    QString file = QDir::tempPath() + u"/zelqor-library-%1-%2"_s.arg(documents).arg(folders) +
+                   (paragraphs == Library_Plan().paragraphs ? QString() : u"-%1"_s.arg(paragraphs)) + u".db"_s;
     if (QFile::exists(file))
         return file;
     const QString unfinished = file + u".new"_s;
     QFile::remove(unfinished);
-    Make_Library({documents, folders, 1, unfinished});
+    Make_Library({documents, folders, 1, unfinished, paragraphs});
     QFile::rename(unfinished, file);
     return file;
 }

@@ -55,7 +55,7 @@ private:
     QWidget *m_byDatePage = nullptr;
     QWidget *m_searchPage = nullptr;
     std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
-    QAction *m_searchEntry = nullptr; ///< shows and hides the tab of the search
+    QAction *m_searchEntry = nullptr;        ///< shows and hides the tab of the search
     bool m_foldersStale = true;
     bool m_yearsStale = true;
 };

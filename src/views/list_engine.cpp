@@ -150,9 +150,8 @@ Page_Info Fill_Page(const Request &request, List_Model &list, int page, QString 
     Recordset rows;
     rows.CursorLocation = Cursor_Location::Client;
     rows.CursorType = Cursor_Type::Static;
+    rows.SkipRows = rowsToRead - perPage;
     rows.Open(*statement, App().Conn_Str);
-    if (!rows.Eof())
-        rows.Move(rowsToRead - perPage);
     info.labels[Page_Info::Shown] = Fill_List_Rows(rows, list, static_cast<int>(perPage));
     return info;
 }

@@ -237,11 +237,30 @@ void Connection::Compile(Prepared_Statement &statement)
     }
 }
 
-std::shared_ptr<Prepared_Statement> Connection::Prepare(const QString &statement, bool updatable, bool &ranAsDdl)
+namespace
+{
+/// A plan for the rows behind the first `skip` ones. A limit at its end counts from the first row.
+std::shared_ptr<const Plan> Behind(const Plan &plan, qint64 skip)
+{
+    auto behind = std::make_shared<Plan>(plan);
+    behind->reusable = false;
+    const QByteArray limit = QByteArrayLiteral(" LIMIT ");
+    const qsizetype at = plan.sql.lastIndexOf(limit);
+    const bool limited = at >= 0 && !plan.sql.mid(at).contains(')');
+    behind->sql = limited ? plan.sql.left(at) + " LIMIT max(0, " + plan.sql.mid(at + limit.size()) + " - " +
+                                QByteArray::number(skip) + ")"
+                          : plan.sql + " LIMIT -1";
+    behind->sql += " OFFSET " + QByteArray::number(skip);
+    return behind;
+}
+} // namespace
+
+std::shared_ptr<Prepared_Statement> Connection::Prepare(const QString &statement, bool updatable, qint64 skip,
+                                                        bool &ranAsDdl)
 {
     const std::vector<Token> tokens = Tokenize(statement);
     const QString key = (updatable ? u'u' : u'r') + Statement_Shape(tokens);
-    std::shared_ptr<Prepared_Statement> prepared = Cached(key);
+    std::shared_ptr<Prepared_Statement> prepared = skip > 0 ? nullptr : Cached(key);
     if (prepared == nullptr) {
         const Sql_Ast::Statement tree = Parse_Statement(tokens);
         if (Ddl::Run(*this, tree)) {
@@ -257,6 +276,9 @@ std::shared_ptr<Prepared_Statement> Connection::Prepare(const QString &statement
             }
             Forget_Tables();
             plan = std::make_shared<Plan>(Translate(tree, Tables(), updatable));
+        }
+        if (skip > 0 && !plan->write) {
+            plan = Behind(*plan, skip);
         }
         prepared = std::make_shared<Prepared_Statement>(plan);
         Compile(*prepared);
@@ -366,10 +388,10 @@ void Connection::Bind(Prepared_Statement &statement, const std::vector<Token> &t
     }
 }
 
-std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable)
+std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip)
 {
     bool ranAsDdl = false;
-    std::shared_ptr<Prepared_Statement> prepared = Prepare(statement, updatable, ranAsDdl);
+    std::shared_ptr<Prepared_Statement> prepared = Prepare(statement, updatable, skip, ranAsDdl);
     if (ranAsDdl) {
         return nullptr;
     }
@@ -387,7 +409,7 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
         cursor.reset();
         prepared.reset();
         Forget_Tables();
-        return Run(statement, updatable, baseTable);
+        return Run(statement, updatable, baseTable, skip);
     }
     if (baseTable != nullptr) {
         *baseTable = prepared->plan->baseTable;

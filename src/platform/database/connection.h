@@ -36,8 +36,8 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Runs a statement of the dialect; null when it has no rows.
-    std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable);
+    /// Runs a statement of the dialect; null when it has no rows. @param skip  rows left out in front
+    std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip = 0);
     /// Runs an SQLite statement of the engine's own with values for its parameters; the number of changed rows.
     qint64 Change(const QByteArray &sql, const std::vector<Cell> &values);
     /// The first row of an SQLite query of the engine's own; false when it has none.
@@ -75,7 +75,7 @@ private:
 
     void Configure();
     void Check_File() const;
-    std::shared_ptr<Prepared_Statement> Prepare(const QString &statement, bool updatable, bool &ranAsDdl);
+    std::shared_ptr<Prepared_Statement> Prepare(const QString &statement, bool updatable, qint64 skip, bool &ranAsDdl);
     std::shared_ptr<Prepared_Statement> Prepare_Own(const QByteArray &sql);
     std::shared_ptr<Prepared_Statement> Cached(const QString &key);
     void Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement);

@@ -88,9 +88,12 @@ void Recordset::Open(const QString &statement, const QString &connectionString)
     const bool updatable = LockType != Lock_Type::Read_Only;
     if (target.file.isEmpty()) {
         state->source = Odbc_Source::Run(statement, target.dataLink);
+        for (qint64 left = SkipRows; left > 0 && state->source != nullptr && state->source->Skip();) {
+            --left;
+        }
     } else {
         state->connection = Connection_Pool::Get(target.file);
-        state->source = state->connection->Run(statement, updatable, &state->baseTable);
+        state->source = state->connection->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows);
     }
     if (state->source == nullptr) {
         return;

@@ -59,6 +59,9 @@ public:
     Cursor_Location CursorLocation = Cursor_Location::Server;
     Cursor_Type CursorType = Cursor_Type::Forward_Only;
     Lock_Type LockType = Lock_Type::Read_Only;
+    /// Rows in front that a read-only recordset leaves out: as if it were moved forward by so many after Open and
+    /// began there, but the engine doesn't read what is left out.
+    qint64 SkipRows = 0;
 
     /// Runs one statement in the system's SQL dialect. A statement without rows (insert, update, delete, DDL) runs
     /// to its end and leaves the recordset closed. Text after the first complete statement is a syntax error and

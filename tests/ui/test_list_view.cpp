@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/config_store.h"
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "support/test_program.h"
+#include "ui/document_list_view.h"
+#include "ui/frm_list_view.h"
+#include "ui/frm_list_view_color.h"
+#include "ui/frm_list_view_para.h"
+#include "ui/search_pane.h"
+#include "ui/shell.h"
+#include "views/line_colors.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+/// Writes down what the panes ask of the main window.
+struct Listening_Shell : Shell {
+    QStringList asked;
+
+    void Set_Status(const QString & /*text*/) override {}
+    [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
+    void Folder_Changed(const QString & /*id*/) override {}
+    void Document_Changed(const QString & /*code_id*/) override {}
+    void Open_Document(const QString &code_id) override { asked << u"open "_s + code_id; }
+    void Delete_Documents(const QStringList &ids) override { asked << u"delete "_s + ids.join(u' '); }
+    void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override
+    {
+        asked << u"open %1 at %2 of %3"_s.arg(code_id).arg(place).arg(key);
+    }
+    void New_Document() override { asked << u"new"_s; }
+    void Import_Files(const QStringList &paths, const QString &folderId) override
+    {
+        asked << u"import %1 into %2"_s.arg(paths.join(u' '), folderId);
+    }
+};
+} // namespace
+
+class Test_List_View : public QObject
+{
+    Q_OBJECT
+    std::unique_ptr<Test_Program> m_program;
+    std::unique_ptr<Listening_Shell> m_shell;
+    std::unique_ptr<Frm_ListView> m_form;
+
+    [[nodiscard]] Document_List_View &List() const
+    {
+        return *m_form->findChild<Document_List_View *>(u"Lsv_Code_Info"_s);
+    }
+    [[nodiscard]] QString Title(int row) const { return List().model()->index(row, 3).data().toString(); }
+    [[nodiscard]] QString Caption(int column) const
+    {
+        return List().model()->headerData(column, Qt::Horizontal).toString();
+    }
+    void Show_Folder()
+    {
+        m_form->Show_Source([](List_Model &list, int page) {
+            QString password;
+            return ShowCodeInfoToList_Ex(u"001"_s, list, false, page, {}, password);
+        });
+    }
+    void Click_Header(int column) { emit List().header()->sectionClicked(column); }
+
+private slots:
+    void init()
+    {
+        m_program = std::make_unique<Test_Program>();
+        m_shell = std::make_unique<Listening_Shell>();
+        m_form = std::make_unique<Frm_ListView>(*m_shell);
+        Config().Cob_OrderBy = u"3"_s;
+        Add_Folder(u"001"_s, u"Work"_s);
+        Add_Document(u"{1}"_s, u"001"_s, u"北京"_s, u"Code_Content='one two one'"_s);
+        Add_Document(u"{2}"_s, u"001"_s, u"apple"_s);
+        Add_Document(u"{3}"_s, u"001"_s, u"avocado"_s);
+        Show_Folder();
+        m_form->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_form.get()));
+    }
+    void cleanup()
+    {
+        QCOMPARE(m_program->prompts.Problems(), QStringList());
+        m_form.reset();
+        m_program.reset();
+    }
+
+    void Columns_Sort_And_Carry_Their_Mark()
+    {
+        const QString bare = Caption(3);
+        Click_Header(0);
+        QCOMPARE(Caption(0).contains(u'△') || Caption(0).contains(u'▽'), false);
+        Click_Header(3);
+        QCOMPARE(Caption(3), bare + u'△');
+        QCOMPARE(Title(0) + Title(2), u"北京avocado"_s);
+        Click_Header(3);
+        QCOMPARE(Caption(3), bare + u'▽');
+        QCOMPARE(Title(0) + Title(2), u"avocado北京"_s);
+        Click_Header(4);
+        QCOMPARE(Caption(3), bare);
+        QVERIFY(Caption(4).endsWith(u'△'));
+    }
+
+    void Widths_And_Places_Are_Kept()
+    {
+        QHeaderView *header = List().header();
+        header->resizeSection(3, 333);
+        header->setSectionHidden(5, true);
+        header->moveSection(header->visualIndex(4), 1);
+        m_form->Save_Columns();
+        Frm_ListView again(*m_shell);
+        const QHeaderView *kept = again.findChild<Document_List_View *>(u"Lsv_Code_Info"_s)->header();
+        QCOMPARE(kept->sectionSize(3), 333);
+        QVERIFY(kept->isSectionHidden(5));
+        QCOMPARE(kept->visualIndex(4), 1);
+
+        Frm_ListView_Para setup;
+        QSignalSpy changed(&setup, &Frm_ListView_Para::Columns_Changed);
+        QVERIFY(!setup.findChild<QCheckBox *>(u"Chk_ListViewPara_5"_s)->isChecked());
+        setup.findChild<QCheckBox *>(u"Chk_ListViewPara_6"_s)->setChecked(false);
+        setup.findChild<QAbstractButton *>(u"Cmd_Update"_s)->click();
+        QCOMPARE(changed.count(), 1);
+        const QStringList widths = GetIni(u"Col"_s, u"ListViewPara"_s).split(u',');
+        QCOMPARE(widths.mid(3, 4), QStringList({QString::number(333 * 15), QString::number(110 * 15), u"0"_s, u"0"_s})
+                                       .replaceInStrings(QString::number(110 * 15), widths[4]));
+    }
+
+    void Typing_Finds_A_Title()
+    {
+        List().setFocus();
+        QTest::keyClicks(&List(), u"av"_s);
+        QCOMPARE(Title(List().currentIndex().row()), u"avocado"_s);
+        List().keyboardSearch(u"x"_s);
+        QCOMPARE(Title(List().currentIndex().row()), u"avocado"_s);
+    }
+
+    void Keys_Run_The_Commands()
+    {
+        List().setFocus();
+        List().setCurrentIndex(List().model()->index(1, 0));
+        QTest::keyClick(&List(), Qt::Key_Return);
+        QTest::keyClick(&List(), Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(&List(), Qt::Key_Delete);
+        QTest::keyClick(&List(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"apple\navocado"_s);
+        QTest::keyClick(&List(), Qt::Key_Return);
+        QCOMPARE(m_shell->asked, QStringList({u"open {2}"_s, u"delete {2} {3}"_s, u"open {2}"_s, u"open {3}"_s}));
+        List().clearSelection();
+        QTest::keyClick(&List(), Qt::Key_Delete);
+        QCOMPARE(m_shell->asked.size(), 4);
+    }
+
+    void A_Place_Opens_At_It()
+    {
+        Search_Pane pane(*m_shell);
+        pane.show();
+        Tree_Model tree;
+        Tree_Builder builder;
+        builder.Add({}, {u"qvmxcode_"_s, u"root"_s, {}, true, {}, -1, 0, {}});
+        tree.Replace(builder.Take());
+        pane.Copy_Folders(tree);
+        QSignalSpy ended(&pane, &Search_Pane::Search_Ended);
+        auto *keys = pane.findChild<QComboBox *>(u"Cob_FindKey"_s);
+        const auto search = [&](const QString &key) {
+            keys->setEditText(key);
+            QTest::keyClick(keys->lineEdit(), Qt::Key_Return);
+            return !ended.isEmpty() || ended.wait() ? ended.takeFirst().first().value<std::shared_ptr<Search_Result>>() : nullptr;
+        };
+        const auto result = search(u"O'NE"_s);
+        QVERIFY(result);
+        m_form->Show_Source([&](List_Model &list, int /*page*/) {
+            list.Replace(result->found.rows);
+            return result->found.info;
+        });
+        m_form->Set_Search_Key(result->key);
+        QCOMPARE(List().model()->rowCount(), 3);
+        emit List().doubleClicked(List().model()->index(2, 0));
+        emit List().doubleClicked(List().model()->index(0, 0));
+        QCOMPARE(m_shell->asked, QStringList({u"open {1} at 8 of ONE"_s, u"open {1} at -1 of ONE"_s}));
+
+        const auto nothing = search(u"nowhere"_s);
+        QVERIFY(nothing && nothing->found.rows.empty());
+        for (const char16_t *named : {u"nowhere", u"标题", u"回收站"})
+            QVERIFY2(nothing->scope.contains(QString::fromUtf16(named)), qPrintable(nothing->scope));
+        search(u"nowhere"_s);
+        QCOMPARE(keys->count(), 2);
+        m_program->prompts.Expect(u"关键字"_s, u"ok"_s);
+        keys->setEditText(u"''"_s);
+        pane.Cmd_FindTxt();
+    }
+
+    void Colours_Reach_The_Documents()
+    {
+        Frm_ListView_Color colors(nullptr, {u"{1}"_s, u"{2}"_s});
+        colors.findChild<QToolButton *>(u"Txt_Color_0"_s)->click();
+        colors.findChild<QCheckBox *>(u"Chk_Bold"_s)->setChecked(true);
+        colors.findChild<QAbstractButton *>(u"Cmd_Apply"_s)->click();
+        QVERIFY(Line_Color_Of(u"{2}"_s).endsWith(u"|True"_s));
+        m_form->Refresh_Row(u"{2}"_s);
+        QVERIFY(List().model()->index(1, 3).data(Qt::ForegroundRole).isValid());
+        QVERIFY(!List().model()->index(2, 3).data(Qt::ForegroundRole).isValid());
+        colors.findChild<QAbstractButton *>(u"Cmd_DefaultColor"_s)->click();
+        colors.findChild<QAbstractButton *>(u"Cmd_Apply"_s)->click();
+        QCOMPARE(Line_Color_Of(u"{1}"_s), QString());
+    }
+
+    void A_Missing_Picture_Is_Told()
+    {
+        m_program->prompts.Expect(u"none.png 不存在"_s, u"ok"_s);
+        m_form->setListPic(u" none.png "_s);
+        QVERIFY(!m_form->findChild<QWidget *>(u"Img_List"_s)->isVisible());
+        QPixmap picture(20, 10);
+        picture.fill(Qt::red);
+        QVERIFY(QDir().mkpath(m_program->Path(u"data/img"_s)));
+        QVERIFY(picture.save(m_program->Path(u"data/img/red.png"_s)));
+        m_form->setListPic(u"red.png"_s);
+        QVERIFY(m_form->findChild<QWidget *>(u"Img_List"_s)->isVisible());
+    }
+};
+
+QTEST_MAIN(Test_List_View)
+#include "test_list_view.moc"
