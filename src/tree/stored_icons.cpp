@@ -25,7 +25,7 @@ QString Free_Name(const QString &base, const QString &ending)
     QStringList known = Icon_Names();
     for (int number = 1;; ++number) {
         const QString mark = number == 1 ? QString() : QString::number(number);
-        const QString name = base.left(Longest_Name - ending.size() - mark.size()) + mark + ending;
+        QString name = base.left(Longest_Name - ending.size() - mark.size()) + mark + ending;
         if (!known.contains(name, Qt::CaseInsensitive))
             return name;
     }

@@ -29,6 +29,7 @@ Frm_ListView_VirCate::Frm_ListView_VirCate(QString codeId, QWidget *parent)
     m_ui->Lab_Trouble->hide();
     m_ui->Trv_Cate->setModel(&m_tree);
     m_ui->Trv_Cate->setItemDelegate(new Node_Delegate(this));
+    m_ui->Trv_Cate->setFocus();
     m_ui->Trv_Cate->setAccessibleName(Lang.GetString("_AllFolders"));
     m_ui->Lsv_Cate->setAccessibleName(windowTitle());
     Form_Load();
@@ -46,6 +47,7 @@ void Frm_ListView_VirCate::Form_Load()
     GetClassInfo_Ex(m_tree, App().Conn_Str, QStringLiteral("Zelqor"));
     for (int i = 0; i < m_tree.Node_Count(); ++i)
         m_ui->Trv_Cate->setExpanded(m_tree.Index_Of(i), m_tree.Node(i).expanded);
+    m_ui->Trv_Cate->setCurrentIndex(m_tree.Index_Of(0));
     Trap(
         QStringLiteral("Frm_ListView_VirCate\\Form_Load"),
         [&] {

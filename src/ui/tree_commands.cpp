@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/tree_commands.h"
 
+#include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "documents/busy_pointer.h"
@@ -41,8 +43,7 @@ const Tree_Commands::Command Tree_Commands::Command_Table[] = {
      &Tree_Commands::Cmd_Tree_Add_Cur_Call, true, false},
     {"Mnu_Node_Add_Next", u"新建下级文件夹(&S)...", "folder_below", "Insert", &Tree_Commands::Cmd_Tree_Add_Next_Call,
      true, false},
-    {"Mnu_Node_LookUp", u"查找文件夹(&F)...", "find", "Ctrl+Alt+F", &Tree_Commands::Mnu_Node_LookUp_Click, true,
-     true},
+    {"Mnu_Node_LookUp", u"查找文件夹(&F)...", "find", "Ctrl+Alt+F", &Tree_Commands::Mnu_Node_LookUp_Click, true, true},
     {"Mnu_Node_Rename", u"重命名(&R)", "rename", "F2", &Tree_Commands::Cmd_Tree_Rename_Call, true, false},
     {"Mnu_Node_Modify", u"修改文件夹(&E)...", "folder_edit", "Shift+F2", &Tree_Commands::Cmd_Tree_Modi_Call, true,
      false},
@@ -267,6 +268,13 @@ void Tree_Commands::Move_Documents(const QStringList &codeIds)
 
 void Tree_Commands::Take_Drop(const Drop &drop)
 {
+    Trap(
+        QStringLiteral("Frm_Main\\Trv_Code_Class_OLEDragDrop"), [&] { Sort_Drop(drop); },
+        [this] { Tell("_Error", Error_Text(Err())); });
+}
+
+void Tree_Commands::Sort_Drop(const Drop &drop)
+{
     const int target = m_pane.Tree().Find(drop.target);
     if (!drop.onNode || target < 0)
         return m_shell.Set_Status(Pack_Text("Frm_Main", "_NodeSel"));
@@ -288,9 +296,13 @@ void Tree_Commands::Drop_Files(const QStringList &files, int target)
     const Tree_Node &node = m_pane.Tree().Node(target);
     if (!Is_Folder_Key(node.key))
         return Tell("_NotoRoot", node.caption);
-    const QString caption = Caption_Name(node.caption);
-    m_shell.Import_Files(files, GetKeyPart(node.key, Key_Part::After_Underscore));
-    Say(caption + Pack_Text("Frm_Main", "_ImportFileOk"), Log_Type::Imported);
+    const QString key = node.key;
+    const QString before = node.caption;
+    m_shell.Import_Files(files, GetKeyPart(key, Key_Part::After_Underscore));
+    const int after = m_pane.Tree().Find(key);
+    // An import that failed or was called off has told so itself; its count stands as it was.
+    if (after >= 0 && m_pane.Tree().Node(after).caption != before)
+        Say(Caption_Name(before) + Pack_Text("Frm_Main", "_ImportFileOk"), Log_Type::Imported);
 }
 
 void Tree_Commands::Drop_Documents_On(const QStringList &codeIds, int target)

@@ -69,6 +69,7 @@ private:
     void Add(bool asSibling);
     void Move_Down(const char *questionKey);
     void After_Reorder(bool moved);
+    void Sort_Drop(const Drop &drop);
     void Drop_On_Folder(int node, int target);
     void Drop_Documents_On(const QStringList &codeIds, int target);
     void Drop_Files(const QStringList &files, int target);

@@ -3,6 +3,7 @@
 
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "documents/busy_pointer.h"
 #include "platform/prompts/prompts.h"
 #include "tree/folder_editing.h"
 #include "tree/folder_ids.h"
@@ -51,6 +52,7 @@ Tree_Pane::~Tree_Pane() = default;
 
 void Tree_Pane::Update_Tree()
 {
+    const Busy_Pointer busy;
     const QString selected = Selected_Id();
     const bool hadSelection = Has_Selection();
     if (!GetClassInfo_Ex(m_tree, App().Conn_Str, QStringLiteral("Zelqor")))

@@ -34,10 +34,15 @@ namespace
 struct Notes : No_Shell {
     QStringList said;
     QStringList done;
+    Tree_Pane *pane = nullptr; ///< null: imports fail
     void Set_Status(const QString &text) override { said << text; }
     void Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);
+        if (pane != nullptr) {
+            Add_Document(u"{new}"_s, folderId, u"imported"_s);
+            pane->Recount(folderId);
+        }
     }
     void Focus_List() override { done << u"list"_s; }
     void Clear_List() override { done << u"clear"_s; }
@@ -276,6 +281,8 @@ private slots:
                                            << u"{1} to 002"_s << u"更新完成：标题：one ==>  新文件夹：Home"_s;
         QTest::addRow("files") << files << QByteArray("file:///a.txt\r\nfile:///b.txt\r\n") << u"C_002"_s << u""_s
                                << u"import /a.txt /b.txt to 002"_s << u"Home文件已成功导入"_s;
+        QTest::addRow("files that fail") << files << QByteArray("file:///fails.txt\r\n") << u"C_002"_s << u""_s
+                                         << u"import /fails.txt to 002"_s << u""_s;
         QTest::addRow("files on the root")
             << files << QByteArray("file:///a.txt\r\n") << Root_Key << u"请勿拖放到根结点: Zelqor"_s << u""_s << u""_s;
         QTest::addRow("some words") << text << QByteArray("Chapter") << u"C_002"_s << u""_s << u""_s << u""_s;
@@ -288,6 +295,7 @@ private slots:
         QFETCH(QString, prompt);
         Add_Document(u"{2}"_s, u"001"_s, u"two"_s);
         m_pane->Update_Tree();
+        m_shell->pane = data.contains("fails") ? nullptr : m_pane;
         QMimeData mime;
         mime.setData(format, data);
         if (!prompt.isEmpty())
