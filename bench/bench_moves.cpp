@@ -78,7 +78,7 @@ struct Measured {
             number != Moved_Documents)
             qFatal("%lld documents", number);
     }
-    static QString Child(int number) { return u"900001%1"_s.arg(number, 3, 10, u'0'); }
+    static QString Child(int number) { return u"900001%1"_s.arg(number, 3, 10, QLatin1Char('0')); }
 };
 
 Measured &The_Library()

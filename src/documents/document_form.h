@@ -22,7 +22,9 @@ struct Document_Form {
     QString provenance;
     QString author;
     QString password;
-    QString type; ///< the working type, upper-case; "" when there is nothing to save
+    QString stored_type; ///< the type as it stands in the database, "" for a document that is not stored yet
+    QString type;        ///< the working type, upper-case; "" when there is nothing to save
+    QString page;        ///< the page of a document stored as HTM, as it was read
     QTextDocument *content = nullptr;
     QTextDocument *memo = nullptr;
     QTextDocument *sum = nullptr;

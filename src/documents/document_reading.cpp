@@ -139,6 +139,8 @@ bool Read_Content(Recordset &row, const QString &type, Document_Form &form)
 {
     form.content->clear();
     form.type = type;
+    form.stored_type = type;
+    form.page = type == QLatin1String("HTM") ? row[QStringLiteral("Code_Content")].Text() : QString();
     const Field stream = row[QStringLiteral("Code_Content_IO")];
     if (stream.Is_Null()) {
         Show_Plain(*form.content, row[QStringLiteral("Code_Content")].Text());

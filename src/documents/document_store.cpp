@@ -190,6 +190,7 @@ void Save_Form(Document_Form &form, const QString &code_id)
     });
     if (document.inserted)
         form.code_id = document.id;
+    form.stored_type = form.type;
 }
 
 /// The plain fields of both saves that have no form.

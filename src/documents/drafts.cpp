@@ -48,6 +48,7 @@ constexpr Text_Row Texts[] = {
     {"provenance", &Document_Form::provenance},
     {"author", &Document_Form::author},
     {"password", &Document_Form::password},
+    {"stored_type", &Document_Form::stored_type},
     {"type", &Document_Form::type},
 };
 

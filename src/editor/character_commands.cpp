@@ -212,11 +212,10 @@ void Character_Commands::Smaller(Text_Editor &editor, bool /*on*/)
 
 void Character_Commands::Clear_Format(Text_Editor &editor, bool /*on*/)
 {
-    const QTextDocument &document = *editor.document();
     Each_Run(editor, [&](QTextCharFormat &format) {
         if (format.isImageFormat())
             return;
-        QTextCharFormat plain = Paragraph_Commands::Body_Format(document, format);
+        QTextCharFormat plain = Paragraph_Commands::Body_Format(editor, format);
         if (format.isAnchor()) {
             plain.setAnchor(true);
             plain.setAnchorHref(format.anchorHref());

@@ -36,17 +36,16 @@ double Heading_Factor(int level)
 }
 
 /// The size of a document's plain text: that of its first paragraph that is no heading.
-double Body_Size(const QTextDocument &document)
+double Body_Size(const Text_Editor &editor)
 {
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    for (QTextBlock block = editor.document()->begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() > 0 || block.length() <= 1)
             continue;
         const double size = block.begin().fragment().charFormat().fontPointSize();
         if (size > 0)
             return size;
     }
-    const double size = document.defaultFont().pointSizeF();
-    return size > 0 ? size : 10;
+    return editor.Start_Size();
 }
 
 QTextListFormat::Style Next_Style(QTextListFormat::Style style)
@@ -146,7 +145,7 @@ void Shift(Text_Editor &editor, int step)
 void Paragraph_Commands::Set_Heading(Text_Editor &editor, int level)
 {
     level = std::clamp(level, 0, Highest_Heading);
-    const double size = Body_Size(*editor.document()) * Heading_Factor(level);
+    const double size = Body_Size(editor) * Heading_Factor(level);
     QTextCharFormat characters;
     characters.setFontWeight(level > 0 ? QFont::Bold : QFont::Normal);
     characters.setFontPointSize(std::round(size * 2) / 2);
@@ -254,10 +253,10 @@ void Paragraph_Commands::Make_Body(QTextBlockFormat &format)
     format.clearProperty(QTextFormat::BlockBottomMargin);
 }
 
-QTextCharFormat Paragraph_Commands::Body_Format(const QTextDocument &document, const QTextCharFormat &near)
+QTextCharFormat Paragraph_Commands::Body_Format(const Text_Editor &editor, const QTextCharFormat &near)
 {
     QTextCharFormat format;
     format.setFontFamilies(near.fontFamilies().toStringList());
-    format.setFontPointSize(Body_Size(document));
+    format.setFontPointSize(Body_Size(editor));
     return format;
 }

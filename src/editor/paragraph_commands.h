@@ -5,7 +5,6 @@
 
 class QTextBlockFormat;
 class QTextCursor;
-class QTextDocument;
 class Text_Editor;
 
 /// Commands on the paragraphs of the selection, or on the cursor's.
@@ -44,5 +43,5 @@ void Sort(Text_Editor &editor, bool on);
 /// Takes what makes a heading out of a paragraph's format.
 void Make_Body(QTextBlockFormat &format);
 /// The format of plain text after text of another one: its font, without what a heading adds.
-QTextCharFormat Body_Format(const QTextDocument &document, const QTextCharFormat &near);
+QTextCharFormat Body_Format(const Text_Editor &editor, const QTextCharFormat &near);
 } // namespace Paragraph_Commands

@@ -51,10 +51,16 @@ void Text_Editor::Start_In_Font(const QString &family, qreal pointSize)
 {
     QTextCharFormat format;
     format.setFontFamilies({family});
-    format.setFontPointSize(std::max(1.0, pointSize));
+    m_startSize = std::max(1.0, pointSize);
+    format.setFontPointSize(m_startSize);
     QTextCursor(document()).setBlockCharFormat(format);
     setCurrentCharFormat(format);
     document()->clearUndoRedoStacks();
+}
+
+qreal Text_Editor::Start_Size() const
+{
+    return m_startSize > 0 ? m_startSize : document()->defaultFont().pointSizeF();
 }
 
 void Text_Editor::Paste_Plain()
@@ -242,7 +248,7 @@ bool Text_Editor::Handle_Return()
         return false;
     QTextBlockFormat plain = block.blockFormat();
     Paragraph_Commands::Make_Body(plain);
-    QTextCharFormat format = Paragraph_Commands::Body_Format(*document(), cursor.charFormat());
+    QTextCharFormat format = Paragraph_Commands::Body_Format(*this, cursor.charFormat());
     cursor.insertBlock(plain, format);
     setTextCursor(cursor);
     ensureCursorVisible();

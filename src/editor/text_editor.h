@@ -23,6 +23,8 @@ public:
 
     /// The font of a pane that holds nothing yet: what is typed first is written in it. Nothing can be undone before.
     void Start_In_Font(const QString &family, qreal pointSize);
+    /// The size of plain text where the document has none to show it.
+    [[nodiscard]] qreal Start_Size() const;
     /// Pastes the clipboard's text without its formats.
     void Paste_Plain();
     void Set_Page_Look(Page_Look look);
@@ -62,5 +64,6 @@ private:
     Legible_Colors *m_colors;
     Picture_Handler *m_pictures;
     Page_Look m_look = Page_Look::Normal;
+    qreal m_startSize = 0; ///< in points
     bool m_fitting = false;
 };

@@ -3,11 +3,13 @@
 
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/settings.h"
 #include "platform/prompts/prompts.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/icons.h"
 #include "ui/shell.h"
 
+#include <QMouseEvent>
 #include <QTabBar>
 
 namespace
@@ -16,7 +18,7 @@ constexpr qsizetype Longest_Caption = 24;
 
 QString Caption(const Frm_Doc_Standard &document)
 {
-    QString title = document.Title().trimmed();
+    QString title = document.Title().simplified(); // a line end or a tab would spoil the bar
     if (title.isEmpty())
         title = Pack_Text("Frm_Doc_Standard", "_NewDoc");
     if (title.size() > Longest_Caption)
@@ -31,11 +33,19 @@ Document_Tabs::Document_Tabs(Shell &shell, QWidget *parent) : QTabWidget(parent)
     setObjectName(QStringLiteral("Tab_Right"));
     setDocumentMode(true);
     setTabsClosable(true);
-    setMovable(false);
+    setMovable(true);
     tabBar()->setElideMode(Qt::ElideNone);
     connect(this, &QTabWidget::tabCloseRequested, this, [this](int index) { Close(index); });
     connect(this, &QTabWidget::currentChanged, this,
             [this] { emit Document_On_Screen(Current_Document() != nullptr); });
+    connect(this, &QTabWidget::currentChanged, this, &Document_Tabs::Show_State);
+    connect(tabBar(), &QTabBar::tabMoved, this, &Document_Tabs::Keep_List_First);
+    tabBar()->installEventFilter(this);
+    Add_Commands();
+    constexpr int Minute = 60'000;
+    m_autoSave.setInterval(Minute);
+    connect(&m_autoSave, &QTimer::timeout, this, &Document_Tabs::Auto_Save_Tick);
+    m_autoSave.start();
 }
 
 void Document_Tabs::Add_List(QWidget *list, const QString &caption)
@@ -81,11 +91,53 @@ bool Document_Tabs::Save_Current()
     return document != nullptr && document->Data_Update();
 }
 
+void Document_Tabs::Offer_Drafts()
+{
+    const QList<Left_Draft> drafts = Left_Drafts();
+    if (drafts.isEmpty())
+        return;
+    constexpr qsizetype Most_Named = 8;
+    QStringList names;
+    for (const Left_Draft &draft : drafts.first(std::min(drafts.size(), Most_Named))) {
+        const QString title = draft.title.isEmpty() ? Pack_Text("Frm_Doc_Standard", "_NewDoc") : draft.title;
+        names << QStringLiteral("    ") +
+                     (draft.sealed ? Pack_Text("Frm_Doc_Standard", "_Draft_Sealed") : title.simplified());
+    }
+    const QString question = Pack_Text("Frm_Doc_Standard", "_Draft_Found").arg(drafts.size()) + QLatin1Char('\n') +
+                             names.join(QLatin1Char('\n')) + QLatin1Char('\n') +
+                             Pack_Text("Frm_Doc_Standard", "_Draft_Ask");
+    const Prompts::Answer answer = Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No_Cancel);
+    if (answer == Prompts::Answer::Yes)
+        Restore(drafts);
+    for (const Left_Draft &draft : answer == Prompts::Answer::No ? drafts : QList<Left_Draft>())
+        Drop_Draft(draft);
+}
+
+void Document_Tabs::Restore(const QList<Left_Draft> &drafts)
+{
+    for (const Left_Draft &draft : drafts) {
+        const QString password =
+            draft.sealed ? Prompts::Input(Pack_Text("Mod_DataBase", "_AskPass"), App().App_Title, {}, true) : QString();
+        auto *document = new Frm_Doc_Standard(m_shell, this);
+        const Draft_Answer answer = document->Take_Draft(draft, password);
+        if (answer == Draft_Answer::Restored) {
+            setCurrentIndex(Add(document));
+            continue;
+        }
+        delete document;
+        const bool wrong = answer == Draft_Answer::Wrong_Password;
+        Prompts::Message(wrong ? Pack_Text("Mod_DataBase", "_WrongPass")
+                               : Pack_Text("Frm_Doc_Standard", "_Draft_Damaged").arg(draft.path),
+                         App().App_Title, Prompts::Icon::Exclamation);
+    }
+}
+
 bool Document_Tabs::Close(int index)
 {
     Frm_Doc_Standard *document = Document_At(index);
     if (document == nullptr)
         return false;
+    document->Commit_Composition();
     if (document->Is_Changed()) {
         setCurrentIndex(index);
         const QString question = document->Title() + Pack_Text("Frm_Doc_Standard", "_Modify_Comfirm");
@@ -115,7 +167,8 @@ bool Document_Tabs::Save_All()
 {
     bool all = true;
     for (int i = 1; i < count(); ++i) {
-        if (!tabText(i).endsWith(QLatin1Char('*')))
+        Document_At(i)->Commit_Composition();
+        if (!Document_At(i)->Is_Changed())
             continue;
         setCurrentIndex(i);
         all = Document_At(i)->Data_Update() && all;
@@ -128,10 +181,55 @@ Frm_Doc_Standard *Document_Tabs::Current_Document() const
     return Document_At(currentIndex());
 }
 
+void Document_Tabs::Turn(int step)
+{
+    setCurrentIndex((currentIndex() + step + count()) % count());
+    if (currentWidget() != nullptr)
+        currentWidget()->setFocus();
+}
+
+void Document_Tabs::Auto_Save_Tick()
+{
+    Frm_Doc_Standard *document = Current_Document();
+    if (document == nullptr || !document->DataChanged())
+        return;
+    const int period = Config().CH_Auto_Save == QLatin1String("1") ? Config().COB_Auto_Save.toInt() : 0;
+    const int counted = document->unsaved_ticks + 1;
+    const bool due = period > 0 && counted % period == 0;
+    document->unsaved_ticks = period <= 0 || due ? 0 : counted;
+    if (due)
+        document->Data_Update();
+}
+
+bool Document_Tabs::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == tabBar() && event->type() == QEvent::MouseButtonRelease) {
+        const auto &click = static_cast<const QMouseEvent &>(*event);
+        if (click.button() == Qt::MiddleButton) {
+            const int index = tabBar()->tabAt(click.position().toPoint());
+            QTimer::singleShot(0, this, [this, document = Document_At(index)] { Close(indexOf(document)); });
+            return true;
+        }
+    }
+    return QTabWidget::eventFilter(watched, event);
+}
+
+void Document_Tabs::Keep_List_First()
+{
+    for (int i = 1; i < count(); ++i) {
+        if (Document_At(i) == nullptr) {
+            tabBar()->moveTab(i, 0);
+            return;
+        }
+    }
+}
+
 void Document_Tabs::Adjust_Panes()
 {
-    for (int i = 1; i < count(); ++i)
-        Document_At(i)->Adjuest_Memo();
+    for (int i = 1; i < count(); ++i) {
+        if (Frm_Doc_Standard *document = Document_At(i))
+            document->Adjuest_Memo();
+    }
 }
 
 Frm_Doc_Standard *Document_Tabs::Document_At(int index) const
@@ -142,7 +240,7 @@ Frm_Doc_Standard *Document_Tabs::Document_At(int index) const
 int Document_Tabs::Find(const QString &code_id) const
 {
     for (int i = 1; i < count(); ++i) {
-        if (Document_At(i)->Code_Id() == code_id)
+        if (const Frm_Doc_Standard *document = Document_At(i); document != nullptr && document->Code_Id() == code_id)
             return i;
     }
     return -1;
@@ -158,6 +256,13 @@ int Document_Tabs::Add(Frm_Doc_Standard *document)
 {
     const int index = addTab(document, Line_Icon(QStringLiteral("note")), Caption(*document));
     connect(document, &Frm_Doc_Standard::Mark_Changed, this, [this, document] { Show_Mark(document); });
+    connect(
+        document, &Frm_Doc_Standard::Emptied, this,
+        [this, document] {
+            Remove(document);
+            Show_List();
+        },
+        Qt::QueuedConnection);
     return index;
 }
 
@@ -165,5 +270,7 @@ void Document_Tabs::Show_Mark(Frm_Doc_Standard *document)
 {
     const int index = indexOf(document);
     setTabText(index, Caption(*document));
-    setTabToolTip(index, document->Title());
+    setTabToolTip(index, document->Title().toHtmlEscaped());
+    if (document == Current_Document())
+        Show_State();
 }

@@ -2,8 +2,12 @@
 #pragma once
 
 #include "documents/document_deletion.h"
+#include "documents/drafts.h"
 
+#include <QAction>
 #include <QTabWidget>
+#include <QTimer>
+#include <vector>
 
 class Frm_Doc_Standard;
 class Shell;
@@ -24,6 +28,8 @@ public:
     /// Opens a document, or selects the tab that has it.
     void Open(const QString &code_id);
     void Open_New(const QString &kind, const QString &folderId);
+    /// Asks whether drafts of a program that died are wanted, and opens them.
+    void Offer_Drafts();
     /// Saves the document on screen. @returns false when there is none or it was not stored
     bool Save_Current();
     /// Closes a tab, asking when it is unsaved. @returns false when it stays
@@ -38,13 +44,37 @@ public:
     void Follow_Documents(const QStringList &ids, const QString &folderId);
     /// nullptr when the list is on screen.
     [[nodiscard]] Frm_Doc_Standard *Current_Document() const;
+    /// The document after (1) or before (-1) the current tab, round about.
+    void Turn(int step);
+    /// One tick of the automatic saving, which counts while the document on screen is unsaved.
+    void Auto_Save_Tick();
+
+    /// A command of the documents by its object name; nullptr for one that there is not.
+    [[nodiscard]] QAction *Action(const QString &name) const;
     /// Applies the settings of the panes to every document.
     void Adjust_Panes();
 
 signals:
     void Document_On_Screen(bool is);
+    /// The document on screen may be saved and deleted: it is in edit mode.
+    void Editing(bool is);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    struct Command;
+    [[nodiscard]] static const std::vector<Command> &Commands();
+    void Add_Commands();
+    void Show_State();
+    void Delete_Current();
+    void Save_As();
+    void Email();
+    void New_From_Clipboard();
+    void Switch_Mode();
+    void Restore(const QList<Left_Draft> &drafts);
+    void Keep_List_First();
+
     [[nodiscard]] Frm_Doc_Standard *Document_At(int index) const;
     [[nodiscard]] int Find(const QString &code_id) const;
     void Remove(Frm_Doc_Standard *document);
@@ -52,4 +82,6 @@ private:
     void Show_Mark(Frm_Doc_Standard *document);
 
     Shell &m_shell;
+    std::vector<QAction *> m_actions; ///< one for each command
+    QTimer m_autoSave;
 };

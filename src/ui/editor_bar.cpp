@@ -42,6 +42,8 @@ QFrame *Line(QWidget *parent)
     auto *line = new QFrame(parent);
     line->setFrameShape(QFrame::VLine);
     line->setFixedHeight(Height);
+    line->setForegroundRole(QPalette::Mid);
+    line->setFrameShadow(QFrame::Plain);
     return line;
 }
 
@@ -128,6 +130,7 @@ void Editor_Bar::Add_Buttons()
             button->setMenu(m_commands->Menu(row.menu));
             button->setIcon(Line_Icon(QLatin1String(row.icon)));
             button->setPopupMode(QToolButton::InstantPopup);
+            button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
             layout()->addWidget(button);
         }
     };

@@ -62,6 +62,7 @@ void Frm_AddClass_Ex::Cmd_OK_Click()
         return accept();
     m_ui->Lab_Trouble->setText(Folder_Trouble());
     m_ui->Lab_Trouble->show();
+    emit Failed();
     m_ui->Txt_Name->setFocus();
 }
 

@@ -25,6 +25,10 @@ public:
     [[nodiscard]] QString New_Id() const { return m_newId; }
     [[nodiscard]] QString New_Name() const;
 
+signals:
+    /// The database refused; Folder_Trouble tells why.
+    void Failed();
+
 private:
     void Cmd_OK_Click();
     void Refuse(const QString &text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/frm_doc_standard.h"
 
+#include "core/error_log.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_reading.h"
@@ -12,24 +13,14 @@
 #include "ui/shell.h"
 #include "ui_frm_doc_standard.h"
 
+#include <QToolButton>
+
 namespace
 {
 const QString Rtf = QStringLiteral("RTF");
-
-/// "☆☆☆☆☆", "★☆☆☆☆" ... "★★★★★"
-QStringList Star_Texts()
-{
-    constexpr int Most = 5;
-    QStringList texts;
-    for (int stars = 0; stars <= Most; ++stars)
-        texts << QString(stars, QChar(u'★')) + QString(Most - stars, QChar(u'☆'));
-    return texts;
-}
-
-void Choose(QComboBox &combo, const QString &text)
-{
-    combo.setCurrentIndex(std::max(0, combo.findText(text)));
-}
+/// Milliseconds from a keystroke to its draft; what is typed meanwhile goes with it.
+constexpr int Draft_After = 1500;
+const QString No_Stars = QStringLiteral("☆☆☆☆☆");
 } // namespace
 
 Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
@@ -41,41 +32,46 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_form.content = m_ui->Txt_Content->document();
     m_form.memo = m_ui->Txt_Memo->document();
     m_form.sum = m_ui->Txt_Sum->document();
-    Set_Up_Choices();
     m_ui->Bar_Editor->Serve({m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum}, m_ui->Bar_Find);
-    Adjuest_Memo();
     setFocusProxy(m_ui->Txt_Content);
-    m_ui->Pic_Panes->setStretchFactor(0, 1);
-
-    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
-        connect(pane->document(), &QTextDocument::contentsChanged, this, &Frm_Doc_Standard::Show_Modify);
-    for (QLineEdit *field : findChildren<QLineEdit *>()) {
-        if (field->objectName().startsWith(QLatin1String("Txt_")))
-            connect(field, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Show_Modify);
-    }
-    connect(m_ui->Txt_Title, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Mark_Changed);
-    for (QComboBox *choice : {m_ui->Comb_Cate, m_ui->Comb_Star, m_ui->Comb_Done})
-        connect(choice, &QComboBox::activated, this, &Frm_Doc_Standard::Show_Modify);
+    Set_Up_Fields();
+    Set_Up_Panes();
+    Set_Up_Tools();
+    Adjuest_Memo();
+    m_draftTimer.setSingleShot(true);
+    m_draftTimer.setInterval(Draft_After);
+    connect(&m_draftTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Write_Draft);
 }
 
-Frm_Doc_Standard::~Frm_Doc_Standard() = default;
+/// A form goes when its text is saved or given up; a process that dies leaves the draft.
+Frm_Doc_Standard::~Frm_Doc_Standard()
+{
+    m_draft.Remove();
+}
 
 void Frm_Doc_Standard::Load_Lang()
 {
     m_lang.LoadControlsCaption();
+    for (QToolButton *button : findChildren<QToolButton *>()) {
+        if (button->text().isEmpty())
+            button->setAccessibleName(button->toolTip());
+    }
 }
 
 void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folderId)
 {
     m_form.code_id.clear();
     m_form.title.clear();
-    m_form.star = m_form.done = Star_Texts().first();
+    m_form.star = m_form.done = No_Stars;
     m_form.folder = folderId;
     m_form.create_date = m_form.update_date = Database_Engine::Short_Date(Machine::Now().date().startOfDay());
     const bool rich = Config().Op_Editor == QLatin1String("0") || Config().Op_Editor == QLatin1String("1");
     m_form.type = kind == QLatin1String("ADDCODE") && rich ? Rtf : QString();
+    m_form.stored_type.clear();
     m_stored = false;
+    m_partial = false;
     Show_Form();
+    Set_Edit_Mode(true);
     Use_Setting_Font();
     m_ui->Fra_Code_Content->setText(m_lang.GetString("_NewDoc"));
     m_ui->Txt_Title->setFocus();
@@ -88,12 +84,55 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     m_showing = false;
     if (!whole && m_form.content->isEmpty())
         return false;
-    if (!whole)
+    m_partial = !whole;
+    if (m_partial)
         m_form.type.clear();
     m_stored = true;
+    m_readText = Is_Page() ? m_form.content->toPlainText() : QString();
     Show_Form();
-    Lock_Boolean(!whole);
+    // A page is read as a page first, and what can't be saved from here is read only.
+    Set_Edit_Mode(m_form.type == Rtf && !Is_Page());
     return true;
+}
+
+Draft_Answer Frm_Doc_Standard::Take_Draft(const Left_Draft &draft, const QString &password)
+{
+    m_showing = true;
+    const Draft_Answer answer = Restore_Draft(draft, password, m_form, m_stored);
+    m_showing = false;
+    if (answer != Draft_Answer::Restored)
+        return answer;
+    Show_Form();
+    m_storedPassword = password;
+    Set_Edit_Mode(true);
+    Show_Modify();
+    Write_Draft();
+    Drop_Draft(draft);
+    return answer;
+}
+
+void Frm_Doc_Standard::Step(int step)
+{
+    Commit_Composition();
+    const QString next = m_shell.Neighbour(m_form.code_id, step);
+    if (next.isEmpty())
+        return;
+    if (m_changed) {
+        const QString question = Title() + m_lang.GetString("_Modify_Comfirm");
+        const Prompts::Answer answer = Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No_Cancel);
+        if (answer == Prompts::Answer::Cancel || (answer == Prompts::Answer::Yes && !Data_Update()))
+            return;
+    }
+    m_shell.Select_In_List(next);
+    if (!GetCode_ViaID(next)) {
+        m_form.type.clear();
+        m_form.code_id.clear();
+        Clear_Changed();
+        emit Emptied();
+        return;
+    }
+    m_shell.Document_Changed(next);
+    m_ui->Txt_Content->setFocus();
 }
 
 bool Frm_Doc_Standard::Data_Update()
@@ -130,6 +169,17 @@ bool Frm_Doc_Standard::Is_Changed() const
     return m_changed;
 }
 
+bool Frm_Doc_Standard::DataChanged() const
+{
+    return m_changed && m_form.content->isModified();
+}
+
+const Document_Form &Frm_Doc_Standard::Form()
+{
+    Read_Form();
+    return m_form;
+}
+
 QString Frm_Doc_Standard::Title() const
 {
     return m_ui->Txt_Title->text();
@@ -154,19 +204,27 @@ void Frm_Doc_Standard::Use_View_Mode(int mode)
     Adjuest_Memo();
 }
 
-void Frm_Doc_Standard::Adjuest_Memo()
+void Frm_Doc_Standard::showEvent(QShowEvent *event)
 {
-    const bool all = static_cast<Page_Look>(m_viewMode) != Page_Look::Writing;
-    m_ui->Pic_Memo->setVisible(all && Is_Shown(Config().ViewMemo));
-    m_ui->Pic_Sum->setVisible(all && Is_Shown(Config().ViewSum));
-    m_ui->TabS_Header->setVisible(all && Is_Shown(Config().M_FILE));
+    QWidget::showEvent(event);
+    if (m_ui->Comb_Cate->count() != Cate_ID_List().size() - 1)
+        Fill_Folders();
+    Set_Editor();
 }
 
-void Frm_Doc_Standard::Set_Up_Choices()
+void Frm_Doc_Standard::Set_Up_Fields()
 {
-    m_ui->Comb_Star->addItems(Star_Texts());
-    m_ui->Comb_Done->addItems(Star_Texts());
     Fill_Folders();
+    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
+        connect(pane->document(), &QTextDocument::contentsChanged, this, &Frm_Doc_Standard::Show_Modify);
+    for (QLineEdit *field : findChildren<QLineEdit *>()) {
+        if (field->objectName().startsWith(QLatin1String("Txt_")))
+            connect(field, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Show_Modify);
+    }
+    connect(m_ui->Txt_Title, &QLineEdit::textEdited, this, &Frm_Doc_Standard::Mark_Changed);
+    connect(m_ui->Comb_Cate, &QComboBox::activated, this, &Frm_Doc_Standard::Show_Modify);
+    for (Star_Field *stars : {m_ui->Comb_Star, m_ui->Comb_Done})
+        connect(stars, &Star_Field::Edited, this, &Frm_Doc_Standard::Show_Modify);
 }
 
 /// A new document is written in the font of the settings, whatever the skin's is.
@@ -180,11 +238,13 @@ void Frm_Doc_Standard::Use_Setting_Font()
 
 void Frm_Doc_Standard::Fill_Folders()
 {
+    const QVariant chosen = m_ui->Comb_Cate->currentData();
     Folder_Combo combo{QStringLiteral("Comb_Cate"), {}};
     Reload_Cate(combo);
     m_ui->Comb_Cate->clear();
     for (qsizetype i = 0; i < combo.items.size(); ++i)
         m_ui->Comb_Cate->addItem(combo.items[i], Cate_ID_List().value(i));
+    m_ui->Comb_Cate->setCurrentIndex(chosen.isValid() ? m_ui->Comb_Cate->findData(chosen) : 0);
 }
 
 void Frm_Doc_Standard::Show_Form()
@@ -192,8 +252,8 @@ void Frm_Doc_Standard::Show_Form()
     m_showing = true;
     m_ui->Txt_Title->setText(m_form.title);
     m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(m_form.folder));
-    Choose(*m_ui->Comb_Star, m_form.star);
-    Choose(*m_ui->Comb_Done, m_form.done);
+    m_ui->Comb_Star->Set_Text(m_form.star);
+    m_ui->Comb_Done->Set_Text(m_form.done);
     m_ui->Txt_Keys->setText(m_form.keys);
     m_ui->Txt_Explain->setText(m_form.explain);
     m_ui->Txt_Create->setText(m_form.create_date);
@@ -213,8 +273,8 @@ void Frm_Doc_Standard::Read_Form()
 {
     m_form.title = m_ui->Txt_Title->text();
     m_form.folder = m_ui->Comb_Cate->currentData().toString();
-    m_form.star = m_ui->Comb_Star->currentText();
-    m_form.done = m_ui->Comb_Done->currentText();
+    m_form.star = m_ui->Comb_Star->Text();
+    m_form.done = m_ui->Comb_Done->Text();
     m_form.keys = m_ui->Txt_Keys->text();
     m_form.explain = m_ui->Txt_Explain->text();
     m_form.create_date = m_ui->Txt_Create->text();
@@ -229,18 +289,50 @@ void Frm_Doc_Standard::Read_Form()
 void Frm_Doc_Standard::Clear_Changed()
 {
     m_changed = false;
+    m_storedPassword = m_form.password;
+    m_draftTimer.stop();
+    m_draft.Remove();
     m_form.content->setModified(false);
-    m_ui->Fra_Code_Content->setText(QString());
-    emit Mark_Changed();
+    Show_Mark();
+    Set_Editor();
 }
 
 void Frm_Doc_Standard::Show_Modify()
 {
-    if (m_showing || m_changed)
+    if (m_showing)
+        return;
+    // Never started anew by a keystroke: who types without a pause has a draft too.
+    if (!m_draftTimer.isActive())
+        m_draftTimer.start();
+    if (m_changed)
         return;
     m_changed = true;
-    m_ui->Fra_Code_Content->setText(m_lang.GetString("_NeedSave") + QLatin1Char('*'));
+    Show_Mark();
+}
+
+void Frm_Doc_Standard::Show_Mark()
+{
+    m_ui->Fra_Code_Content->setText(m_changed ? m_lang.GetString("_NeedSave") + QLatin1Char('*') : QString());
     emit Mark_Changed();
+}
+
+QString Frm_Doc_Standard::Draft_Password() const
+{
+    const QString typed = m_ui->Txt_Password->text();
+    return typed.isEmpty() || typed != m_ui->Txt_Password2->text() ? m_storedPassword : typed;
+}
+
+void Frm_Doc_Standard::Write_Draft()
+{
+    if (!m_changed || m_partial)
+        return;
+    const bool written = Trap(QStringLiteral("Frm_Doc_Standard\\Write_Draft"), [&] {
+        Read_Form();
+        m_draft.Write(m_form, m_stored, Draft_Password());
+        return true;
+    });
+    if (!written)
+        m_shell.Set_Status(m_lang.GetString("_Draft_Failed"));
 }
 
 void Frm_Doc_Standard::Refuse(Save_Refusal refusal)
@@ -255,6 +347,7 @@ void Frm_Doc_Standard::Refuse(Save_Refusal refusal)
     };
     switch (refusal) {
     case Save_Refusal::No_Folder:
+        Fill_Folders();
         return focus(nullptr, m_ui->Comb_Cate);
     case Save_Refusal::Create_Date:
         return focus(m_ui->Pag_Addon, m_ui->Txt_Create);
@@ -268,10 +361,4 @@ void Frm_Doc_Standard::Refuse(Save_Refusal refusal)
     case Save_Refusal::Nothing_To_Save:
         return;
     }
-}
-
-void Frm_Doc_Standard::Lock_Boolean(bool locked)
-{
-    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
-        pane->setReadOnly(locked);
 }

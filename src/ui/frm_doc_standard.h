@@ -2,8 +2,10 @@
 #pragma once
 
 #include "documents/data_update.h"
+#include "documents/drafts.h"
 #include "ui/ctrl_language.h"
 
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
@@ -32,14 +34,26 @@ public:
     /// Validates and saves. @returns whether the document is stored now; else everything typed stays.
     bool Data_Update();
 
+    /// Fills the form from a draft that a dead process left, and takes the draft over. The answer is that of
+    /// Restore_Draft.
+    Draft_Answer Take_Draft(const Left_Draft &draft, const QString &password);
+    /// Shows the next (1) or the previous (-1) document of the list in this form, asking first when it is unsaved.
+    void Step(int step);
     /// Reads the folders anew. A folder with its subtree may have other ids now: the chosen one follows.
     void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
     /// The document lives in that folder now.
     void Choose_Folder(const QString &id);
 
     [[nodiscard]] bool Is_Changed() const;
+    /// Something was typed into the body since the last load or save.
+    [[nodiscard]] bool DataChanged() const;
+    [[nodiscard]] bool Is_Editing() const { return m_editing; }
+    /// Read mode locks the panes, and shows a web page as a page.
+    void Set_Edit_Mode(bool on);
     [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
     [[nodiscard]] QString Title() const;
+    /// The fields and panes as they stand.
+    const Document_Form &Form();
     /// The commands of the panes.
     [[nodiscard]] Editor_Commands &Commands() const;
     /// Takes over what input methods still compose in any pane.
@@ -49,27 +63,54 @@ public:
     /// Shows or hides the memo, summary and additional panes as the settings say.
     void Adjuest_Memo();
 
+    int unsaved_ticks = 0; ///< of the automatic saving
+
 signals:
-    /// The unsaved mark, the title or the id changed.
+    /// The unsaved mark, the title, the id or the mode changed.
     void Mark_Changed();
+    /// The next document could not be shown in this form, which holds nothing now.
+    void Emptied();
+
+protected:
+    void showEvent(QShowEvent *event) override;
 
 private:
-    void Set_Up_Choices();
+    void Set_Up_Fields();
+    void Set_Up_Panes();
+    void Set_Up_Tools();
     void Use_Setting_Font();
     void Fill_Folders();
     void Show_Form();
     void Read_Form();
     void Clear_Changed();
     void Show_Modify();
+    void Show_Mark();
     void Refuse(Save_Refusal refusal);
     void Lock_Boolean(bool locked);
+    void Set_Editor();
+    void Toggle_Pane(QString &setting, const char *section, const char *key, bool on, bool capitals);
+    void Keep_Widths();
+    [[nodiscard]] QString Selected_Text() const;
+    void Take_Selection(int index);
+    [[nodiscard]] bool Is_Page() const;
+    [[nodiscard]] bool Is_Partial() const { return m_partial; }
+    /// What seals the draft: the password that is typed twice, else the one that the stored document has.
+    [[nodiscard]] QString Draft_Password() const;
+    void Write_Draft();
 
     Shell &m_shell;
     std::unique_ptr<Ui::Frm_Doc_Standard> m_ui;
     ctrlLanguage m_lang;
     Document_Form m_form;
+    Draft m_draft;
+    QTimer m_draftTimer;
+    QTimer m_widthTimer;
+    QString m_storedPassword;
+    QString m_readText; ///< of a web page's pane, as it was read
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
     int m_viewMode = 0;
     bool m_showing = false; ///< the form is being filled by the program
+    bool m_editing = true;
+    bool m_partial = false; ///< only a part of the document could be read: it is never stored
 };

@@ -151,6 +151,13 @@ void Frm_ListView::Select_Document(const QString &code_id)
         m_ui->Lsv_Code_Info->setCurrentIndex(m_list.index(row, 0));
 }
 
+QString Frm_ListView::Neighbour(const QString &code_id, int step) const
+{
+    const int row = m_list.Find(code_id);
+    const int wanted = row + step;
+    return row < 0 || wanted < 0 || wanted >= m_list.Row_Count() ? QString() : m_list.Row(wanted).tag;
+}
+
 void Frm_ListView::Refresh_Row(const QString &code_id)
 {
     Refresh_List_Row(m_list, code_id);

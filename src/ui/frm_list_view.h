@@ -44,6 +44,9 @@ public:
     void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
+    /// The id of a row's neighbour, "" at the ends of the page or when the row is not on it.
+    [[nodiscard]] QString Neighbour(const QString &code_id, int step) const;
+    void Select_Document(const QString &code_id);
     /// The key that was searched, "" for a list of another kind: an opened document shows its places.
     void Set_Search_Key(const QString &key) { m_searchKey = key; }
     /// Writes the widths and places of the columns to the settings.
@@ -72,12 +75,13 @@ private:
     void Sort_By(int column);
     void Mark_Sorted_Column();
     void Open_Row(const QModelIndex &row);
-    void Select_Document(const QString &code_id);
     void Show_Picture();
 
     void Open_Selected();
     void New_Document();
     void Delete_Selected();
+    void Move_Selected();
+    void Edit_Memberships();
     void Copy_Titles();
     void Color_Rows();
     void Set_Up_Columns();

@@ -32,6 +32,7 @@
 #include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTextEdit>
+#include <QTimer>
 
 namespace
 {
@@ -65,6 +66,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     m_tree->Update_Tree();
     Check_View_Entries();
     Connect_Actions();
+    Place_Document_Actions();
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -78,10 +80,14 @@ void Frm_Main::Show_As_Kept()
         showMaximized();
     else
         show();
+    QTimer::singleShot(0, m_tabs, &Document_Tabs::Offer_Drafts);
 }
 
 void Frm_Main::Select_Last_Folder()
 {
+    // No password is asked before the window is there: a locked folder waits to be chosen.
+    if (m_tree->Is_Locked(Config().Tree_LastKey) && m_tree->Mark_Folder(Config().Tree_LastKey))
+        return Clear_List();
     if (!m_tree->Select_Folder(Config().Tree_LastKey))
         m_tree->Select_Folder(QString());
 }
@@ -151,6 +157,22 @@ void Frm_Main::Document_Changed(const QString &code_id)
 void Frm_Main::Open_Document(const QString &code_id)
 {
     m_tabs->Open(code_id);
+}
+
+QString Frm_Main::Neighbour(const QString &code_id, int step) const
+{
+    return m_list == nullptr ? QString() : m_list->Neighbour(code_id, step);
+}
+
+void Frm_Main::Select_In_List(const QString &code_id)
+{
+    m_list->Select_Document(code_id);
+}
+
+void Frm_Main::Panes_Changed()
+{
+    Check_View_Entries();
+    m_tabs->Adjust_Panes();
 }
 
 void Frm_Main::Delete_Documents(const QStringList &ids)
@@ -357,11 +379,28 @@ void Frm_Main::Connect_Actions()
     m_left->Connect_Toggle(*m_ui->Mnu_Left_ByDate, "Left_ByDate", Config().CH_ByDate, "CH_ByDate");
     m_left->Connect_Toggle(*m_ui->Mnu_Left_Find, "Left_Find", Config().CH_Find, "CH_Find");
     const auto enableDocument = [this](bool is) {
-        for (QAction *action : {m_ui->Mnu_Save, m_ui->SaveCode, m_ui->Mnu_Close_Tab})
-            action->setEnabled(is);
+        m_ui->Mnu_Close_Tab->setEnabled(is);
+    };
+    const auto enableSaving = [this](bool is) {
+        m_ui->Mnu_Save->setEnabled(is);
+        m_ui->SaveCode->setEnabled(is);
     };
     connect(m_tabs, &Document_Tabs::Document_On_Screen, this, enableDocument);
+    connect(m_tabs, &Document_Tabs::Editing, this, enableSaving);
     enableDocument(false);
+    enableSaving(false);
+}
+
+void Frm_Main::Place_Document_Actions()
+{
+    const auto action = [this](const char *name) {
+        return m_tabs->Action(QLatin1String(name));
+    };
+    m_ui->Mnu_File->insertAction(m_ui->Mnu_Import_File, action("AddCode_Clip"));
+    m_ui->Mnu_File->insertActions(m_ui->Mnu_Close_Tab, {action("SaveAs"), action("Email"), action("DelCode")});
+    m_ui->Tlb_Command->addAction(action("DelCode"));
+    m_ui->Mnu_View->addSeparator();
+    m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
 }
 
 void Frm_Main::Set_Icons()

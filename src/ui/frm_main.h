@@ -54,6 +54,9 @@ public:
     void Folder_Changed(const QString &id) override;
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
+    [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override;
+    void Select_In_List(const QString &code_id) override;
+    void Panes_Changed() override;
     void Delete_Documents(const QStringList &ids) override;
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
     void New_Document() override;
@@ -74,6 +77,7 @@ private:
     void Add_Editor_Menus();
     void Add_Tray_Icon();
     void Connect_Actions();
+    void Place_Document_Actions();
     void Set_Icons();
     void Check_View_Entries();
     void Toggle_View(QString &setting, const char *key, bool on, bool capitals);

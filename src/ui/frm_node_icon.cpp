@@ -38,9 +38,9 @@ void Frm_Node_Icon::Cmd_Apply_Click()
 {
     const QString icon = m_ui->LV_Icon->Selected();
     if (!icon.isEmpty() && Set_Node_Icon(m_tree, m_node, icon))
-        accept();
-    else
-        Show_Trouble(Folder_Trouble());
+        return accept();
+    Show_Trouble(Folder_Trouble());
+    emit Failed();
 }
 
 void Frm_Node_Icon::Show_Trouble(const QString &trouble)

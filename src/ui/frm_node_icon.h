@@ -21,6 +21,10 @@ public:
     Frm_Node_Icon(Tree_Model &tree, int node, QWidget *parent = nullptr);
     ~Frm_Node_Icon() override;
 
+signals:
+    /// The database refused; Folder_Trouble tells why.
+    void Failed();
+
 private:
     void Cmd_Add_Click();
     void Cmd_Apply_Click();

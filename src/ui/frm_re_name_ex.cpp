@@ -61,6 +61,7 @@ void Frm_ReName_Ex::Cmd_OK_Click()
         return accept();
     m_ui->Lab_Trouble->setText(Folder_Trouble());
     m_ui->Lab_Trouble->show();
+    emit Failed();
     m_ui->Txt_Name->setFocus();
 }
 

@@ -23,6 +23,10 @@ public:
 
     [[nodiscard]] QString New_Name() const;
 
+signals:
+    /// The database refused; Folder_Trouble tells why.
+    void Failed();
+
 private:
     void Show_Folder();
     void Cmd_OK_Click();

@@ -40,6 +40,9 @@ const std::vector<Frm_ListView::Command> &Frm_ListView::Commands()
         {"Mnu_List_Open", "_Mnu_Open", "open", Qt::Key_Return, true, false, &Frm_ListView::Open_Selected},
         {"Mnu_List_New", "_Mnu_New", "new", {}, false, false, &Frm_ListView::New_Document},
         {"Mnu_List_Delete", "_Mnu_Delete", "delete", QKeySequence::Delete, true, true, &Frm_ListView::Delete_Selected},
+        {"Mnu_List_Move", "_Mnu_Move", "folder_move", Qt::CTRL | Qt::SHIFT | Qt::Key_M, true, false,
+         &Frm_ListView::Move_Selected},
+        {"Mnu_Lsv_Code_Info_VirCate", "_Mnu_VirCate", "folder", {}, true, true, &Frm_ListView::Edit_Memberships},
         {"Mnu_List_Copy_Title", "_Mnu_Copy_Title", "copy", QKeySequence::Copy, true, false, &Frm_ListView::Copy_Titles},
         {"Mnu_List_Color", "_Mnu_Color", "color", {}, true, true, &Frm_ListView::Color_Rows},
         {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, false, false, &Frm_ListView::Set_Up_Columns},
@@ -119,6 +122,18 @@ void Frm_ListView::Delete_Selected()
     const QStringList ids = Selected_Ids();
     if (!ids.isEmpty())
         m_shell.Delete_Documents(ids);
+}
+
+void Frm_ListView::Move_Selected()
+{
+    m_shell.Move_Documents(Selected_Ids());
+}
+
+void Frm_ListView::Edit_Memberships()
+{
+    const QStringList ids = Selected_Ids();
+    if (!ids.isEmpty())
+        Forms::Show_Modal(QStringLiteral("Frm_ListView_VirCate"), this, ids.first());
 }
 
 void Frm_ListView::Copy_Titles()

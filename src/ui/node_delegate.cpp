@@ -26,7 +26,7 @@ void Node_Delegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QStyle &style = own.widget == nullptr ? *QApplication::style() : *own.widget->style();
     const QRect icon = style.subElementRect(QStyle::SE_ItemViewItemDecoration, &own, own.widget);
     // The corner of the folder's icon, on a spot of the background so that it shows on any picture.
-    const int side = icon.width() * 5 / 8;
+    const int side = icon.width() * 3 / 4;
     const QRect corner(icon.right() - side + 3, icon.bottom() - side + 2, side, side);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

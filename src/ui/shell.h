@@ -27,6 +27,12 @@ public:
     virtual void Delete_Documents(const QStringList &ids) = 0;
     /// Begins a new document in the selected folder.
     virtual void New_Document() = 0;
+    /// The document before (-1) or behind (1) another one in the list, "" at its ends or when the list has it not.
+    [[nodiscard]] virtual QString Neighbour(const QString &code_id, int step) const = 0;
+    /// Selects a document's row in the list.
+    virtual void Select_In_List(const QString &code_id) = 0;
+    /// The settings of a document's panes were changed: the menu and the other documents follow.
+    virtual void Panes_Changed() = 0;
     /// Stores files as documents of a folder and shows them in the list.
     virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
     /// Puts the keyboard into the document list.

@@ -113,6 +113,7 @@ bool Tree_Commands::Say_Trouble()
 void Tree_Commands::Add(bool asSibling)
 {
     Frm_AddClass_Ex form(m_pane.Model(), m_pane.Selected_Node(), asSibling, m_pane.window());
+    connect(&form, &Frm_AddClass_Ex::Failed, this, &Tree_Commands::Say_Trouble);
     if (form.exec() != QDialog::Accepted)
         return;
     if (!In_Recycle_Bin(form.New_Id()))
@@ -128,6 +129,7 @@ void Tree_Commands::Cmd_Tree_Modi_Call()
         return;
     const QString old = Selected_Name();
     Frm_ReName_Ex form(m_pane.Model(), m_pane.Selected_Node(), m_pane.window());
+    connect(&form, &Frm_ReName_Ex::Failed, this, &Tree_Commands::Say_Trouble);
     if (form.exec() != QDialog::Accepted)
         return;
     m_pane.setExpanded(m_pane.currentIndex(), m_pane.Tree().Node(m_pane.Selected_Node()).expanded);
@@ -183,6 +185,7 @@ void Tree_Commands::Mnu_Node_Icon_Call()
     if (!m_pane.Has_Selection() || Refuses_Bin("_RecycleMod"))
         return;
     Frm_Node_Icon form(m_pane.Model(), m_pane.Selected_Node(), m_pane.window());
+    connect(&form, &Frm_Node_Icon::Failed, this, &Tree_Commands::Say_Trouble);
     if (form.exec() != QDialog::Accepted)
         return;
     emit m_pane.Folders_Changed();
@@ -326,7 +329,15 @@ void Tree_Commands::Select_By_Caption(const QString &caption)
     for (int i = 0; i < tree.Node_Count(); ++i) {
         if (tree.Node(i).caption != caption)
             continue;
-        m_pane.setCurrentIndex(tree.Index_Of(i));
+        const QString id = GetKeyPart(tree.Node(i).key, Key_Part::After_Underscore);
+        // A locked one is not opened by the way: its password is asked when the user chooses it.
+        if (m_pane.Is_Locked(id)) {
+            m_pane.Mark_Folder(id);
+            m_shell.Clear_List();
+        } else {
+            m_pane.Mark_Folder({});
+            m_pane.Select_Folder(id);
+        }
         m_pane.expand(tree.Index_Of(i));
         return;
     }

@@ -18,11 +18,10 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
-#include <QTimer>
 
 Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
-    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
-      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
+    : QTreeView(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")), m_delegate(new Node_Delegate(this)),
+      m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
     m_lang.LoadControlsCaption();
@@ -38,7 +37,9 @@ Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(false);
-    setAutoExpandDelay(700);
+    m_hover.setSingleShot(true);
+    m_hover.setInterval(700);
+    connect(&m_hover, &QTimer::timeout, this, [this] { expand(m_delegate->Drop_Target); });
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &Tree_Pane::Current_Changed);
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) { Save_Status(index, true); });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex &index) { Save_Status(index, false); });
@@ -93,6 +94,11 @@ void Tree_Pane::Show_Locks()
 {
     m_locked = Locked_Folders(App().Conn_Str);
     viewport()->update();
+}
+
+bool Tree_Pane::Is_Locked(const QString &id) const
+{
+    return m_locked.contains(id);
 }
 
 QString Tree_Pane::Accepted_Password() const
@@ -161,10 +167,16 @@ void Tree_Pane::keyPressEvent(QKeyEvent *event)
 
 void Tree_Pane::mousePressEvent(QMouseEvent *event)
 {
-    m_choiceWaits = false;
     m_beforePress = currentIndex();
-    const QScopedValueRollback pressing(m_pressing, true);
-    QTreeView::mousePressEvent(event);
+    {
+        const QScopedValueRollback pressing(m_pressing, true);
+        QTreeView::mousePressEvent(event);
+    }
+    // A click on what is chosen already lists it again; the arrow beside a node opens it and chooses nothing.
+    const QPoint at = event->position().toPoint();
+    m_choiceWaits = indexAt(at).isValid() && indexAt(at) == currentIndex() && visualRect(indexAt(at)).contains(at);
+    if (event->button() != Qt::LeftButton && (m_beforePress == currentIndex() || Is_Locked(Selected_Id())))
+        m_choiceWaits = false; // for the menu a password need not be given
 }
 
 void Tree_Pane::mouseReleaseEvent(QMouseEvent *event)
@@ -229,11 +241,7 @@ void Tree_Pane::dropEvent(QDropEvent *event)
 
 void Tree_Pane::Current_Changed(const QModelIndex &current, const QModelIndex & /*previous*/)
 {
-    if (m_loading || !current.isValid())
-        return;
-    if (m_pressing)
-        m_choiceWaits = true;
-    else
+    if (!m_loading && !m_pressing && current.isValid())
         Choose(current);
 }
 
@@ -264,7 +272,14 @@ void Tree_Pane::Save_Status(const QModelIndex &index, bool expanded)
 
 void Tree_Pane::Show_Drop_Target(const QModelIndex &index)
 {
+    if (m_delegate->Drop_Target == index)
+        return;
     m_delegate->Drop_Target = index;
+    // A drag that rests on a closed folder opens it. The view's own delay would also close an open one.
+    if (index.isValid())
+        m_hover.start();
+    else
+        m_hover.stop();
     viewport()->update();
 }
 

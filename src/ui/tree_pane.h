@@ -5,6 +5,7 @@
 #include "ui/folder_model.h"
 
 #include <QSet>
+#include <QTimer>
 #include <QTreeView>
 
 class Node_Delegate;
@@ -35,6 +36,7 @@ public:
     void Recount(const QString &id);
     /// Reads anew which folders are locked.
     void Show_Locks();
+    [[nodiscard]] bool Is_Locked(const QString &id) const;
 
     /// The password that was accepted for the selected folder.
     [[nodiscard]] QString Accepted_Password() const;
@@ -79,8 +81,9 @@ private:
     Node_Delegate *m_delegate;
     Tree_Commands *m_commands;
     QSet<QString> m_locked;
+    QTimer m_hover; ///< how long a drag rests on a node
     bool m_loading = false;
-    bool m_pressing = false;             ///< a press may begin a drag, so the choice waits for the release
-    QPersistentModelIndex m_beforePress; ///< what was chosen before it
-    bool m_choiceWaits = false;
+    bool m_pressing = false;             ///< a button goes down
+    QPersistentModelIndex m_beforePress; ///< what was chosen then
+    bool m_choiceWaits = false;          ///< a press may begin a drag, so the choice waits for the release
 };

@@ -13,6 +13,9 @@ struct No_Shell : Shell {
     void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
     void Delete_Documents(const QStringList & /*ids*/) override {}
     void New_Document() override {}
+    [[nodiscard]] QString Neighbour(const QString & /*code_id*/, int /*step*/) const override { return {}; }
+    void Select_In_List(const QString & /*code_id*/) override {}
+    void Panes_Changed() override {}
     void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
     void Focus_List() override {}
     void Clear_List() override {}

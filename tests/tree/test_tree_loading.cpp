@@ -125,6 +125,51 @@ private slots:
         QCOMPARE(m_program->Logged(), QStringList(u"Mod_DataBase\\GetClassInfo_Ex"_s));
     }
 
+    /// Rows that break the grammar, made by hand: what stands before them is shown, and the log names what is not.
+    void Hostile_Rows_data()
+    {
+        QTest::addColumn<QStringList>("ids");
+        QTest::addColumn<int>("shown"); // of them
+        QStringList deep;
+        for (int level = 1; level <= 83; ++level)
+            deep << QString(u"001"_s).repeated(level);
+        QStringList many;
+        for (int i = 1; i <= 999; ++i)
+            many << u"%1"_s.arg(i, 3, 10, QLatin1Char('0'));
+        QTest::addRow("letters") << QStringList({u"abc"_s, u"abc001"_s}) << 2;
+        QTest::addRow("one digit") << QStringList(u"1"_s) << 0;
+        QTest::addRow("no id") << QStringList(u""_s) << 0;
+        QTest::addRow("four digits") << QStringList({u"001"_s, u"0012"_s}) << 1;
+        QTest::addRow("blank at the end") << QStringList({u"001"_s, u"00 "_s}) << 2;
+        QTest::addRow("a prefix of a folder") << QStringList({u"001001"_s, u"001"_s, u"00"_s}) << 0;
+        QTest::addRow("83 levels") << deep << 83;
+        QTest::addRow("1,000 siblings") << many << 999;
+        QTest::addRow("1,001 siblings") << many + QStringList(u"1000"_s) << 999;
+        QTest::addRow("a loop has no way to be: the id is the place")
+            << QStringList({u"001"_s, u"001001"_s, u"002002"_s, u"002002001"_s}) << 2;
+    }
+    void Hostile_Rows()
+    {
+        QFETCH(QStringList, ids);
+        QFETCH(int, shown);
+        Database_Engine::One_Action(App().Conn_Str, [&] {
+            for (const QString &id : ids)
+                Add_Folder(id, u"名前 имя 😀 ['\""_s + QString(30, u'x'));
+        });
+        Tree_Model tree;
+        const bool complete = GetClassInfo_Ex(tree, App().Conn_Str, {});
+        QCOMPARE(complete, shown == ids.size());
+        QCOMPARE(m_program->Logged().size(), complete ? 0 : 1);
+        int found = 0;
+        for (const QString &id : ids)
+            found += tree.Find(Folder_Key(id)) >= 0 ? 1 : 0;
+        QCOMPARE(found, shown);
+        Update_Tree_Num_Ex(tree, ids.last(), App().Conn_Str, true);
+        Tree_Model copy;
+        Copy_Tree(tree, copy);
+        QCOMPARE(copy.Node_Count(), tree.Node_Count());
+    }
+
     void Images_And_Open_Nodes_data()
     {
         QTest::addColumn<QString>("id");

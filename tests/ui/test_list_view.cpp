@@ -2,13 +2,13 @@
 #include "core/config_store.h"
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "support/no_shell.h"
 #include "support/test_program.h"
 #include "ui/document_list_view.h"
 #include "ui/frm_list_view.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
 #include "ui/search_pane.h"
-#include "ui/shell.h"
 #include "views/line_colors.h"
 
 #include <QCheckBox>
@@ -28,13 +28,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 /// Writes down what the panes ask of the main window.
-struct Listening_Shell : Shell {
+struct Listening_Shell : No_Shell {
     QStringList asked;
 
-    void Set_Status(const QString & /*text*/) override {}
     [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
-    void Folder_Changed(const QString & /*id*/) override {}
-    void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString &code_id) override { asked << u"open "_s + code_id; }
     void Delete_Documents(const QStringList &ids) override { asked << u"delete "_s + ids.join(u' '); }
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override

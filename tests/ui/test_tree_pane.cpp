@@ -154,7 +154,9 @@ private slots:
         QCOMPARE(Caption(u"001002"_s), u"New_[0]"_s);
         QCOMPARE(m_pane->Selected_Id(), u"001002"_s);
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(m_shell->said, QStringList(u"成功增加文件夹：New_"_s));
+        QCOMPARE(m_shell->said.size(), 2);
+        QVERIFY(m_shell->said.first().startsWith(u"操作失败："_s));
+        QCOMPARE(m_shell->said.last(), u"成功增加文件夹：New_"_s);
         QCOMPARE(Sql_Cell(u"select log_text from tab_log"_s), u"成功增加文件夹：New_"_s);
     }
 
@@ -327,6 +329,32 @@ private slots:
         m_pane->Commands().Move_Documents({u"{1}"_s});
         QCOMPARE(Caption(u"001"_s), u"Work[1]"_s);
         QCOMPARE(Caption(u"001001"_s), u"Plans[0]"_s);
+    }
+
+    void A_Click_Chooses_When_It_Ends()
+    {
+        const auto at = [&](const QString &id) {
+            return m_pane->visualRect(m_pane->Tree().Index_Of(m_pane->Tree().Find(Folder_Key(id)))).center();
+        };
+        QSignalSpy chosen(m_pane, &Tree_Pane::Folder_Chosen);
+        QTest::mousePress(m_pane->viewport(), Qt::LeftButton, {}, at(u"002"_s));
+        QCOMPARE(chosen.size(), 0);
+        QTest::mouseRelease(m_pane->viewport(), Qt::LeftButton, {}, at(u"002"_s));
+        QCOMPARE(chosen.size(), 1);
+        QTest::mouseClick(m_pane->viewport(), Qt::LeftButton, {}, at(u"002"_s));
+        QCOMPARE(chosen.size(), 2); // the same folder again
+        QTest::mouseClick(m_pane->viewport(), Qt::RightButton, {}, at(u"001"_s));
+        QCOMPARE(chosen.last().first().toString(), u"001"_s);
+        Sql_Run(u"update Cate_Info set Cate_pass='x' where Cate_ID='002'"_s);
+        m_pane->Show_Locks();
+        QTest::mouseClick(m_pane->viewport(), Qt::RightButton, {}, at(u"002"_s));
+        QCOMPARE(m_pane->Selected_Id(), u"002"_s);
+        QCOMPARE(chosen.size(), 3);
+        // The arrow closes the node, which is remembered, and chooses nothing.
+        const QRect work = m_pane->visualRect(m_pane->Tree().Index_Of(m_pane->Tree().Find(u"C_001"_s)));
+        QTest::mouseClick(m_pane->viewport(), Qt::LeftButton, {}, work.center() - QPoint(work.width() / 2 + 8, 0));
+        QCOMPARE(Sql_Cell(u"select Cate_Exp from Cate_Info where Cate_ID='001'"_s), u"0"_s);
+        QCOMPARE(chosen.size(), 3);
     }
 
     void A_Folder_Is_Locked()

@@ -95,6 +95,11 @@ void List_Model::Sort_By(int column, bool ascending)
     emit layoutChanged();
 }
 
+Qt::ItemFlags List_Model::flags(const QModelIndex &index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
 int List_Model::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : Row_Count();

@@ -58,6 +58,8 @@ public:
     /// of a row stay below it.
     void Sort_By(int column, bool ascending);
 
+    /// Rows may be dragged away.
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     [[nodiscard]] int rowCount(const QModelIndex &parent) const override;
     [[nodiscard]] int columnCount(const QModelIndex &parent) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/error_log.h"
+#include "core/error_text.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
+#include "platform/richtext/rich_text.h"
+#include "ui/document_tabs.h"
+#include "ui/frm_doc_standard.h"
+#include "ui/icons.h"
+#include "ui/shell.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QUrl>
+
+/// One command of the documents: an entry of a menu, and a key.
+struct Document_Tabs::Command {
+    const char *name;
+    const char *caption; ///< key in the section of the main window
+    const char *icon;
+    QKeySequence key;
+    bool forDocument; ///< needs a document on screen
+    bool isSwitch;
+    void (*run)(Document_Tabs &tabs);
+};
+
+const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
+{
+    static const std::vector<Command> commands = {
+        {"AddCode_Clip", "_AddCode_Clip", "copy", Qt::CTRL | Qt::SHIFT | Qt::Key_N, false, false,
+         [](Document_Tabs &tabs) {
+             tabs.New_From_Clipboard();
+         }},
+        {"SaveAs", "_Cmd_SaveAs", "save-as", Qt::CTRL | Qt::SHIFT | Qt::Key_S, true, false,
+         [](Document_Tabs &tabs) {
+             tabs.Save_As();
+         }},
+        {"Email",
+         "_Cmd_Email",
+         "mail",
+         {},
+         true,
+         false,
+         [](Document_Tabs &tabs) {
+             tabs.Email();
+         }},
+        {"DelCode", "_Cmd_DelCode", "delete", Qt::CTRL | Qt::Key_Delete, true, false,
+         [](Document_Tabs &tabs) {
+             tabs.Delete_Current();
+         }},
+        {"Mnu_Mode_Edit", "_Mnu_Mode_Edit", "edit", Qt::CTRL | Qt::SHIFT | Qt::Key_E, true, true,
+         [](Document_Tabs &tabs) {
+             tabs.Switch_Mode();
+         }},
+        {"Mnu_Next_Tab", "_Mnu_Next_Tab", "", Qt::CTRL | Qt::Key_Tab, false, false,
+         [](Document_Tabs &tabs) {
+             tabs.Turn(1);
+         }},
+        {"Mnu_Previous_Tab", "_Mnu_Previous_Tab", "", Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, false, false,
+         [](Document_Tabs &tabs) {
+             tabs.Turn(-1);
+         }},
+    };
+    return commands;
+}
+
+namespace
+{
+/// A file in the form that its name asks for.
+void Export(const Document_Form &form, const QString &path)
+{
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == QLatin1String("txt"))
+        Files::Write_Bytes(path, form.content->toPlainText().toUtf8());
+    else if (extension == QLatin1String("htm") || extension == QLatin1String("html"))
+        Files::Write_Bytes(path, form.content->toHtml().toUtf8());
+    else
+        Files::Write_Bytes(path, Rich_Text::Write_Rtf(*form.content));
+}
+
+/// A title as a file's name.
+QString File_Name(const QString &title)
+{
+    QString name;
+    for (const QChar c : title.simplified())
+        name += c < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|").contains(c) ? QLatin1Char('_') : c;
+    return name.left(80).trimmed();
+}
+} // namespace
+
+void Document_Tabs::Add_Commands()
+{
+    for (const Command &command : Commands()) {
+        auto *action = new QAction(Pack_Text("Frm_Main", command.caption), this);
+        action->setObjectName(QLatin1String(command.name));
+        if (*command.icon != '\0')
+            action->setIcon(Line_Icon(QLatin1String(command.icon)));
+        action->setShortcut(command.key);
+        action->setCheckable(command.isSwitch);
+        connect(action, &QAction::triggered, this, [this, run = command.run] { run(*this); });
+        m_actions.push_back(action);
+    }
+    Show_State();
+}
+
+QAction *Document_Tabs::Action(const QString &name) const
+{
+    const auto found =
+        std::find_if(m_actions.begin(), m_actions.end(), [&](QAction *one) { return one->objectName() == name; });
+    return found == m_actions.end() ? nullptr : *found;
+}
+
+void Document_Tabs::Show_State()
+{
+    const Frm_Doc_Standard *document = Current_Document();
+    const bool editing = document != nullptr && document->Is_Editing();
+    for (size_t i = 0; i < m_actions.size(); ++i)
+        m_actions[i]->setEnabled(document != nullptr || !Commands()[i].forDocument);
+    Action(QStringLiteral("Mnu_Mode_Edit"))->setChecked(editing);
+    Action(QStringLiteral("DelCode"))->setEnabled(editing);
+    emit Editing(editing);
+}
+
+void Document_Tabs::Delete_Current()
+{
+    Frm_Doc_Standard *document = Current_Document();
+    if (document == nullptr)
+        return;
+    if (document->Code_Id().isEmpty())
+        Close(currentIndex());
+    else
+        m_shell.Delete_Documents({document->Code_Id()});
+}
+
+void Document_Tabs::Switch_Mode()
+{
+    if (Frm_Doc_Standard *document = Current_Document())
+        document->Set_Edit_Mode(!document->Is_Editing());
+    Show_State();
+}
+
+void Document_Tabs::Save_As()
+{
+    Frm_Doc_Standard *document = Current_Document();
+    if (document == nullptr)
+        return;
+    const QString filter = Pack_Text("Frm_Main", "_Rich") + QStringLiteral("(*.rtf)|*.rtf|") +
+                           Pack_Text("Frm_Main", "_Text") + QStringLiteral("(*.txt)|*.txt|") +
+                           Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm)|*.htm");
+    const QString path = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"),
+                                            File_Name(document->Title()) + QStringLiteral(".rtf"), filter);
+    if (path.isEmpty())
+        return;
+    document->Commit_Composition();
+    const bool done = Trap(
+        QStringLiteral("Frm_Main\\SaveAs"),
+        [&] {
+            Export(document->Form(), path);
+            return true;
+        },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+    if (done)
+        m_shell.Set_Status(path);
+}
+
+void Document_Tabs::Email()
+{
+    Frm_Doc_Standard *document = Current_Document();
+    if (document == nullptr)
+        return;
+    constexpr qsizetype Longest_Body = 1800; // addresses are passed on command lines
+    const Document_Form &form = document->Form();
+    const QString body = form.content->toPlainText().left(Longest_Body);
+    const QByteArray address =
+        "mailto:?subject=" + QUrl::toPercentEncoding(form.title) + "&body=" + QUrl::toPercentEncoding(body);
+    if (!QDesktopServices::openUrl(QUrl::fromEncoded(address)))
+        Prompts::Message(Pack_Text("Frm_Main", "_No_Mail"), App().App_Title, Prompts::Icon::Exclamation);
+}
+
+void Document_Tabs::New_From_Clipboard()
+{
+    Open_New(QStringLiteral("ADDCODE"), m_shell.Selected_Folder());
+    if (auto *content = Current_Document()->findChild<QTextEdit *>(QStringLiteral("Txt_Content"))) {
+        content->paste();
+        content->setFocus();
+    }
+}

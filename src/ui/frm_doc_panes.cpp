@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/config_store.h"
+#include "core/language_pack.h"
+#include "core/settings.h"
+#include "ui/frm_doc_standard.h"
+#include "ui/icons.h"
+#include "ui/shell.h"
+#include "ui_frm_doc_standard.h"
+
+#include <QSignalBlocker>
+#include <QTextDocumentFragment>
+
+namespace
+{
+constexpr int Narrowest_Pane = 60;
+
+int Stored_Width(const QString &setting)
+{
+    return std::max(setting.toInt(), Narrowest_Pane);
+}
+} // namespace
+
+void Frm_Doc_Standard::Set_Up_Panes()
+{
+    auto *fold = new QToolButton(m_ui->TabS_Header);
+    fold->setObjectName(QStringLiteral("U_UpDown"));
+    fold->setAutoRaise(true);
+    fold->setIcon(Line_Icon(QStringLiteral("up")));
+    fold->setToolTip(m_ui->Chk_Addon_Title->toolTip());
+    fold->setAccessibleName(fold->toolTip());
+    m_ui->TabS_Header->setCornerWidget(fold);
+    connect(fold, &QToolButton::clicked, m_ui->Chk_Addon_Title, &QToolButton::toggle);
+
+    for (int i = 0; i < m_ui->Pic_Panes->count(); ++i)
+        m_ui->Pic_Panes->setStretchFactor(i, i < 2 ? 1 : 0);
+    m_widthTimer.setSingleShot(true);
+    m_widthTimer.setInterval(500);
+    connect(&m_widthTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Keep_Widths);
+    connect(m_ui->Pic_Panes, &QSplitter::splitterMoved, &m_widthTimer, qOverload<>(&QTimer::start));
+
+    connect(m_ui->Chk_Memo_Title, &QToolButton::toggled, this,
+            [this](bool on) { Toggle_Pane(Config().ViewMemo, "Col", "ViewMemo", on, false); });
+    connect(m_ui->Chk_Sum_Title, &QToolButton::toggled, this,
+            [this](bool on) { Toggle_Pane(Config().ViewSum, "Col", "ViewSum", on, false); });
+    connect(m_ui->Chk_Addon_Title, &QToolButton::toggled, this,
+            [this](bool on) { Toggle_Pane(Config().M_FILE, "Page", "M_FILE", on, true); });
+}
+
+void Frm_Doc_Standard::Set_Up_Tools()
+{
+    struct Tool {
+        QToolButton *button;
+        const char *icon;
+    };
+    const Tool tools[] = {
+        {m_ui->Lbl_Previous, "previous"},    {m_ui->Lbl_Next, "next"},
+        {m_ui->Chk_Read_Title, "edit"},      {m_ui->Chk_Addon_Title, "pane-facts"},
+        {m_ui->Chk_Memo_Title, "pane-memo"}, {m_ui->Chk_Sum_Title, "pane-sum"},
+        {m_ui->Img_Tool_Action_0, "take"},   {m_ui->Img_Tool_Action_1, "take"},
+        {m_ui->Img_Tool_Action_3, "take"},
+    };
+    for (const Tool &tool : tools)
+        tool.button->setIcon(Line_Icon(QLatin1String(tool.icon)));
+    m_ui->Lbl_Previous->setShortcut(Qt::ALT | Qt::Key_PageUp);
+    m_ui->Lbl_Next->setShortcut(Qt::ALT | Qt::Key_PageDown);
+    connect(m_ui->Lbl_Previous, &QToolButton::clicked, this, [this] { Step(-1); });
+    connect(m_ui->Lbl_Next, &QToolButton::clicked, this, [this] { Step(1); });
+    connect(m_ui->Chk_Read_Title, &QToolButton::clicked, this, &Frm_Doc_Standard::Set_Edit_Mode);
+    connect(m_ui->Img_Tool_Action_0, &QToolButton::clicked, this, [this] { Take_Selection(0); });
+    connect(m_ui->Img_Tool_Action_1, &QToolButton::clicked, this, [this] { Take_Selection(1); });
+    connect(m_ui->Img_Tool_Action_3, &QToolButton::clicked, this, [this] { Take_Selection(3); });
+}
+
+void Frm_Doc_Standard::Adjuest_Memo()
+{
+    const bool all = static_cast<Page_Look>(m_viewMode) != Page_Look::Writing;
+    const struct {
+        QWidget *pane;
+        QToolButton *button;
+        bool shown;
+    } panes[] = {
+        {m_ui->Pic_Memo, m_ui->Chk_Memo_Title, Is_Shown(Config().ViewMemo)},
+        {m_ui->Pic_Sum, m_ui->Chk_Sum_Title, Is_Shown(Config().ViewSum)},
+        {m_ui->TabS_Header, m_ui->Chk_Addon_Title, Is_Shown(Config().M_FILE)},
+    };
+    for (const auto &one : panes) {
+        const QSignalBlocker blocker(one.button);
+        one.pane->setVisible(all && one.shown);
+        one.button->setChecked(one.shown);
+    }
+    const int memo = Stored_Width(Config().Txt_Memo_Width);
+    const int sum = Stored_Width(Config().Txt_Sum_Width);
+    const int shown = (Is_Shown(Config().ViewMemo) ? memo : 0) + (Is_Shown(Config().ViewSum) ? sum : 0);
+    const int body = std::max(m_ui->Pic_Panes->width() - shown, Narrowest_Pane);
+    m_ui->Pic_Panes->setSizes({body, body, memo, sum});
+}
+
+void Frm_Doc_Standard::Toggle_Pane(QString &setting, const char *section, const char *key, bool on, bool capitals)
+{
+    setting = on ? QStringLiteral("True") : QStringLiteral("False");
+    if (capitals)
+        setting = setting.toUpper();
+    WriteIni(QLatin1String(section), QLatin1String(key), setting);
+    m_shell.Panes_Changed();
+    Adjuest_Memo();
+}
+
+void Frm_Doc_Standard::Keep_Widths()
+{
+    const QList<int> sizes = m_ui->Pic_Panes->sizes();
+    const auto keep = [](QString &setting, const char *key, int width) {
+        if (width <= 0)
+            return;
+        setting = QString::number(width);
+        WriteIni(QStringLiteral("Col"), QLatin1String(key), setting);
+    };
+    keep(Config().Txt_Memo_Width, "Txt_Memo_Width", m_ui->Pic_Memo->isVisible() ? sizes.value(2) : 0);
+    keep(Config().Txt_Sum_Width, "Txt_Sum_Width", m_ui->Pic_Sum->isVisible() ? sizes.value(3) : 0);
+}
+
+bool Frm_Doc_Standard::Is_Page() const
+{
+    return m_form.stored_type == QLatin1String("HTM");
+}
+
+void Frm_Doc_Standard::Set_Edit_Mode(bool on)
+{
+    m_editing = on && !m_partial;
+    const QSignalBlocker blocker(m_ui->Chk_Read_Title);
+    m_ui->Chk_Read_Title->setChecked(m_editing);
+    Lock_Boolean(!m_editing);
+    const bool page = Is_Page() && !m_editing;
+    if (page) {
+        const QString text = m_form.content->toPlainText();
+        m_ui->Web_Page->Show_Page(text == m_readText ? m_form.page : text);
+    }
+    m_ui->Web_Page->setVisible(page);
+    m_ui->Txt_Content->setVisible(!page);
+    setFocusProxy(page ? static_cast<QWidget *>(m_ui->Web_Page) : m_ui->Txt_Content);
+    emit Mark_Changed();
+}
+
+void Frm_Doc_Standard::Lock_Boolean(bool locked)
+{
+    for (QTextEdit *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum}) {
+        pane->setReadOnly(locked);
+        // Text that is read is still walked through and copied by keyboard.
+        if (locked)
+            pane->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+    m_ui->Bar_Editor->setEnabled(!locked);
+}
+
+void Frm_Doc_Standard::Set_Editor()
+{
+    m_ui->Lbl_Previous->setEnabled(!m_shell.Neighbour(m_form.code_id, -1).isEmpty());
+    m_ui->Lbl_Next->setEnabled(!m_shell.Neighbour(m_form.code_id, 1).isEmpty());
+    m_ui->Chk_Read_Title->setEnabled(!m_partial);
+}
+
+QString Frm_Doc_Standard::Selected_Text() const
+{
+    const QTextCursor cursor =
+        m_ui->Web_Page->isVisible() ? m_ui->Web_Page->textCursor() : m_ui->Txt_Content->textCursor();
+    return cursor.selection().toPlainText().simplified();
+}
+
+void Frm_Doc_Standard::Take_Selection(int index)
+{
+    const QString text = Selected_Text();
+    if (text.isEmpty()) {
+        m_shell.Set_Status(Pack_Text("Frm_Doc_Standard", "_Select_First"));
+        return;
+    }
+    QLineEdit *field = index == 0 ? m_ui->Txt_Title : index == 1 ? m_ui->Txt_Keys : m_ui->Txt_Explain;
+    field->setText(text);
+    Show_Modify();
+    emit Mark_Changed();
+}

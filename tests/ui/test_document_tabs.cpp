@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/settings.h"
+#include "documents/document_store.h"
+#include "documents/drafts.h"
+#include "support/no_shell.h"
+#include "support/test_form.h"
+#include "support/test_program.h"
+#include "ui/document_tabs.h"
+#include "ui/frm_doc_standard.h"
+#include "ui/page_view.h"
+#include "ui/star_field.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QTabBar>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+/// A main window with a list of documents and nothing else.
+struct List_Shell : No_Shell {
+    QStringList list;
+    Document_Tabs *tabs = nullptr;
+
+    [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
+    void Open_Document(const QString &code_id) override { tabs->Open(code_id); }
+    [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override
+    {
+        const qsizetype row = list.indexOf(code_id);
+        return row < 0 ? QString() : list.value(row + step);
+    }
+};
+} // namespace
+
+class Test_Document_Tabs : public QObject
+{
+    Q_OBJECT
+    std::optional<Test_Program> m_program;
+    std::optional<List_Shell> m_shell;
+    std::unique_ptr<Document_Tabs> m_tabs;
+
+    QString Stored(const QString &title, const QString &text, const QString &password = {})
+    {
+        Test_Form form(text);
+        form.title = title;
+        form.password = password;
+        if (!AddCodeContent_Ex_Standard(form, u"0"_s))
+            qFatal("not stored");
+        m_shell->list << form.code_id;
+        return form.code_id;
+    }
+    template <class Widget>
+    [[nodiscard]] Widget &Control(const char *name) const
+    {
+        return *m_tabs->Current_Document()->findChild<Widget *>(QLatin1String(name));
+    }
+    void Type(const QString &text) const
+    {
+        QTextEdit &content = Control<QTextEdit>("Txt_Content");
+        content.moveCursor(QTextCursor::End);
+        content.insertPlainText(text);
+    }
+    [[nodiscard]] QStringList Drafts() const
+    {
+        return QDir(m_program->Path(u"data/Zelqor.db-drafts"_s)).entryList({u"*.draft"_s}, QDir::Files);
+    }
+    /// The tabs as after a kill: the drafts are there, their owner is not.
+    void Kill_And_Start()
+    {
+        const QDir folder(m_program->Path(u"data/Zelqor.db-drafts"_s));
+        QVERIFY(QDir(folder).mkpath(u"kept"_s));
+        for (const QString &name : Drafts())
+            QVERIFY(QFile::copy(folder.filePath(name), folder.filePath(u"kept/"_s + name)));
+        m_tabs.reset();
+        for (const QString &name : QDir(folder.filePath(u"kept"_s)).entryList(QDir::Files))
+            QVERIFY(QFile::rename(folder.filePath(u"kept/"_s + name),
+                                  folder.filePath(u"999999-dead_"_s + name.section(u'_', 1))));
+        Start();
+    }
+    void Start()
+    {
+        m_tabs = std::make_unique<Document_Tabs>(*m_shell, nullptr);
+        m_shell->tabs = m_tabs.get();
+        m_tabs->Add_List(new QWidget, u"List"_s);
+        m_tabs->resize(1000, 700);
+        m_tabs->show();
+    }
+
+private slots:
+    void init()
+    {
+        m_program.emplace();
+        Add_Folder(u"001"_s, u"Work"_s);
+        m_shell.emplace();
+        Start();
+    }
+    void cleanup()
+    {
+        m_tabs.reset();
+        m_shell.reset();
+        QCOMPARE(m_program->prompts.Problems(), QStringList());
+        m_program.reset();
+    }
+
+    void What_Is_Typed_Has_A_Draft_Within_Two_Seconds()
+    {
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        Type(u" more"_s);
+        QVERIFY(m_tabs->tabText(1).endsWith(u'*'));
+        // Who types without a pause has one too.
+        for (int i = 0; i < 19 && Drafts().isEmpty(); ++i) {
+            QTest::qWait(100);
+            Type(u"."_s);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(Drafts().size(), 1, 500);
+        QVERIFY(m_tabs->Save_Current());
+        QCOMPARE(Drafts(), QStringList());
+        QVERIFY(!m_tabs->tabText(1).endsWith(u'*'));
+    }
+
+    void After_A_Kill_The_Drafts_Are_Offered_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QStringList>("answers");
+        QTest::addColumn<int>("tabs");
+        QTest::addColumn<int>("drafts");
+        const QString found = u"1 份资料尚未保存"_s;
+        const QString ask = u"请输入文档密码"_s;
+        QTest::addRow("yes") << u""_s << QStringList({found, u"yes"_s}) << 2 << 1;
+        QTest::addRow("no") << u""_s << QStringList({found, u"no"_s}) << 1 << 0;
+        QTest::addRow("later") << u""_s << QStringList({found, u"cancel"_s}) << 1 << 1;
+        QTest::addRow("sealed") << u"p"_s << QStringList({u"（有密码的资料）"_s, u"yes"_s, ask, u"p"_s}) << 2 << 1;
+        QTest::addRow("sealed, wrong password")
+            << u"p"_s << QStringList({found, u"yes"_s, ask, u"q"_s, u"密码不正确"_s, u"ok"_s}) << 1 << 1;
+    }
+    void After_A_Kill_The_Drafts_Are_Offered()
+    {
+        QFETCH(QString, password);
+        QFETCH(QStringList, answers);
+        QFETCH(int, tabs);
+        QFETCH(int, drafts);
+        const QString id = Stored(u"Rivers"_s, u"text"_s, password);
+        if (!password.isEmpty())
+            m_program->prompts.Expect(u"请输入文档密码"_s, password);
+        m_tabs->Open(id);
+        Type(u" typed before the kill"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(Drafts().size(), 1, 2000);
+        Kill_And_Start();
+        for (qsizetype i = 0; i + 1 < answers.size(); i += 2)
+            m_program->prompts.Expect(answers[i], answers[i + 1]);
+        m_tabs->Offer_Drafts();
+        QCOMPARE(m_tabs->count(), tabs);
+        QCOMPARE(Drafts().size(), drafts);
+        if (tabs > 1) {
+            QCOMPARE(m_tabs->Current_Document()->Code_Id(), id);
+            QCOMPARE(Control<QTextEdit>("Txt_Content").toPlainText(), u"text typed before the kill"_s);
+            QVERIFY(m_tabs->tabText(1).endsWith(u'*'));
+            QVERIFY(m_tabs->Save_Current());
+            QCOMPARE(Sql_Cell(u"select count(*) from Code_Info"_s), u"1"_s);
+            QCOMPARE(Drafts(), QStringList());
+        }
+    }
+
+    void Closing_Asks_For_What_Is_Unsaved_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<bool>("folderIsGone");
+        QTest::addColumn<int>("tabs");
+        QTest::addColumn<QString>("text");
+        QTest::addRow("yes") << u"yes"_s << false << 1 << u"text more"_s;
+        QTest::addRow("no") << u"no"_s << false << 1 << u"text"_s;
+        QTest::addRow("cancel") << u"cancel"_s << false << 2 << u"text"_s;
+        QTest::addRow("yes, and the folder is gone") << u"yes"_s << true << 2 << u"text"_s;
+    }
+    void Closing_Asks_For_What_Is_Unsaved()
+    {
+        QFETCH(QString, answer);
+        QFETCH(bool, folderIsGone);
+        QFETCH(int, tabs);
+        QFETCH(QString, text);
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        Type(u" more"_s);
+        if (folderIsGone)
+            Sql_Run(u"delete from Cate_Info where Cate_ID='001'"_s);
+        m_program->prompts.Expect(u"内容已更改"_s, answer);
+        if (folderIsGone)
+            m_program->prompts.Expect(u"请选择相应的文件夹"_s, u"ok"_s);
+        QTest::mouseClick(m_tabs->tabBar(), Qt::MiddleButton, {}, m_tabs->tabBar()->tabRect(1).center());
+        QTRY_COMPARE(m_program->prompts.Problems(), QStringList());
+        QCOMPARE(m_tabs->count(), tabs);
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), text);
+        if (tabs > 1) {
+            QCOMPARE(Control<QTextEdit>("Txt_Content").toPlainText(), u"text more"_s);
+            QVERIFY(m_tabs->Current_Document()->Is_Changed());
+        }
+    }
+
+    void The_Next_Document_Takes_The_Same_Form()
+    {
+        const QString first = Stored(u"One"_s, u"1"_s);
+        const QString locked = Stored(u"Two"_s, u"2"_s, u"p"_s);
+        const QString last = Stored(u"Three"_s, u"3"_s);
+        m_tabs->Open(first);
+        QVERIFY(!Control<QToolButton>("Lbl_Previous").isEnabled());
+        Type(u"+"_s);
+        m_program->prompts.Expect(u"内容已更改"_s, u"cancel"_s);
+        Control<QToolButton>("Lbl_Next").click();
+        QCOMPARE(m_tabs->Current_Document()->Code_Id(), first);
+        m_program->prompts.Expect(u"内容已更改"_s, u"yes"_s);
+        m_program->prompts.Expect(u"请输入文档密码"_s, u"p"_s);
+        Control<QToolButton>("Lbl_Next").click();
+        QCOMPARE(m_tabs->Current_Document()->Code_Id(), locked);
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info where Code_Title='One'"_s), u"1+"_s);
+        Control<QToolButton>("Lbl_Next").click();
+        QCOMPARE(m_tabs->Current_Document()->Code_Id(), last);
+        QCOMPARE(m_tabs->tabText(1), u"Three"_s);
+        QVERIFY(!Control<QToolButton>("Lbl_Next").isEnabled());
+        QCOMPARE(Control<QLineEdit>("Txt_Password").text(), QString());
+        // A document that does not open leaves nothing behind that could be saved over it.
+        m_program->prompts.Expect(u"请输入文档密码"_s, u"wrong"_s);
+        m_program->prompts.Expect(u"密码不正确"_s, u"ok"_s);
+        Control<QToolButton>("Lbl_Previous").click();
+        QTRY_COMPARE(m_tabs->count(), 1);
+        QCOMPARE(Sql_Cell(u"select Code_UpdateNum from Code_Info where Code_Title='Two'"_s), u"0"_s);
+    }
+
+    void Automatic_Saving_Counts_Its_Ticks_data()
+    {
+        QTest::addColumn<QString>("on");
+        QTest::addColumn<QString>("period");
+        QTest::addColumn<int>("savedAt"); ///< tick, 0 for never
+        QTest::addRow("off") << u"0"_s << u"1"_s << 0;
+        QTest::addRow("period 0") << u"1"_s << u"0"_s << 0;
+        QTest::addRow("no number") << u"1"_s << u"x"_s << 0;
+        QTest::addRow("each tick") << u"1"_s << u"1"_s << 1;
+        QTest::addRow("third tick") << u"1"_s << u"3"_s << 3;
+    }
+    void Automatic_Saving_Counts_Its_Ticks()
+    {
+        QFETCH(QString, on);
+        QFETCH(QString, period);
+        QFETCH(int, savedAt);
+        Config().CH_Auto_Save = on;
+        Config().COB_Auto_Save = period;
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        for (int i = 0; i < 5; ++i)
+            m_tabs->Auto_Save_Tick();
+        QCOMPARE(Sql_Cell(u"select Code_UpdateNum from Code_Info"_s), u"0"_s);
+        Type(u" more"_s);
+        int saved = 0;
+        for (int tick = 1; tick <= 7 && saved == 0; ++tick) {
+            m_tabs->Auto_Save_Tick();
+            saved = m_tabs->Current_Document()->Is_Changed() ? 0 : tick;
+        }
+        QCOMPARE(saved, savedAt);
+    }
+
+    void The_List_Stays_The_First_Tab()
+    {
+        m_tabs->Open(Stored(u"One"_s, u"1"_s));
+        m_tabs->Open(Stored(u"Two"_s, u"2"_s));
+        m_tabs->tabBar()->moveTab(2, 0);
+        QCOMPARE(m_tabs->tabText(0), u"List"_s);
+        m_tabs->tabBar()->moveTab(0, 2);
+        QCOMPARE(m_tabs->tabText(0), u"List"_s);
+        m_tabs->setCurrentIndex(2);
+        m_tabs->Turn(1);
+        QCOMPARE(m_tabs->currentIndex(), 0);
+        m_tabs->Turn(-1);
+        QCOMPARE(m_tabs->currentIndex(), 2);
+    }
+
+    void Fields_Are_Set_By_Clicks_And_Keys()
+    {
+        m_tabs->Open(Stored(u"Rivers"_s, u"A chosen word"_s));
+        auto &stars = Control<Star_Field>("Comb_Star");
+        QTest::mouseClick(&stars, Qt::LeftButton, {}, QPoint(stars.width() * 5 / 10, stars.height() / 2));
+        QCOMPARE(stars.Text(), u"★★★☆☆"_s);
+        QTest::keyClick(&Control<Star_Field>("Comb_Done"), Qt::Key_5);
+        QTextEdit &content = Control<QTextEdit>("Txt_Content");
+        QVERIFY(content.find(u"chosen"_s));
+        Control<QToolButton>("Img_Tool_Action_0").click();
+        Control<QToolButton>("Img_Tool_Action_1").click();
+        Control<QToolButton>("Img_Tool_Action_3").click();
+        QVERIFY(m_tabs->Save_Current());
+        QCOMPARE(Sql_Rows(u"select Code_Color,Code_Done,Code_Title,Code_Keys,Code_Explain from Code_Info"_s).value(0),
+                 QStringList({u"★★★☆☆"_s, u"★★★★★"_s, u"chosen"_s, u"chosen"_s, u"chosen"_s}));
+        QTest::mouseClick(&stars, Qt::LeftButton, {}, QPoint(stars.width() * 5 / 10, stars.height() / 2));
+        QCOMPARE(stars.Text(), u"★★☆☆☆"_s);
+    }
+
+    void A_Page_Is_Read_As_A_Page_And_Edited_As_Text()
+    {
+        m_program->Write(u"page.mp3"_s, "x");
+        const QString id =
+            AddCodeContent_File_Ex(m_program->Path(u"page.mp3"_s), u"001"_s, u"0"_s, u"Song"_s, u"mp3"_s, false);
+        m_tabs->Open(id);
+        auto &page = Control<Page_View>("Web_Page");
+        QVERIFY(page.isVisible() && !m_tabs->Current_Document()->Is_Editing());
+        QCOMPARE(page.toPlainText().trimmed(), m_program->Path(u"page.mp3"_s));
+        m_tabs->Action(u"Mnu_Mode_Edit"_s)->trigger();
+        QVERIFY(!page.isVisible());
+        QTextEdit &content = Control<QTextEdit>("Txt_Content");
+        QVERIFY(content.isVisible() && !content.isReadOnly() &&
+                content.toPlainText() == m_program->Path(u"page.mp3"_s) + u'\n');
+        content.setPlainText(u"<p>changed<script>x()</script><img src='http://host/x.png'>"_s);
+        m_tabs->Action(u"Mnu_Mode_Edit"_s)->trigger();
+        QCOMPARE(page.toPlainText().remove(QChar(0xFFFC)), u"changed"_s);
+        m_program->prompts.Expect(u"内容已更改"_s, u"no"_s);
+        QVERIFY(m_tabs->Close(1));
+    }
+};
+
+QTEST_MAIN(Test_Document_Tabs)
+#include "test_document_tabs.moc"
