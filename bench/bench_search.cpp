@@ -49,7 +49,7 @@ void Pass_Raw(benchmark::State &state)
     Raw_Database database(Library_File());
     std::string columns;
     for (const Search_Field &field : Search_Fields())
-        columns += (columns.empty() ? "" : ",") + std::string(field.column);
+        columns.append(columns.empty() ? "" : ",").append(field.column);
     sqlite3_stmt *pass = database.Prepare("select " + columns + " from Code_Info");
     qint64 bytes = 0;
     for (auto _ : state)

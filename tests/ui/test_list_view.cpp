@@ -162,6 +162,8 @@ private slots:
     {
         Search_Pane pane(*m_shell);
         pane.show();
+        pane.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&pane));
         Tree_Model tree;
         Tree_Builder builder;
         builder.Add({}, {u"qvmxcode_"_s, u"root"_s, {}, true, {}, -1, 0, {}});
@@ -170,9 +172,11 @@ private slots:
         QSignalSpy ended(&pane, &Search_Pane::Search_Ended);
         auto *keys = pane.findChild<QComboBox *>(u"Cob_FindKey"_s);
         const auto search = [&](const QString &key) {
+            pane.Start_Typing();
             keys->setEditText(key);
             QTest::keyClick(keys->lineEdit(), Qt::Key_Return);
-            return !ended.isEmpty() || ended.wait() ? ended.takeFirst().first().value<std::shared_ptr<Search_Result>>() : nullptr;
+            return !ended.isEmpty() || ended.wait() ? ended.takeFirst().first().value<std::shared_ptr<Search_Result>>()
+                                                    : nullptr;
         };
         const auto result = search(u"O'NE"_s);
         QVERIFY(result);
