@@ -4,20 +4,17 @@
 /// Statements of the one-time upgrade, frozen as those of the ladder's rungs.
 namespace Update_235_Sql
 {
-inline constexpr const char16_t *Document_Count = u"SELECT Count(*) AS qty FROM Code_Info ";
-inline constexpr const char16_t *Add_Compressed_Content =
+constexpr const char16_t *Document_Count = u"SELECT Count(*) AS qty FROM Code_Info ";
+constexpr const char16_t *Add_Compressed_Content =
     u"ALTER TABLE code_info ADD COLUMN Code_Content_IO OLEOBJECT, TinyClass_ID long ";
-inline constexpr const char16_t *Contents =
-    u"Select Code_ID,Code_Content,Code_Content_IO  From Code_Info order by Code_ID";
-inline constexpr const char16_t *Add_Classes_Of_Files =
+constexpr const char16_t *Contents = u"Select Code_ID,Code_Content,Code_Content_IO  From Code_Info order by Code_ID";
+constexpr const char16_t *Add_Classes_Of_Files =
     u"ALTER TABLE tab_file ADD COLUMN Class_ID Long,SmallClass_ID Long, TinyClass_ID long  ";
-inline constexpr const char16_t *Files =
-    u"select file_id,code_id,Class_ID,SmallClass_ID from tab_file order by file_id";
-inline constexpr const char16_t *Classes_Of_Document =
-    u"select Class_ID,SmallClass_ID  From Code_Info where Code_ID='%1'";
+constexpr const char16_t *Files = u"select file_id,code_id,Class_ID,SmallClass_ID from tab_file order by file_id";
+constexpr const char16_t *Classes_Of_Document = u"select Class_ID,SmallClass_ID  From Code_Info where Code_ID='%1'";
 
 /// Tables and columns that the following rungs read. Where a file has one already, it stays as it is.
-inline constexpr const char16_t *Later_Needs[] = {
+constexpr const char16_t *Later_Needs[] = {
     u"CREATE TABLE Mess_Conf ([Mess_ID] Text(5), [Mess_Name1] Text(50), [Mess_Name2] Text(50))",
     u"CREATE TABLE User_List ([User_Name] Text(50) PRIMARY KEY, [User_Title] Text(20), [User_Name1] Text(50), "
     u"[User_Name2] Text(50), [User_Addr] Text(50), [User_Tel] Text(50), [User_Fax] Text(50), [User_Email] Text(50), "

@@ -106,7 +106,7 @@ private:
     QTimer m_draftTimer;
     QTimer m_widthTimer;
     QString m_storedPassword;
-    QString m_readText; ///< of a web page's pane, as it was read
+    QString m_readText;     ///< of a web page's pane, as it was read
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
     int m_viewMode = 0;

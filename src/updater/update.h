@@ -20,6 +20,7 @@ struct Item {
 QList<Item> Read_List(const QString &listFile, const QString &programDirectory);
 
 /// Checks and stages every file before the first takes its place, and puts the old ones back when one cannot take its
-/// own, so that a missing, damaged or unwritable one leaves the program as it was. @throws Run_Time_Error 53, 61, 70 or 75.
+/// own, so that a missing, damaged or unwritable one leaves the program as it was. @throws Run_Time_Error 53, 61, 70
+/// or 75.
 void Apply(const QList<Item> &items);
 } // namespace Update

@@ -3,6 +3,6 @@
 
 namespace Sql
 {
-inline constexpr const char16_t *Login_Names = u"select user_name from User_pass  order by user_name";
-inline constexpr const char16_t *Login_User = u"select top 1 * from User_pass where user_name ='%1'";
+constexpr const char16_t *Login_Names = u"select user_name from User_pass  order by user_name";
+constexpr const char16_t *Login_User = u"select top 1 * from User_pass where user_name ='%1'";
 } // namespace Sql

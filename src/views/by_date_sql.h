@@ -3,12 +3,12 @@
 
 namespace Sql
 {
-inline constexpr const char16_t *First_Date = u"Select top 1 cate_ID,code_date  From Code_Info  Order by code_date asc";
-inline constexpr const char16_t *Last_Date = u"Select top 1 cate_ID,code_date  From Code_Info  Order by code_date desc";
+constexpr const char16_t *First_Date = u"Select top 1 cate_ID,code_date  From Code_Info  Order by code_date asc";
+constexpr const char16_t *Last_Date = u"Select top 1 cate_ID,code_date  From Code_Info  Order by code_date desc";
 /// The earliest date when documents without one come before it.
-inline constexpr const char16_t *First_Known_Date =
+constexpr const char16_t *First_Known_Date =
     u"Select top 1 cate_ID,code_date  From Code_Info  where code_date is not null Order by code_date asc";
-inline constexpr const char16_t *Count_Of_Period = u"Select count(*)  From Code_Info where code_date like '%1%' ";
-inline constexpr const char16_t *Days_Of_Month =
+constexpr const char16_t *Count_Of_Period = u"Select count(*)  From Code_Info where code_date like '%1%' ";
+constexpr const char16_t *Days_Of_Month =
     u"Select count(*),Code_date  From Code_Info where code_date like '%1%' group by Code_date Order by Code_date asc";
 } // namespace Sql

@@ -10,67 +10,65 @@ namespace Sql
     u"Code_Author,Code_Create,Code_Update,Code_Provenance,Code_Promulgator,Code_Date,Code_File,Code_Type,"             \
     u"Code_ReadDate,Code_Readnum,Code_UpdateNum,Code_Creater,Code_Updater,Code_LineColor,Code_ReadDateNext "
 
-inline constexpr const char16_t *Count_Of_Date = u"Select count(*)  From Code_Info where code_date = #%1# ";
-inline constexpr const char16_t *Count_Of_Date_Server = u"Select count(*)  From Code_Info where code_date = '%1' ";
-inline constexpr const char16_t *Count_Of_Date_Prefix = u"Select count(*)  From Code_Info where code_date like '%1%' ";
-inline constexpr const char16_t *Count_Of_Subtree = u"Select count(*)  From Code_Info where Cate_ID like '%1%' ";
-inline constexpr const char16_t *Count_Of_Folder = u"Select count(*)  From Code_Info where Cate_ID = '%1' ";
+constexpr const char16_t *Count_Of_Date = u"Select count(*)  From Code_Info where code_date = #%1# ";
+constexpr const char16_t *Count_Of_Date_Server = u"Select count(*)  From Code_Info where code_date = '%1' ";
+constexpr const char16_t *Count_Of_Date_Prefix = u"Select count(*)  From Code_Info where code_date like '%1%' ";
+constexpr const char16_t *Count_Of_Subtree = u"Select count(*)  From Code_Info where Cate_ID like '%1%' ";
+constexpr const char16_t *Count_Of_Folder = u"Select count(*)  From Code_Info where Cate_ID = '%1' ";
 
-inline constexpr const char16_t *Filter_Date = u" and code_date = #%1# ";
-inline constexpr const char16_t *Filter_Date_Server = u" and code_date = '%1' ";
-inline constexpr const char16_t *Filter_Date_Prefix = u" and code_date like '%1%' ";
-inline constexpr const char16_t *Filter_No_Password = u" and Cate_Info.Cate_pass = ''";
+constexpr const char16_t *Filter_Date = u" and code_date = #%1# ";
+constexpr const char16_t *Filter_Date_Server = u" and code_date = '%1' ";
+constexpr const char16_t *Filter_Date_Prefix = u" and code_date like '%1%' ";
+constexpr const char16_t *Filter_No_Password = u" and Cate_Info.Cate_pass = ''";
 
-inline constexpr const char16_t *Rows_Of_Date =
+constexpr const char16_t *Rows_Of_Date =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info,Cate_Info   where  Code_Info.Cate_id = Cate_Info.Cate_id   "
     u"and Cate_Info.Cate_pass = ''%2  order by %3";
-inline constexpr const char16_t *Rows_Of_Date_Prefix =
+constexpr const char16_t *Rows_Of_Date_Prefix =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info,Cate_Info   where  Code_Info.Cate_id = Cate_Info.Cate_id   "
     u"and Cate_Info.Cate_pass = ''%2   order by %3";
-inline constexpr const char16_t *Rows_Of_All =
+constexpr const char16_t *Rows_Of_All =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info,Cate_Info   where Code_Info.Cate_id not like '000%'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  and Cate_Info.Cate_pass = '' order by %2";
-inline constexpr const char16_t *Rows_Of_Root =
+constexpr const char16_t *Rows_Of_Root =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info where Code_Info.Cate_id not like '000%'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  and Cate_Info.Cate_pass = '' order by %2";
 
 // clang-format off
-inline constexpr const char16_t *Rows_Of_Subtree =
+constexpr const char16_t *Rows_Of_Subtree =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID like '%2%'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS
     u"  from code_info ,tab_VirCate where code_info.code_id = tab_VirCate.code_id and tab_VirCate.cate_id like "
     u"'%2%'  order by %4";
 // clang-format on
 /// The server's statement has no "%" in its pattern.
-inline constexpr const char16_t *Rows_Of_Subtree_Server =
+constexpr const char16_t *Rows_Of_Subtree_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
     u"Cate_Info.Cate_id  left join tab_VirCate on "
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID like '%2'  %3 order by %4";
 // clang-format off
-inline constexpr const char16_t *Rows_Of_Folder =
+constexpr const char16_t *Rows_Of_Folder =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info ,Cate_Info  Where Code_Info.Cate_ID = '%2'  and "
     u"Code_Info.Cate_id = Cate_Info.Cate_id  %3 order by %4 union select " ZELQOR_LIST_COLUMNS
     u"  from code_info inner join tab_VirCate on code_info.code_id = tab_VirCate.code_id where code_info.cate_id = "
     u"'%2'  order by %4";
 // clang-format on
-inline constexpr const char16_t *Rows_Of_Folder_Server =
+constexpr const char16_t *Rows_Of_Folder_Server =
     u"Select top %1" ZELQOR_LIST_COLUMNS u" From Code_Info inner join Cate_Info on   Code_Info.Cate_id = "
     u"Cate_Info.Cate_id  left join tab_VirCate on "
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID = '%2'  %3 order by %4";
 
-inline constexpr const char16_t *Rows_By_Condition =
-    u"Select  " ZELQOR_LIST_COLUMNS u" ,Code_Content  From Code_Info %1";
-inline constexpr const char16_t *One_Row =
-    u"Select  " ZELQOR_LIST_COLUMNS u" From Code_Info where Code_Info.Code_ID='%1'";
+constexpr const char16_t *Rows_By_Condition = u"Select  " ZELQOR_LIST_COLUMNS u" ,Code_Content  From Code_Info %1";
+constexpr const char16_t *One_Row = u"Select  " ZELQOR_LIST_COLUMNS u" From Code_Info where Code_Info.Code_ID='%1'";
 
 /// The name of a row's folder, "select cate_name from Cate_Info where cate_id='id'", and its attachments, "SELECT
 /// count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id='id'", asked for all rows of a page at
 /// once.
-inline constexpr const char16_t *Folder_Names = u"select cate_id,cate_name from Cate_Info where cate_id in (%1)";
-inline constexpr const char16_t *Attachment_Counts =
+constexpr const char16_t *Folder_Names = u"select cate_id,cate_name from Cate_Info where cate_id in (%1)";
+constexpr const char16_t *Attachment_Counts =
     u"SELECT code_id,count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id in (%1) "
     u"group by code_id";
-inline constexpr const char16_t *Folder_Password = u"Select Cate_id,Cate_pass  From Cate_Info Where Cate_id='%1'";
+constexpr const char16_t *Folder_Password = u"Select Cate_id,Cate_pass  From Cate_Info Where Cate_id='%1'";
 
 #undef ZELQOR_LIST_COLUMNS
 

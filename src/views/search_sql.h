@@ -4,12 +4,12 @@
 /// Parts of the condition of a search: %1 is a folder id or a column, %2 the key.
 namespace Sql
 {
-inline constexpr const char16_t *Search_First_Folder = u" WHERE ( Cate_ID = '%1'   ";
-inline constexpr const char16_t *Search_Next_Folder = u" or Cate_ID = '%1'   ";
-inline constexpr const char16_t *Search_Everywhere = u" WHERE Cate_ID like '%'   ";
-inline constexpr const char16_t *Search_First_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ";
-inline constexpr const char16_t *Search_Next_Field = u" or ( instr(1,lcase(%1),lcase('%2'),0)<>0 )";
-inline constexpr const char16_t *Search_Only_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ) ";
-inline constexpr const char16_t *Search_Order = u" order by Code_ID ";
-inline constexpr const char16_t *Document_Total = u"Select count(*)  From Code_Info";
+constexpr const char16_t *Search_First_Folder = u" WHERE ( Cate_ID = '%1'   ";
+constexpr const char16_t *Search_Next_Folder = u" or Cate_ID = '%1'   ";
+constexpr const char16_t *Search_Everywhere = u" WHERE Cate_ID like '%'   ";
+constexpr const char16_t *Search_First_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ";
+constexpr const char16_t *Search_Next_Field = u" or ( instr(1,lcase(%1),lcase('%2'),0)<>0 )";
+constexpr const char16_t *Search_Only_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ) ";
+constexpr const char16_t *Search_Order = u" order by Code_ID ";
+constexpr const char16_t *Document_Total = u"Select count(*)  From Code_Info";
 } // namespace Sql
