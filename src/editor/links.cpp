@@ -38,7 +38,7 @@ Links::Kind Links::Kind_Of(const QString &target)
 
 QString Links::Completed(const QString &typed)
 {
-    const QString text = typed.trimmed();
+    QString text = typed.trimmed();
     if (text.isEmpty() || text.startsWith(u'#'))
         return text;
     if (Files::Is_Absolute(text))

@@ -12,7 +12,7 @@ const QString Word_Letter = QStringLiteral("(?![\\p{Han}\\p{Hiragana}\\p{Katakan
 
 QString Expression(const Text_Search::Wish &wish)
 {
-    const QString text = wish.pattern ? wish.text : QRegularExpression::escape(wish.text);
+    QString text = wish.pattern ? wish.text : QRegularExpression::escape(wish.text);
     if (!wish.wholeWord)
         return text;
     return QStringLiteral("(?:(?<!%1)|(?!%1))(?:%2)(?:(?!%1)|(?<!%1))").arg(Word_Letter, text);

@@ -81,12 +81,12 @@ std::optional<QString> Password_Filter(const QString &cateId, QString &password)
         Prompts::Input(Pack_Text("Frm_Main", "_Screct_Word"), Pack_Text("Frm_Main", "_Screct_Title"), {}, true);
     if (typed.isEmpty())
         return std::nullopt;
-    if (typed != wanted) {
+    if (typed.trimmed() != wanted.trimmed()) {
         Prompts::Message(Pack_Text("Frm_Main", "_Screct_Err"), Pack_Text("Frm_Main", "_Screct_Title"),
                          Prompts::Icon::Exclamation);
         return std::nullopt;
     }
-    password = typed;
+    password = wanted;
     return QString();
 }
 
