@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "library.h"
 #include "platform/database/database.h"
+#include "ratio_reporter.h"
 #include "tree/folder_ids.h"
 #include "tree/folder_moving.h"
 #include "tree/tree_loading.h"
@@ -163,25 +164,6 @@ BENCHMARK(Move_Folders)->Unit(benchmark::kMillisecond);
 BENCHMARK(Recount_Floor)->Unit(benchmark::kMillisecond);
 BENCHMARK(Recount)->Unit(benchmark::kMillisecond);
 
-/// Prints what each measurement costs in units of the floor before it.
-class Ratio_Reporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run> &runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run &run : runs) {
-            const double time = run.GetAdjustedRealTime();
-            if (run.benchmark_name().ends_with("_Floor"))
-                m_floor = time;
-            else if (m_floor > 0)
-                GetOutputStream() << run.benchmark_name() << " / floor = " << time / m_floor << "\n";
-        }
-    }
-
-private:
-    double m_floor = 0;
-};
 } // namespace
 
 int main(int argc, char **argv)

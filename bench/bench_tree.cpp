@@ -6,6 +6,7 @@
 #include "core/settings.h"
 #include "library.h"
 #include "platform/database/database.h"
+#include "ratio_reporter.h"
 #include "tree/tree_loading.h"
 
 #include <QGuiApplication>
@@ -103,25 +104,6 @@ void Tree_Load(benchmark::State &state)
 BENCHMARK(Tree_Floor)->Unit(benchmark::kMillisecond);
 BENCHMARK(Tree_Load)->Unit(benchmark::kMillisecond);
 
-/// Prints what the load costs in units of its floor.
-class Ratio_Reporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run> &runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run &run : runs) {
-            const double time = run.GetAdjustedRealTime();
-            if (run.benchmark_name() == "Tree_Floor")
-                m_floor = time;
-            else if (m_floor > 0)
-                GetOutputStream() << run.benchmark_name() << " / Tree_Floor = " << time / m_floor << "\n";
-        }
-    }
-
-private:
-    double m_floor = 0;
-};
 } // namespace
 
 int main(int argc, char **argv)

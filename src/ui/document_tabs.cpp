@@ -163,6 +163,15 @@ Deletion Document_Tabs::Delete(const QStringList &ids, Asked_In place)
     return deletion;
 }
 
+bool Document_Tabs::Close_All()
+{
+    while (count() > 1) {
+        if (!Close(count() - 1))
+            return false;
+    }
+    return true;
+}
+
 bool Document_Tabs::Save_All()
 {
     bool all = true;

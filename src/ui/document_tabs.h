@@ -36,6 +36,8 @@ public:
     bool Close(int index);
     /// Asks and deletes; the documents' tabs close, and one with unsaved text that would only be moved asks for it.
     Deletion Delete(const QStringList &ids, Asked_In place);
+    /// Closes every document, asking for each unsaved one. @returns false when one stays
+    bool Close_All();
     /// Selects and saves every unsaved document, from the first to the last. @returns false when one stays unsaved
     bool Save_All();
     /// Open documents read the folders anew; a folder with its subtree may have other ids now.

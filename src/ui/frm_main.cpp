@@ -454,6 +454,9 @@ void Frm_Main::Choose_Files()
 
 void Frm_Main::Choose_Database()
 {
+    // A document belongs to its database; saved from an open tab, it would be written into the other one.
+    if (!m_tabs->Close_All())
+        return;
     Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
         if (Database_Chosen)
             Database_Chosen();

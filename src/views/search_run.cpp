@@ -39,6 +39,11 @@ void Search_Run::Start(const QString &where, const QString &searchKey, int limit
     connect(m_thread.get(), &QThread::finished, this, [this, outcome] {
         m_thread->wait();
         m_thread.reset();
+        if (m_stop) {
+            // A stop that came when the rows were already found counts too.
+            outcome->stopped = true;
+            outcome->found = {};
+        }
         emit Finished(outcome);
     });
     m_thread->start();
