@@ -92,6 +92,7 @@ void Frm_Doc_Standard::Take_Page(const QString &page, const QString &folder)
     m_ui->Txt_Title->setText(m_form.content->metaInformation(QTextDocument::DocumentTitle).simplified());
     m_form.content->setModified(true);
     Show_Modify();
+    emit Mark_Changed();
 }
 
 bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)

@@ -414,6 +414,7 @@ private slots:
         m_program->prompts.Expect(u"选择网页文件"_s, m_program->Path(u"page.html"_s));
         m_tabs->Action(u"AddCode_Htm"_s)->trigger();
         QVERIFY(m_tabs->Current_Document()->Is_Changed() && m_tabs->Current_Document()->Is_Editing());
+        QCOMPARE(m_tabs->tabText(1), u"A page*"_s);
         QVERIFY(m_tabs->Save_Current());
         QCOMPARE(Sql_Rows(u"select Code_Title,Code_Type,Code_Content,Cate_ID from Code_Info"_s).value(0),
                  QStringList({u"A page"_s, u"RTF"_s, u"text"_s, u"001"_s}));
