@@ -56,6 +56,13 @@ public:
                          QStringLiteral("%1 / %2").arg(number).arg(Count()));
     }
 
+    /// Where a page begins in the text.
+    [[nodiscard]] int Start_Of(int number) const
+    {
+        const double top = (number - 1) * m_copy->pageSize().height();
+        return m_copy->documentLayout()->hitTest(QPointF(0, top + 1), Qt::FuzzyHit);
+    }
+
 private:
     std::unique_ptr<QTextDocument> m_copy;
     QSizeF m_page;
@@ -83,6 +90,20 @@ int Printing::Print(const QTextDocument &document, QPagedPaintDevice &device, co
         sheets.Paint(painter, number);
     }
     return count;
+}
+
+QList<int> Printing::Page_Starts(const QTextDocument &document)
+{
+    QBuffer nowhere;
+    nowhere.open(QIODevice::WriteOnly);
+    QPdfWriter device(&nowhere);
+    device.setResolution(Pdf_Resolution);
+    Set_Up_Page(device);
+    const Sheets sheets(document, device);
+    QList<int> starts;
+    for (int number = 2; number <= sheets.Count(); ++number)
+        starts << sheets.Start_Of(number);
+    return starts;
 }
 
 void Printing::Write_Pdf(const QTextDocument &document, const QString &path, const QString &title)
