@@ -270,15 +270,20 @@ QString Save_File_Document(const QString &path, const QString &folder_id, const 
     document.row.UpdateBatch();
     document.row.Close();
 
-    Recordset stored;
-    stored.Open(Sql_Text(Sql::Find_Document, document.id), App().Conn_Str);
-    return stored.Eof() ? QString() : document.id;
+    return Is_Stored(document.id) ? document.id : QString();
 }
 } // namespace
 
 QString Store_Time()
 {
     return Machine::Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+bool Is_Stored(const QString &code_id)
+{
+    Recordset stored;
+    stored.Open(Sql_Text(Sql::Find_Document, code_id), App().Conn_Str);
+    return !stored.Eof();
 }
 
 void Report_Failed_Save()

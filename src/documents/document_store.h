@@ -33,3 +33,5 @@ void Report_Failed_Save();
 
 /// Now as the store writes it: "YYYY-MM-DD HH:MM:SS".
 QString Store_Time();
+/// Whether there is a document of that id. @throws Run_Time_Error
+bool Is_Stored(const QString &code_id);
