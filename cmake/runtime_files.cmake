@@ -59,6 +59,18 @@ foreach(name home book note recyclebin)
     carry(${upper}_ICO ${runtime}/${name}.ico)
 endforeach()
 
+# Empty office documents for new ones: the parts of each package are text, put together here.
+foreach(kind docx xlsx pptx)
+    set(folder ${CMAKE_SOURCE_DIR}/assets/blank/${kind})
+    file(GLOB_RECURSE parts CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*.xml ${folder}/*.rels)
+    list(TRANSFORM parts PREPEND ${folder}/ OUTPUT_VARIABLE whole)
+    add_custom_command(OUTPUT ${runtime}/blank.${kind}
+        COMMAND ${CMAKE_COMMAND} -E tar cf ${runtime}/blank.${kind} --format=zip ${parts}
+        WORKING_DIRECTORY ${folder} DEPENDS ${whole} VERBATIM)
+    string(TOUPPER ${kind} upper)
+    carry(BLANK_${upper} ${runtime}/blank.${kind})
+endforeach()
+
 file(CONFIGURE OUTPUT ${runtime}/runtime.qrc CONTENT "<RCC><qresource prefix=\"/custom\">\n@resources@</qresource></RCC>\n" @ONLY)
 add_custom_command(OUTPUT ${runtime}/qrc_runtime.cpp
     COMMAND Qt6::rcc --name runtime -o ${runtime}/qrc_runtime.cpp ${runtime}/runtime.qrc

@@ -193,6 +193,27 @@ void Save_Form(Document_Form &form, const QString &code_id)
     form.stored_type = form.type;
 }
 
+/// The coder's input for a link: a file that holds the path as one line.
+QString Path_As_File(const Staging &staging, const QString &path)
+{
+    QString name = staging.Path(QStringLiteral("tt.txt"));
+    if (!Exists(name))
+        Files::Write_Bytes(name, path.toUtf8() + "\r\n", Files::Durability::Staging);
+    return name;
+}
+
+/// A file's bytes, or the path for a link.
+void Write_File_Stream(Document_Row &document, const QString &path, bool linkOnly)
+{
+    const QString output = QStringLiteral("zip.dd");
+    const Staging staging(1000, {output, QStringLiteral("tt.txt")});
+    staging.Drop(output);
+    Compress(linkOnly ? Path_As_File(staging, path) : path, staging.Path(output));
+    Copy_File_To_Blob(staging.Path(output), document["Code_Content_IO"]);
+    staging.Drop(output);
+    staging.Drop(QStringLiteral("tt.txt"));
+}
+
 /// The plain fields of both saves that have no form.
 void Write_Captured_Fields(Document_Row &document, const QString &folder_id, const QString &title)
 {
@@ -240,37 +261,38 @@ QString Save_Captured(const QTextDocument &source, const QString &folder_id, con
     return document.id;
 }
 
-/// The coder's input for a link: a file that holds the path as one line.
-QString Path_As_File(const Staging &staging, const QString &path)
-{
-    QString name = staging.Path(QStringLiteral("tt.txt"));
-    if (!Exists(name))
-        Files::Write_Bytes(name, path.toUtf8() + "\r\n", Files::Durability::Staging);
-    return name;
-}
-
 QString Save_File_Document(const QString &path, const QString &folder_id, const QString &code_id, const QString &title,
                            const File_Content &content)
 {
-    const QString output = QStringLiteral("zip.dd");
     Document_Row document = Open_Row(code_id);
     Write_Captured_Fields(document, folder_id, title.isEmpty() ? path : title);
     document["Code_Date"].Set(Machine::Now().date().startOfDay());
     document["Code_Content"].Set(content.text);
     document["Code_File"].Set(content.keeps_path ? path : QString());
-    const Staging staging(1000, {output, QStringLiteral("tt.txt")});
-    staging.Drop(output);
-    const QString input = content.link_only ? Path_As_File(staging, path) : path;
-    Compress(input, staging.Path(output));
-    Copy_File_To_Blob(staging.Path(output), document["Code_Content_IO"]);
-    staging.Drop(output);
-    staging.Drop(QStringLiteral("tt.txt"));
+    Write_File_Stream(document, path, content.link_only);
     Write_Last_Fields(document, QString(), content.type);
     Yield();
     document.row.UpdateBatch();
     document.row.Close();
 
     return Is_Stored(document.id) ? document.id : QString();
+}
+
+QString Replace_Content(const QString &code_id, const QString &path)
+{
+    Document_Row document = Open_Row(code_id);
+    if (document.inserted)
+        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Document is gone: ") + code_id);
+    const File_Content content = Content_Of_File(path, document["Code_Type"].Text(), false);
+    Write_Traces(document);
+    document["Code_UpdateNum"].Set(document["Code_UpdateNum"].Is_Null() ? 1 : document["Code_UpdateNum"].Number() + 1);
+    document["Code_Update"].Set(Store_Time());
+    document["Code_Content"].Set(content.text);
+    Write_File_Stream(document, path, false);
+    Yield();
+    document.row.UpdateBatch();
+    document.row.Close();
+    return content.text;
 }
 } // namespace
 
@@ -327,4 +349,16 @@ QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, co
             return Save_File_Document(path, folder_id, code_id, title, Content_Of_File(path, type, link_only));
         },
         report);
+}
+
+bool Replace_File_Content(const QString &code_id, const QString &path, QString &text)
+{
+    return Trap(
+        QStringLiteral("Mod_DataBase\\Replace_File_Content"),
+        [&] {
+            const Busy_Pointer busy;
+            text = Replace_Content(code_id, path);
+            return true;
+        },
+        Report_Failed_Save);
 }

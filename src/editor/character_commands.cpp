@@ -3,6 +3,7 @@
 
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/settings.h"
 #include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
@@ -20,27 +21,17 @@ void Align(Text_Editor &editor, QTextCharFormat::VerticalAlignment alignment, bo
     editor.mergeCurrentCharFormat(format);
 }
 
-/// Changes the format of each run of the selection by itself, or the one that is typed in next. Unlike a merge this
-/// can take properties away.
+/// Changes the format of each run of text between two places by itself. Unlike a merge this can take properties away.
 template <class Change>
-void Each_Run(Text_Editor &editor, Change &&change)
+void Change_Runs(QTextDocument &document, int from, int to, Change &&change)
 {
-    QTextCursor selection = editor.textCursor();
-    if (!selection.hasSelection()) {
-        QTextCharFormat format = editor.currentCharFormat();
-        change(format);
-        editor.setCurrentCharFormat(format);
-        return;
-    }
     struct Part {
         int from;
         int to;
         QTextCharFormat format;
     };
     QList<Part> parts;
-    const int from = selection.selectionStart(), to = selection.selectionEnd();
-    for (QTextBlock block = editor.document()->findBlock(from); block.isValid() && block.position() < to;
-         block = block.next()) {
+    for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to; block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment part = it.fragment();
             const int begin = std::max(from, part.position()), end = std::min(to, part.position() + part.length());
@@ -48,7 +39,7 @@ void Each_Run(Text_Editor &editor, Change &&change)
                 parts.append({begin, end, part.charFormat()});
         }
     }
-    QTextCursor cursor(editor.document());
+    QTextCursor cursor(&document);
     cursor.beginEditBlock();
     for (Part &part : parts) {
         change(part.format);
@@ -57,6 +48,20 @@ void Each_Run(Text_Editor &editor, Change &&change)
         cursor.setCharFormat(part.format);
     }
     cursor.endEditBlock();
+}
+
+/// The same for the selection, or for what is typed next.
+template <class Change>
+void Each_Run(Text_Editor &editor, Change &&change)
+{
+    const QTextCursor selection = editor.textCursor();
+    if (selection.hasSelection()) {
+        Change_Runs(*editor.document(), selection.selectionStart(), selection.selectionEnd(), change);
+        return;
+    }
+    QTextCharFormat format = editor.currentCharFormat();
+    change(format);
+    editor.setCurrentCharFormat(format);
 }
 
 /// An invalid colour when nothing usable was typed; `given` tells whether the user gave one.
@@ -68,6 +73,12 @@ QColor Asked_Color(bool &given)
     if (!given && !answer.isEmpty())
         Prompts::Message(Pack_Text("Editor_Bar", "_No_Color"), App().App_Title, Prompts::Icon::Exclamation);
     return color;
+}
+
+/// The colour that the settings name for marked text.
+QColor Mark_Color()
+{
+    return Character_Commands::Stored_Color(Config().Col_List.toUInt());
 }
 
 constexpr double Usual_Sizes[] = {5,  6,  7,  8,  9,  10, 11, 12, 14, 16, 18, 20,
@@ -184,6 +195,23 @@ void Character_Commands::Set_Highlight(Text_Editor &editor, const QColor &color)
     });
 }
 
+QColor Character_Commands::Stored_Color(uint number)
+{
+    return QColor::fromRgb(static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
+                           static_cast<int>(number >> 16 & 0xFF));
+}
+
+void Character_Commands::Mark(Text_Editor &editor, bool on)
+{
+    Set_Highlight(editor, on ? Mark_Color() : QColor());
+}
+
+bool Character_Commands::Is_Marked(const Text_Editor &editor)
+{
+    const QTextCharFormat format = editor.currentCharFormat();
+    return format.hasProperty(QTextFormat::BackgroundBrush) && format.background().color() == Mark_Color();
+}
+
 void Character_Commands::Ask_Color(Text_Editor &editor, bool /*on*/)
 {
     bool given = false;
@@ -223,5 +251,18 @@ void Character_Commands::Clear_Format(Text_Editor &editor, bool /*on*/)
             plain.setForeground(format.foreground());
         }
         format = plain;
+    });
+}
+
+void Character_Commands::Keep_Emphasis(QTextDocument &document, const QTextCharFormat &like)
+{
+    Change_Runs(document, 0, document.characterCount(), [&](QTextCharFormat &format) {
+        for (const auto property : {QTextFormat::FontFamilies, QTextFormat::FontPointSize, QTextFormat::FontPixelSize,
+                                    QTextFormat::FontSizeAdjustment, QTextFormat::ForegroundBrush,
+                                    QTextFormat::BackgroundBrush, QTextFormat::FontLetterSpacing})
+            format.clearProperty(property);
+        format.setFontFamilies(like.fontFamilies().toStringList());
+        if (like.fontPointSize() > 0)
+            format.setFontPointSize(like.fontPointSize());
     });
 }

@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QString>
 
+class QTextCharFormat;
+class QTextDocument;
 class Text_Editor;
 
 /// Commands on the characters of the selection, or on those that are typed next.
@@ -31,10 +33,17 @@ void Set_Color(Text_Editor &editor, const QColor &color);
 void Set_Highlight(Text_Editor &editor, const QColor &color);
 /// Asks for a colour as "#RRGGBB" or by its name.
 void Ask_Color(Text_Editor &editor, bool on);
+/// A colour of the settings, 0xBBGGRR.
+QColor Stored_Color(uint number);
+/// Marks with the colour of the settings, or takes every mark away.
+void Mark(Text_Editor &editor, bool on);
+bool Is_Marked(const Text_Editor &editor);
 void Ask_Highlight(Text_Editor &editor, bool on);
 /// The next size up or down that people use.
 void Larger(Text_Editor &editor, bool on);
 void Smaller(Text_Editor &editor, bool on);
 /// Makes the selection plain: its font and size stay those of the document, links stay links.
 void Clear_Format(Text_Editor &editor, bool on);
+/// Gives a text the font of another one and takes its colours away; what is bold, a link or a picture stays so.
+void Keep_Emphasis(QTextDocument &document, const QTextCharFormat &like);
 } // namespace Character_Commands

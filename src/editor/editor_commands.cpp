@@ -14,6 +14,7 @@ Editor_Commands::Editor_Commands(QWidget *owner) : QObject(owner)
     Make_Menus(*owner);
     for (const Command_Row &row : Command_Table())
         Make_Action(row, *owner);
+    Nest_Menus();
 }
 
 void Editor_Commands::Serve(const QList<Text_Editor *> &editors, QWidget &form)
@@ -83,8 +84,20 @@ void Editor_Commands::Make_Menus(QWidget &owner)
         auto *menu = new QMenu(QString::fromUtf8(row.words), &owner);
         menu->setObjectName(QLatin1String(row.name));
         m_menus.insert(row.menu, menu);
-        if (row.inside != row.menu)
-            Menu(row.inside)->addMenu(menu);
+    }
+}
+
+/// A menu's own commands come first, then the menus inside it.
+void Editor_Commands::Nest_Menus()
+{
+    Command_Menu before = Command_Menu::Edit;
+    for (const Command_Menu_Row &row : Command_Menus()) {
+        if (row.inside == row.menu)
+            continue;
+        if (row.inside != before)
+            Menu(row.inside)->addSeparator();
+        before = row.inside;
+        Menu(row.inside)->addMenu(Menu(row.menu));
     }
 }
 

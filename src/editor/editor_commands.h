@@ -45,6 +45,7 @@ protected:
 private:
     void Make_Action(const Command_Row &row, QWidget &owner);
     void Make_Menus(QWidget &owner);
+    void Nest_Menus();
     void Run(const Command_Row &row, bool on);
     void Watch(Text_Editor *editor);
     void Show_Menu(const QPoint &place);

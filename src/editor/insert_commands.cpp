@@ -87,7 +87,9 @@ void Insert_Commands::Link(Text_Editor &editor, bool /*on*/)
         return;
     const QString target = Links::Completed(answer);
     cursor.beginEditBlock();
-    const QTextCharFormat before = cursor.charFormat();
+    // Text in the format of a picture would be taken for pictures.
+    const QTextCharFormat here = cursor.charFormat();
+    const QTextCharFormat before = here.isImageFormat() ? Paragraph_Commands::Body_Format(editor, here) : here;
     if (target.isEmpty() && !old.isEmpty())
         Unlink(cursor);
     else if (!target.isEmpty() && cursor.hasSelection())

@@ -64,8 +64,13 @@ void Links::Open(const QString &target)
             Prompts::Answer::Yes)
             return;
     }
-    if (!The_Opener()(url))
+    if (!Start(url))
         say("_Link_Failed", target);
+}
+
+bool Links::Start(const QUrl &address)
+{
+    return The_Opener()(address);
 }
 
 void Links::Set_Opener(const Opener &opener)

@@ -23,6 +23,9 @@ QString Completed(const QString &typed);
 /// Opens a target that is no Place: asks for a file, says why for a refused one.
 void Open(const QString &target);
 
+/// Gives an address to the desktop. @returns whether it took it
+bool Start(const QUrl &address);
+
 /// What gives an address to the desktop; tests put another one here.
 using Opener = std::function<bool(const QUrl &)>;
 void Set_Opener(const Opener &opener);

@@ -19,7 +19,8 @@ int Heading_Level(const Text_Editor &editor);
 void Set_Alignment(Text_Editor &editor, Qt::Alignment alignment);
 bool Has_Alignment(const Text_Editor &editor, Qt::Alignment alignment);
 
-/// Distance of the lines in percent of the usual one.
+/// The distances that are offered, in percent of the usual one; a setting names one by its place.
+inline constexpr int Line_Spacings[] = {100, 115, 150, 200, 250, 300};
 void Set_Line_Spacing(Text_Editor &editor, int percent);
 int Line_Spacing(const Text_Editor &editor);
 

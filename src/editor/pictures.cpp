@@ -87,26 +87,31 @@ QStringList Pictures::Files_In(const QMimeData &data)
 
 void Pictures::Carry_Over(QTextDocument &from, QTextDocument &to)
 {
+    Keep(from, to, [&](const QString &name) { return Held(from, name); });
+}
+
+void Pictures::Keep(QTextDocument &document, QTextDocument &holder, const Source &source)
+{
     struct Place {
         int position;
         int length;
         QTextImageFormat format;
     };
     QList<Place> places; // all of them first: a changed format may join fragments
-    for (QTextBlock block = from.begin(); block.isValid(); block = block.next()) {
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             if (fragment.charFormat().isImageFormat())
                 places.append({fragment.position(), fragment.length(), fragment.charFormat().toImageFormat()});
         }
     }
-    QTextCursor cursor(&from);
+    QTextCursor cursor(&document);
     for (Place &place : places) {
-        const QByteArray bytes = Held(from, place.format.name());
+        const QByteArray bytes = source(place.format.name());
         if (bytes.isEmpty())
             continue;
         place.format.setName(Name_Of(bytes));
-        to.addResource(QTextDocument::ImageResource, QUrl(place.format.name()), bytes);
+        holder.addResource(QTextDocument::ImageResource, QUrl(place.format.name()), bytes);
         cursor.setPosition(place.position);
         cursor.setPosition(place.position + place.length, QTextCursor::KeepAnchor);
         cursor.setCharFormat(place.format);

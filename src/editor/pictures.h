@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QStringList>
+#include <functional>
 
 class QImage;
 class QMimeData;
@@ -19,6 +20,11 @@ QByteArray As_File(const QImage &image);
 bool Insert(QTextCursor &cursor, const QByteArray &bytes);
 /// Local picture files among what is dragged or pasted.
 QStringList Files_In(const QMimeData &data);
+/// The bytes of a picture by the name that a document gives it, or none.
+using Source = std::function<QByteArray(const QString &name)>;
+/// Lets `holder` keep the pictures that `document` names, under names made of their bytes. A picture without bytes
+/// stays as it is.
+void Keep(QTextDocument &document, QTextDocument &holder, const Source &source);
 /// Gives `to` the pictures of `from`, for text that is copied between them. Pictures that are known by a local path
 /// only are read and kept under a name of their own.
 void Carry_Over(QTextDocument &from, QTextDocument &to);

@@ -17,7 +17,7 @@ namespace
 {
 constexpr double Margin = 20; // millimetres
 constexpr double Footer_Points = 24;
-constexpr int Pdf_Resolution = 300;
+constexpr int Pdf_Resolution = 1200; // that of the preview, so that both break the pages at the same places
 
 /// The document laid out for a device: a copy, so that what is on screen doesn't move.
 class Sheets

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/table_commands.h"
 
+#include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
 
 #include <QPointer>
@@ -82,13 +83,17 @@ void Even_Out(QTextTable &table)
     table.setFormat(format);
 }
 
-void Make_Header(QTextTable &table)
+/// What is typed into a cell looks like the text around the table, and bold in the header.
+void Set_Up_Cells(QTextTable &table, const QTextCharFormat &around, bool header)
 {
-    QTextCharFormat bold;
-    bold.setFontWeight(QFont::Bold);
-    for (int column = 0; column < table.columns(); ++column) {
-        QTextCursor inside = table.cellAt(0, column).firstCursorPosition();
-        inside.mergeBlockCharFormat(bold);
+    for (int row = 0; row < table.rows(); ++row) {
+        QTextCharFormat format;
+        format.setFontFamilies(around.fontFamilies().toStringList());
+        if (around.fontPointSize() > 0)
+            format.setFontPointSize(around.fontPointSize());
+        format.setFontWeight(header && row == 0 ? QFont::Bold : QFont::Normal);
+        for (int column = 0; column < table.columns(); ++column)
+            table.cellAt(row, column).firstCursorPosition().setBlockCharFormat(format);
     }
 }
 } // namespace
@@ -100,11 +105,11 @@ void Table_Commands::Insert(Text_Editor &editor, const Shape &shape)
     QTextCursor cursor = editor.textCursor();
     cursor.beginEditBlock();
     cursor.clearSelection();
+    const QTextCharFormat around = Paragraph_Commands::Body_Format(editor, cursor.charFormat());
     QTextTableFormat format = New_Format(columns);
     format.setHeaderRowCount(shape.header ? 1 : 0);
     QTextTable *table = cursor.insertTable(rows, columns, format);
-    if (shape.header)
-        Make_Header(*table);
+    Set_Up_Cells(*table, around, shape.header);
     cursor.endEditBlock();
     editor.setTextCursor(table->cellAt(0, 0).firstCursorPosition());
     editor.ensureCursorVisible();

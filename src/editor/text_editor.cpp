@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/text_editor.h"
 
+#include "core/settings.h"
+#include "editor/character_commands.h"
 #include "editor/composition.h"
 #include "editor/legible_colors.h"
 #include "editor/paragraph_commands.h"
@@ -24,6 +26,8 @@ namespace
 constexpr double Column_Inches = 7;   // the longest line that reads well at the usual sizes
 constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
 constexpr int Least_Margin = 8;
+/// Marks what was copied from a pane of this program.
+const QString Own_Type = QStringLiteral("application/x-zelqor-text");
 const char *const Rtf_Types[] = {"text/rtf", "application/rtf", "text/richtext"};
 
 QByteArray Rtf_In(const QMimeData &data)
@@ -47,13 +51,15 @@ Text_Editor::Text_Editor(QWidget *parent)
     Use_Surroundings();
 }
 
-void Text_Editor::Start_In_Font(const QString &family, qreal pointSize)
+void Text_Editor::Start_In(const QString &family, qreal pointSize, int lineSpacing)
 {
     QTextCharFormat format;
     format.setFontFamilies({family});
     m_startSize = std::max(1.0, pointSize);
     format.setFontPointSize(m_startSize);
     QTextCursor(document()).setBlockCharFormat(format);
+    if (lineSpacing != Paragraph_Commands::Line_Spacing(*this))
+        Paragraph_Commands::Set_Line_Spacing(*this, lineSpacing);
     setCurrentCharFormat(format);
     document()->clearUndoRedoStacks();
 }
@@ -79,10 +85,16 @@ void Text_Editor::Set_Page_Look(Page_Look look)
     if (look == m_look)
         return;
     m_look = look;
-    setStyleSheet(look == Page_Look::Paper ? QStringLiteral("QTextEdit { background: white; color: black; }")
-                                           : QString());
-    Use_Surroundings();
+    Use_Look();
     Fit();
+}
+
+void Text_Editor::Set_Ground(const QColor &ground)
+{
+    if (ground == m_ground)
+        return;
+    m_ground = ground;
+    Use_Look();
 }
 
 int Text_Editor::Line_Number() const
@@ -181,15 +193,16 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
+    const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
     QTextDocument foreign;
     if (!files.isEmpty()) {
         for (const QString &file : files)
             Pictures::Insert(cursor, Pictures::Read_File(file));
     } else if (const QByteArray rtf = Rtf_In(source); !rtf.isEmpty() && Rich_Text::Read_Rtf(rtf, foreign)) {
-        Insert_Document(foreign);
+        Insert_Document(foreign, keepsLooks);
     } else if (source.hasHtml()) {
         foreign.setHtml(source.html());
-        Insert_Document(foreign);
+        Insert_Document(foreign, keepsLooks);
     } else if (source.hasImage()) {
         Pictures::Insert(cursor, Pictures::As_File(source.imageData().value<QImage>()));
     } else {
@@ -208,6 +221,7 @@ QMimeData *Text_Editor::createMimeDataFromSelection() const
     QTextCursor(&copy).insertFragment(textCursor().selection());
     Pictures::Carry_Over(*document(), copy);
     copied->setData(QLatin1String(Rtf_Types[0]), Rich_Text::Write_Rtf(copy));
+    copied->setData(Own_Type, QByteArrayLiteral("1"));
     return copied;
 }
 
@@ -226,8 +240,8 @@ bool Text_Editor::Handle_Tab(bool back)
     const QTextCursor cursor = textCursor();
     if (cursor.currentTable() != nullptr && !cursor.hasSelection())
         return Table_Commands::Step(*this, back);
-    const bool item = cursor.block().textList() != nullptr && (cursor.atBlockStart() || cursor.hasSelection());
-    if (!item && !back)
+    const bool shifts = cursor.block().textList() != nullptr || Config().CH_Tab == QLatin1String("1");
+    if (!back && (!shifts || (!cursor.atBlockStart() && !cursor.hasSelection())))
         return false;
     back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);
     return true;
@@ -255,8 +269,10 @@ bool Text_Editor::Handle_Return()
     return true;
 }
 
-void Text_Editor::Insert_Document(QTextDocument &foreign)
+void Text_Editor::Insert_Document(QTextDocument &foreign, bool keepsLooks)
 {
+    if (!keepsLooks)
+        Character_Commands::Keep_Emphasis(foreign, currentCharFormat());
     Pictures::Carry_Over(foreign, *document());
     textCursor().insertFragment(QTextDocumentFragment(&foreign));
 }
@@ -276,10 +292,19 @@ void Text_Editor::Fit()
     m_fitting = false;
 }
 
+void Text_Editor::Use_Look()
+{
+    const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
+    setStyleSheet(ground.isValid() ? QStringLiteral("QTextEdit { background: %1; color: %2; }")
+                                         .arg(ground.name(), Legible_Color(Qt::black, ground).name())
+                                   : QString());
+    Use_Surroundings();
+}
+
 void Text_Editor::Use_Surroundings()
 {
     const QPalette skin = QApplication::palette(this);
-    const bool paper = m_look == Page_Look::Paper;
-    m_colors->Set_Surroundings(paper ? QColor(Qt::black) : skin.color(QPalette::Text),
-                               paper ? QColor(Qt::white) : skin.color(QPalette::Base));
+    const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
+    m_colors->Set_Surroundings(ground.isValid() ? Legible_Color(Qt::black, ground) : skin.color(QPalette::Text),
+                               ground.isValid() ? ground : skin.color(QPalette::Base));
 }

@@ -21,13 +21,16 @@ class Text_Editor : public QTextEdit
 public:
     explicit Text_Editor(QWidget *parent = nullptr);
 
-    /// The font of a pane that holds nothing yet: what is typed first is written in it. Nothing can be undone before.
-    void Start_In_Font(const QString &family, qreal pointSize);
+    /// The looks of a pane that holds nothing yet: what is typed first has them. Nothing can be undone before.
+    /// @param lineSpacing  in percent of a line
+    void Start_In(const QString &family, qreal pointSize, int lineSpacing);
     /// The size of plain text where the document has none to show it.
     [[nodiscard]] qreal Start_Size() const;
     /// Pastes the clipboard's text without its formats.
     void Paste_Plain();
     void Set_Page_Look(Page_Look look);
+    /// The colour behind the text where no paper is shown; an invalid one stands for the skin's.
+    void Set_Ground(const QColor &ground);
     /// The paragraph of the cursor, counted from 1; what "line" means to the commands.
     [[nodiscard]] int Line_Number() const;
 
@@ -57,13 +60,15 @@ private:
     [[nodiscard]] QAction *Action_For(const QKeyEvent &event) const;
     bool Handle_Tab(bool back);
     bool Handle_Return();
-    void Insert_Document(QTextDocument &document);
+    void Insert_Document(QTextDocument &foreign, bool keepsLooks);
     void Fit();
+    void Use_Look();
     void Use_Surroundings();
 
     Legible_Colors *m_colors;
     Picture_Handler *m_pictures;
     Page_Look m_look = Page_Look::Normal;
+    QColor m_ground;
     qreal m_startSize = 0; ///< in points
     bool m_fitting = false;
 };

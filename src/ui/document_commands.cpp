@@ -3,6 +3,7 @@
 #include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "documents/blank_files.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
@@ -34,6 +35,46 @@ const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
         {"AddCode_Clip", "_AddCode_Clip", "copy", Qt::CTRL | Qt::SHIFT | Qt::Key_N, false, false,
          [](Document_Tabs &tabs) {
              tabs.New_From_Clipboard();
+         }},
+        {"AddCode_Word",
+         "_AddCode_Word",
+         "",
+         {},
+         false,
+         false,
+         [](Document_Tabs &tabs) {
+             tabs.New_Outside(QStringLiteral("DOCX"));
+         }},
+        {"AddCode_Excel",
+         "_AddCode_Excel",
+         "",
+         {},
+         false,
+         false,
+         [](Document_Tabs &tabs) {
+             tabs.New_Outside(QStringLiteral("XLSX"));
+         }},
+        {"AddCode_PPT",
+         "_AddCode_PPT",
+         "",
+         {},
+         false,
+         false,
+         [](Document_Tabs &tabs) {
+             tabs.New_Outside(QStringLiteral("PPTX"));
+         }},
+        {"AddCode_Htm",
+         "_AddCode_Htm",
+         "",
+         {},
+         false,
+         false,
+         [](Document_Tabs &tabs) {
+             tabs.New_From_Page();
+         }},
+        {"Mnu_Open_Outside", "_Mnu_Open_Outside", "open", Qt::CTRL | Qt::SHIFT | Qt::Key_O, true, false,
+         [](Document_Tabs &tabs) {
+             tabs.Current_Document()->Open_Outside();
          }},
         {"SaveAs", "_Cmd_SaveAs", "save-as", Qt::CTRL | Qt::SHIFT | Qt::Key_S, true, false,
          [](Document_Tabs &tabs) {
@@ -122,6 +163,7 @@ void Document_Tabs::Show_State()
         m_actions[i]->setEnabled(document != nullptr || !Commands()[i].forDocument);
     Action(QStringLiteral("Mnu_Mode_Edit"))->setChecked(editing);
     Action(QStringLiteral("DelCode"))->setEnabled(editing);
+    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(document != nullptr && document->Is_Foreign());
     emit Editing(editing);
 }
 
@@ -188,4 +230,39 @@ void Document_Tabs::New_From_Clipboard()
         content->paste();
         content->setFocus();
     }
+}
+
+/// A document that another program writes is stored empty, shown and given to that program.
+void Document_Tabs::New_Outside(const QString &type)
+{
+    const QString folder = m_shell.Selected_Folder();
+    if (folder.isEmpty()) {
+        Prompts::Message(Pack_Text("Frm_Doc_Standard", "_SelectDir"), App().App_Title, Prompts::Icon::Exclamation);
+        return;
+    }
+    const QString title = Pack_Text("Frm_Doc_Standard", "_NewDoc") + QLatin1Char(' ') + type;
+    const QString id = Store_Blank_File(type, folder, title);
+    if (id.isEmpty())
+        return;
+    m_shell.Folder_Changed(folder);
+    Open(id);
+    if (Frm_Doc_Standard *document = Current_Document(); document != nullptr && document->Code_Id() == id)
+        document->Open_Outside();
+}
+
+/// The text and the pictures of a page on this machine become a document.
+void Document_Tabs::New_From_Page()
+{
+    const QString path =
+        Prompts::Open_File(Pack_Text("Frm_Main", "_Choose_Page"), {},
+                           Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm *.html)|*.htm *.html"));
+    if (path.isEmpty())
+        return;
+    const QByteArray bytes = Trap(
+        QStringLiteral("Frm_Main\\AddCode_Htm_Click"), [&] { return Files::Read_Bytes(path); },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+    if (bytes.isEmpty())
+        return;
+    Open_New(QStringLiteral("ADDCODE_HTM"), m_shell.Selected_Folder());
+    Current_Document()->Take_Page(Rich_Text::Decode_Plain(bytes), QFileInfo(path).absolutePath());
 }

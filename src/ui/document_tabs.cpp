@@ -145,6 +145,8 @@ bool Document_Tabs::Close(int index)
         if (answer == Prompts::Answer::Cancel || (answer == Prompts::Answer::Yes && !document->Data_Update()))
             return false;
     }
+    if (!document->Leave_Outside())
+        return false;
     Remove(document);
     return true;
 }
@@ -177,6 +179,7 @@ bool Document_Tabs::Save_All()
     bool all = true;
     for (int i = 1; i < count(); ++i) {
         Document_At(i)->Commit_Composition();
+        all = Document_At(i)->Leave_Outside() && all;
         if (!Document_At(i)->Is_Changed())
             continue;
         setCurrentIndex(i);

@@ -74,6 +74,8 @@ private:
     void Save_As();
     void Email();
     void New_From_Clipboard();
+    void New_Outside(const QString &type);
+    void New_From_Page();
     void Switch_Mode();
     void Restore(const QList<Left_Draft> &drafts);
     void Keep_List_First();

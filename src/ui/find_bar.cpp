@@ -189,7 +189,8 @@ void Find_Bar::Replace_All()
     const int count = Searcher().Replace_All(*m_commands->Target()->document(), m_ui->Inp_Replace->text());
     Search();
     m_later.stop();
-    m_ui->Lab_Count->setText(m_lang.GetString("_Replaced").arg(count));
+    if (count > 0) // else it tells already why nothing was found
+        m_ui->Lab_Count->setText(m_lang.GetString("_Replaced").arg(count));
 }
 
 void Find_Bar::Mark_Matches(Text_Editor &editor) const

@@ -2,6 +2,7 @@
 #include "core/config_store.h"
 #include "core/language_pack.h"
 #include "core/settings.h"
+#include "editor/character_commands.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/icons.h"
 #include "ui/shell.h"
@@ -29,10 +30,13 @@ void Frm_Doc_Standard::Set_Up_Panes()
     fold->setToolTip(m_ui->Chk_Addon_Title->toolTip());
     fold->setAccessibleName(fold->toolTip());
     m_ui->TabS_Header->setCornerWidget(fold);
+    constexpr uint Plain = 0xFFFFFF; // white stands for the skin's own
+    if (const uint ground = Config().Col_Cont.toUInt(); Config().Col_Cont.isValid() && ground != Plain)
+        m_ui->Txt_Content->Set_Ground(Character_Commands::Stored_Color(ground));
     connect(fold, &QToolButton::clicked, m_ui->Chk_Addon_Title, &QToolButton::toggle);
 
     for (int i = 0; i < m_ui->Pic_Panes->count(); ++i)
-        m_ui->Pic_Panes->setStretchFactor(i, i < 2 ? 1 : 0);
+        m_ui->Pic_Panes->setStretchFactor(i, i == 0 ? 1 : 0);
     m_widthTimer.setSingleShot(true);
     m_widthTimer.setInterval(500);
     connect(&m_widthTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Keep_Widths);
@@ -53,10 +57,9 @@ void Frm_Doc_Standard::Set_Up_Tools()
         const char *icon;
     };
     const Tool tools[] = {
-        {m_ui->Lbl_Previous, "previous"},    {m_ui->Lbl_Next, "next"},
-        {m_ui->Chk_Read_Title, "edit"},      {m_ui->Chk_Addon_Title, "pane-facts"},
-        {m_ui->Chk_Memo_Title, "pane-memo"}, {m_ui->Chk_Sum_Title, "pane-sum"},
-        {m_ui->Img_Tool_Action_0, "take"},   {m_ui->Img_Tool_Action_1, "take"},
+        {m_ui->Cmd_Outside, "open"},       {m_ui->Lbl_Previous, "previous"},      {m_ui->Lbl_Next, "next"},
+        {m_ui->Chk_Read_Title, "edit"},    {m_ui->Chk_Addon_Title, "pane-facts"}, {m_ui->Chk_Memo_Title, "pane-memo"},
+        {m_ui->Chk_Sum_Title, "pane-sum"}, {m_ui->Img_Tool_Action_0, "take"},     {m_ui->Img_Tool_Action_1, "take"},
         {m_ui->Img_Tool_Action_3, "take"},
     };
     for (const Tool &tool : tools)
@@ -65,6 +68,7 @@ void Frm_Doc_Standard::Set_Up_Tools()
     m_ui->Lbl_Next->setShortcut(Qt::ALT | Qt::Key_PageDown);
     connect(m_ui->Lbl_Previous, &QToolButton::clicked, this, [this] { Step(-1); });
     connect(m_ui->Lbl_Next, &QToolButton::clicked, this, [this] { Step(1); });
+    connect(m_ui->Cmd_Outside, &QToolButton::clicked, this, &Frm_Doc_Standard::Open_Outside);
     connect(m_ui->Chk_Read_Title, &QToolButton::clicked, this, &Frm_Doc_Standard::Set_Edit_Mode);
     connect(m_ui->Img_Tool_Action_0, &QToolButton::clicked, this, [this] { Take_Selection(0); });
     connect(m_ui->Img_Tool_Action_1, &QToolButton::clicked, this, [this] { Take_Selection(1); });
@@ -92,7 +96,7 @@ void Frm_Doc_Standard::Adjuest_Memo()
     const int sum = Stored_Width(Config().Txt_Sum_Width);
     const int shown = (Is_Shown(Config().ViewMemo) ? memo : 0) + (Is_Shown(Config().ViewSum) ? sum : 0);
     const int body = std::max(m_ui->Pic_Panes->width() - shown, Narrowest_Pane);
-    m_ui->Pic_Panes->setSizes({body, body, memo, sum});
+    m_ui->Pic_Panes->setSizes({body, memo, sum});
 }
 
 void Frm_Doc_Standard::Toggle_Pane(QString &setting, const char *section, const char *key, bool on, bool capitals)
@@ -114,29 +118,16 @@ void Frm_Doc_Standard::Keep_Widths()
         setting = QString::number(width);
         WriteIni(QStringLiteral("Col"), QLatin1String(key), setting);
     };
-    keep(Config().Txt_Memo_Width, "Txt_Memo_Width", m_ui->Pic_Memo->isVisible() ? sizes.value(2) : 0);
-    keep(Config().Txt_Sum_Width, "Txt_Sum_Width", m_ui->Pic_Sum->isVisible() ? sizes.value(3) : 0);
-}
-
-bool Frm_Doc_Standard::Is_Page() const
-{
-    return m_form.stored_type == QLatin1String("HTM");
+    keep(Config().Txt_Memo_Width, "Txt_Memo_Width", m_ui->Pic_Memo->isVisible() ? sizes.value(1) : 0);
+    keep(Config().Txt_Sum_Width, "Txt_Sum_Width", m_ui->Pic_Sum->isVisible() ? sizes.value(2) : 0);
 }
 
 void Frm_Doc_Standard::Set_Edit_Mode(bool on)
 {
-    m_editing = on && !m_partial;
+    m_editing = on && !m_partial && !Is_Foreign();
     const QSignalBlocker blocker(m_ui->Chk_Read_Title);
     m_ui->Chk_Read_Title->setChecked(m_editing);
     Lock_Boolean(!m_editing);
-    const bool page = Is_Page() && !m_editing;
-    if (page) {
-        const QString text = m_form.content->toPlainText();
-        m_ui->Web_Page->Show_Page(text == m_readText ? m_form.page : text);
-    }
-    m_ui->Web_Page->setVisible(page);
-    m_ui->Txt_Content->setVisible(!page);
-    setFocusProxy(page ? static_cast<QWidget *>(m_ui->Web_Page) : m_ui->Txt_Content);
     emit Mark_Changed();
 }
 
@@ -149,20 +140,20 @@ void Frm_Doc_Standard::Lock_Boolean(bool locked)
             pane->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     }
     m_ui->Bar_Editor->setEnabled(!locked);
+    m_ui->Bar_Editor->setVisible(!Is_Foreign());
+    m_ui->Cmd_Outside->setVisible(Is_Foreign());
 }
 
 void Frm_Doc_Standard::Set_Editor()
 {
     m_ui->Lbl_Previous->setEnabled(!m_shell.Neighbour(m_form.code_id, -1).isEmpty());
     m_ui->Lbl_Next->setEnabled(!m_shell.Neighbour(m_form.code_id, 1).isEmpty());
-    m_ui->Chk_Read_Title->setEnabled(!m_partial);
+    m_ui->Chk_Read_Title->setEnabled(!m_partial && !Is_Foreign());
 }
 
 QString Frm_Doc_Standard::Selected_Text() const
 {
-    const QTextCursor cursor =
-        m_ui->Web_Page->isVisible() ? m_ui->Web_Page->textCursor() : m_ui->Txt_Content->textCursor();
-    return cursor.selection().toPlainText().simplified();
+    return m_ui->Txt_Content->textCursor().selection().toPlainText().simplified();
 }
 
 void Frm_Doc_Standard::Take_Selection(int index)

@@ -5,15 +5,20 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_reading.h"
+#include "documents/outside_file.h"
 #include "editor/composition.h"
+#include "editor/paragraph_commands.h"
+#include "editor/web_page.h"
 #include "platform/database/database.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
 #include "tree/tree_loading.h"
+#include "ui/located_key.h"
 #include "ui/shell.h"
 #include "ui_frm_doc_standard.h"
 
 #include <QToolButton>
+#include <QUrl>
 
 namespace
 {
@@ -41,6 +46,9 @@ Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
     m_draftTimer.setSingleShot(true);
     m_draftTimer.setInterval(Draft_After);
     connect(&m_draftTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Write_Draft);
+    constexpr int Look_After = 1000; // milliseconds from one look at the other program's file to the next
+    m_outsideTimer.setInterval(Look_After);
+    connect(&m_outsideTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Follow_Outside);
 }
 
 /// A form goes when its text is saved or given up; a process that dies leaves the draft.
@@ -65,8 +73,9 @@ void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folder
     m_form.star = m_form.done = No_Stars;
     m_form.folder = folderId;
     m_form.create_date = m_form.update_date = Database_Engine::Short_Date(Machine::Now().date().startOfDay());
-    const bool rich = Config().Op_Editor == QLatin1String("0") || Config().Op_Editor == QLatin1String("1");
-    m_form.type = kind == QLatin1String("ADDCODE") && rich ? Rtf : QString();
+    // Pages are written in the same pane as rich text, so that every kind of editor the settings can name is this one.
+    const bool written = kind == QLatin1String("ADDCODE") || kind == QLatin1String("ADDCODE_HTM");
+    m_form.type = written ? Rtf : QString();
     m_form.stored_type.clear();
     m_stored = false;
     m_partial = false;
@@ -77,10 +86,23 @@ void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folder
     m_ui->Txt_Title->setFocus();
 }
 
+void Frm_Doc_Standard::Take_Page(const QString &page, const QString &folder)
+{
+    Web_Page::Show(page, *m_form.content, QUrl::fromLocalFile(folder + QLatin1Char('/')));
+    m_ui->Txt_Title->setText(m_form.content->metaInformation(QTextDocument::DocumentTitle).simplified());
+    m_form.content->setModified(true);
+    Show_Modify();
+    emit Mark_Changed();
+}
+
 bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
 {
     m_showing = true;
     const bool whole = GetCodeContent_Ex(code_id, m_form);
+    // What is read and edited of a page is what it shows, not its source.
+    const bool page = m_form.stored_type == QLatin1String("HTM");
+    if (whole && page)
+        Web_Page::Show(m_form.page.isEmpty() ? m_form.content->toPlainText() : m_form.page, *m_form.content);
     m_showing = false;
     if (!whole && m_form.content->isEmpty())
         return false;
@@ -88,10 +110,9 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     if (m_partial)
         m_form.type.clear();
     m_stored = true;
-    m_readText = Is_Page() ? m_form.content->toPlainText() : QString();
     Show_Form();
-    // A page is read as a page first, and what can't be saved from here is read only.
-    Set_Edit_Mode(m_form.type == Rtf && !Is_Page());
+    m_outside.reset();
+    Set_Edit_Mode(!page && Config().CH_Lock != QLatin1String("1"));
     return true;
 }
 
@@ -123,6 +144,8 @@ void Frm_Doc_Standard::Step(int step)
         if (answer == Prompts::Answer::Cancel || (answer == Prompts::Answer::Yes && !Data_Update()))
             return;
     }
+    if (!Leave_Outside())
+        return;
     m_shell.Select_In_List(next);
     if (!GetCode_ViaID(next)) {
         m_form.type.clear();
@@ -195,6 +218,11 @@ void Frm_Doc_Standard::Commit_Composition()
     Composition::Commit();
 }
 
+void Frm_Doc_Standard::Mark_Key(const QString &key, qint64 place)
+{
+    ::Mark_Key(*m_ui->Txt_Content, key, place);
+}
+
 void Frm_Doc_Standard::Use_View_Mode(int mode)
 {
     if (mode == m_viewMode)
@@ -227,11 +255,14 @@ void Frm_Doc_Standard::Set_Up_Fields()
         connect(stars, &Star_Field::Edited, this, &Frm_Doc_Standard::Show_Modify);
 }
 
-/// A new document is written in the font of the settings, whatever the skin's is.
+/// A new document is written in the font and the line space of the settings, whatever the skin's are.
 void Frm_Doc_Standard::Use_Setting_Font()
 {
+    constexpr int Last = static_cast<int>(std::size(Paragraph_Commands::Line_Spacings)) - 1;
+    const int spacing = std::clamp(Config().Cob_LineSpace.toInt(), 0, Last);
     m_showing = true;
-    m_ui->Txt_Content->Start_In_Font(Config().FontName_Cont, Config().FontSize_Cont.toInt());
+    m_ui->Txt_Content->Start_In(Config().FontName_Cont, Config().FontSize_Cont.toInt(),
+                                Paragraph_Commands::Line_Spacings[spacing]);
     m_showing = false;
     Clear_Changed();
 }

@@ -10,6 +10,7 @@
 #include <memory>
 
 class Editor_Commands;
+class Outside_File;
 class Shell;
 namespace Ui
 {
@@ -28,6 +29,8 @@ public:
     void Load_Lang();
     /// Prepares the form for a new document in a folder; `kind` is "ADDCODE" or one of its variants.
     void AddCode_Office(const QString &kind, const QString &folderId);
+    /// Puts a web page into a new document, which takes its title. @param folder  where its relative addresses begin
+    void Take_Page(const QString &page, const QString &folder);
     /// Loads a stored document. @returns false when there is nothing to show (wrong password, unreadable); a
     /// document of which only a part could be read is shown locked and is never stored.
     bool GetCode_ViaID(const QString &code_id);
@@ -48,7 +51,7 @@ public:
     /// Something was typed into the body since the last load or save.
     [[nodiscard]] bool DataChanged() const;
     [[nodiscard]] bool Is_Editing() const { return m_editing; }
-    /// Read mode locks the panes, and shows a web page as a page.
+    /// Read mode locks the panes.
     void Set_Edit_Mode(bool on);
     [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
     [[nodiscard]] QString Title() const;
@@ -58,6 +61,15 @@ public:
     [[nodiscard]] Editor_Commands &Commands() const;
     /// Takes over what input methods still compose in any pane.
     void Commit_Composition();
+    /// Marks every place of a key in the text and goes to the one at `place`, as ::Mark_Key says.
+    void Mark_Key(const QString &key, qint64 place);
+    /// Another program writes the document's file: an office document, for instance.
+    [[nodiscard]] bool Is_Foreign() const;
+    /// Gives the document's file to the desktop's program for it; what is saved there comes back by itself.
+    void Open_Outside();
+    /// Takes back what another program has saved. @returns false when that program still has the file and the user
+    /// wants to finish there first
+    bool Leave_Outside();
     /// 0 shows everything, 1 only the text, 2 the text as on paper.
     void Use_View_Mode(int mode);
     /// Shows or hides the memo, summary and additional panes as the settings say.
@@ -92,11 +104,11 @@ private:
     void Keep_Widths();
     [[nodiscard]] QString Selected_Text() const;
     void Take_Selection(int index);
-    [[nodiscard]] bool Is_Page() const;
-    [[nodiscard]] bool Is_Partial() const { return m_partial; }
     /// What seals the draft: the password that is typed twice, else the one that the stored document has.
     [[nodiscard]] QString Draft_Password() const;
     void Write_Draft();
+    void Follow_Outside();
+    void Take_Back();
 
     Shell &m_shell;
     std::unique_ptr<Ui::Frm_Doc_Standard> m_ui;
@@ -105,8 +117,9 @@ private:
     Draft m_draft;
     QTimer m_draftTimer;
     QTimer m_widthTimer;
+    std::unique_ptr<Outside_File> m_outside; ///< while another program may write the document's file
+    QTimer m_outsideTimer;
     QString m_storedPassword;
-    QString m_readText;     ///< of a web page's pane, as it was read
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
     int m_viewMode = 0;

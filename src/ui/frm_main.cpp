@@ -18,7 +18,6 @@
 #include "ui/frm_list_view.h"
 #include "ui/icons.h"
 #include "ui/left_tabs.h"
-#include "ui/located_key.h"
 #include "ui/skins.h"
 #include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
@@ -33,8 +32,8 @@
 #include <QProgressDialog>
 #include <QScreen>
 #include <QSystemTrayIcon>
-#include <QTextEdit>
 #include <QTimer>
+#include <QToolButton>
 
 namespace
 {
@@ -184,8 +183,8 @@ void Frm_Main::Delete_Documents(const QStringList &ids)
 void Frm_Main::Open_Document_At(const QString &code_id, const QString &key, qint64 place)
 {
     m_tabs->Open(code_id);
-    if (const Frm_Doc_Standard *document = m_tabs->Current_Document())
-        Mark_Key(*document->findChild<QTextEdit *>(QStringLiteral("Txt_Content")), key, place);
+    if (Frm_Doc_Standard *document = m_tabs->Current_Document())
+        document->Mark_Key(key, place);
 }
 
 void Frm_Main::New_Document()
@@ -382,8 +381,15 @@ void Frm_Main::Place_Document_Actions()
     const auto action = [this](const char *name) {
         return m_tabs->Action(QLatin1String(name));
     };
-    m_ui->Mnu_File->insertAction(m_ui->Mnu_Import_File, action("AddCode_Clip"));
-    m_ui->Mnu_File->insertActions(m_ui->Mnu_Close_Tab, {action("SaveAs"), action("Email"), action("DelCode")});
+    auto *kinds = new QMenu(m_lang.GetString("_New_Kinds"), this);
+    kinds->addActions({action("AddCode_Clip"), action("AddCode_Word"), action("AddCode_Excel"), action("AddCode_PPT"),
+                       action("AddCode_Htm")});
+    m_ui->Mnu_File->insertMenu(m_ui->Mnu_Import_File, kinds);
+    auto *button = qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(m_ui->AddCode));
+    button->setMenu(kinds);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
+    m_ui->Mnu_File->insertActions(m_ui->Mnu_Close_Tab,
+                                  {action("Mnu_Open_Outside"), action("SaveAs"), action("Email"), action("DelCode")});
     m_ui->Tlb_Command->addAction(action("DelCode"));
     m_ui->Mnu_View->addSeparator();
     m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});

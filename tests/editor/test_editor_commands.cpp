@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
+#include "core/settings.h"
 #include "editor/command_table.h"
 #include "editor/composition.h"
 #include "editor/editor_commands.h"
@@ -112,6 +113,8 @@ private slots:
     void Links_Open_Safely();
     void Pastes_data();
     void Pastes();
+    void Foreign_Looks_Follow_The_Setting();
+    void Settings_Reach_The_Pane();
     void Copies_As_Rtf();
     void Pictures_Come_Into_The_Document();
     void Composed_Text_Is_Committed();
@@ -215,7 +218,7 @@ void Test_Editor_Commands::Characters()
     QFETCH(QStringList, run);
     QFETCH(int, property);
     Desk desk;
-    desk.editor.Start_In_Font(u"Serif"_s, 12);
+    desk.editor.Start_In(u"Serif"_s, 12, 100);
     desk.editor.insertPlainText(u"one two three"_s);
     desk.Select(4, 7);
     for (const QString &command : run)
@@ -386,6 +389,56 @@ void Test_Editor_Commands::Pastes()
     QCOMPARE(desk.editor.toPlainText(), QString());
 }
 
+/// What comes from another program loses its looks when the settings say so, what was copied here never does.
+void Test_Editor_Commands::Foreign_Looks_Follow_The_Setting()
+{
+    const auto pasted = [](const QString &keep, bool own) {
+        Desk desk;
+        desk.editor.Start_In(u"Serif"_s, 12, 150);
+        Config().CH_KeepWord = keep;
+        QMimeData data;
+        data.setHtml(u"<p style='font-size:30pt;color:red'>a<b>b</b></p>"_s);
+        if (own) {
+            Desk source;
+            source.editor.setHtml(data.html());
+            source.editor.selectAll();
+            source.Run(u"Cmd_Copy"_s);
+            desk.Run(u"Cmd_Paste"_s);
+        } else {
+            desk.editor.Insert_Data(data);
+        }
+        const QTextCharFormat format = desk.Format_At(1);
+        return u"%1 %2 %3"_s.arg(format.fontPointSize())
+            .arg(format.fontWeight() >= QFont::Bold)
+            .arg(format.foreground().color() == QColor(Qt::red));
+    };
+    QCOMPARE(pasted(u"1"_s, false), u"30 1 1"_s);
+    QCOMPARE(pasted(u"0"_s, false), u"12 1 0"_s);
+    QCOMPARE(pasted(u"0"_s, true), u"30 1 1"_s);
+    Config() = {};
+}
+
+void Test_Editor_Commands::Settings_Reach_The_Pane()
+{
+    Desk desk;
+    desk.editor.Start_In(u"Serif"_s, 12, 150);
+    QCOMPARE(Paragraph_Commands::Line_Spacing(desk.editor), 150);
+    Config().Col_List = 0x98E2E9; // blue, green, red
+    desk.editor.insertPlainText(u"marked"_s);
+    desk.Select(0, 6);
+    desk.Run(u"Cmd_Mark"_s);
+    QCOMPARE(desk.Format_At(0).background().color().name(), u"#e9e298"_s);
+    desk.Run(u"Cmd_Mark"_s);
+    QVERIFY(!desk.Format_At(0).hasProperty(QTextFormat::BackgroundBrush));
+    desk.Select(0, 0);
+    QTest::keyClick(&desk.editor, Qt::Key_Tab);
+    Config().CH_Tab = u"1"_s;
+    desk.Select(0, 0);
+    QTest::keyClick(&desk.editor, Qt::Key_Tab);
+    QCOMPARE(desk.Outline(), u"i1:\tmarked"_s);
+    Config() = {};
+}
+
 void Test_Editor_Commands::Copies_As_Rtf()
 {
     Desk desk;
@@ -412,7 +465,11 @@ void Test_Editor_Commands::Pictures_Come_Into_The_Document()
     const QByteArray coded = Red_Picture(5, 5).toBase64();
     page.setHtml(u"<img src='data:image/png;base64,"_s + QLatin1String(coded) + u"'>"_s);
     desk.editor.Insert_Data(page);
+    Prompt_Script script;
+    script.Expect(Pack_Text("Editor_Bar", "_Link_Target"), u"example.org"_s);
+    desk.Run(u"Cmd_Link"_s); // its text is none of the picture before it
     const QByteArray rtf = Rich_Text::Write_Rtf(*desk.editor.document());
+    QVERIFY(rtf.contains("example.org}"));
     QCOMPARE(rtf.count("\\pngblip"), 2);
     QVERIFY(desk.editor.document()->size().width() <= desk.editor.width()); // the wide one was fitted in
     QVERIFY(rtf.contains("\\picw3000"));

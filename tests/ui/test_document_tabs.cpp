@@ -2,22 +2,26 @@
 #include "core/settings.h"
 #include "documents/document_store.h"
 #include "documents/drafts.h"
+#include "editor/links.h"
+#include "platform/files/paths.h"
 #include "support/no_shell.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
-#include "ui/page_view.h"
 #include "ui/star_field.h"
 
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QTabBar>
 #include <QTest>
 #include <QTextEdit>
 #include <QToolButton>
+#include <QUrl>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -296,25 +300,124 @@ private slots:
         QCOMPARE(stars.Text(), u"★★☆☆☆"_s);
     }
 
-    void A_Page_Is_Read_As_A_Page_And_Edited_As_Text()
+    void A_Page_Is_Shown_And_Edited_As_What_It_Shows_data()
     {
-        m_program->Write(u"page.mp3"_s, "x");
+        QTest::addColumn<QString>("page"); ///< "" for the page that stands for the file
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("picture"); ///< is held by the document itself
+        const QString frame(QChar(0xFFFC));
+        QTest::addRow("link to a file") << u""_s << u"a.mp3"_s << u"%1"_s << false;
+        QTest::addRow("picture of a file") << u""_s << u"a.bmp"_s << frame << true;
+        QTest::addRow("picture of the picture directory")
+            << u"<img src='<<<Pic_Dir>>>a.bmp'>"_s << u"a.mp3"_s << frame << true;
+        QTest::addRow("script and network") << u"<p>text<script>x()</script><img src='http://host/x.png'>"_s
+                                            << u"a.mp3"_s << u"text"_s + frame << false;
+    }
+    void A_Page_Is_Shown_And_Edited_As_What_It_Shows()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, file);
+        QFETCH(QString, text);
+        QFETCH(bool, picture);
+        QImage image(4, 4, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QVERIFY(image.save(m_program->Path(u"a.bmp"_s)) && image.save(Config().Pic_Dir + u"a.bmp"_s));
+        m_program->Write(u"a.mp3"_s, "x");
         const QString id =
-            AddCodeContent_File_Ex(m_program->Path(u"page.mp3"_s), u"001"_s, u"0"_s, u"Song"_s, u"mp3"_s, false);
+            AddCodeContent_File_Ex(m_program->Path(file), u"001"_s, u"0"_s, u"Page"_s, file.right(3), false);
+        if (!page.isEmpty())
+            Sql_Run(u"update Code_Info set Code_Content=\"%1\""_s.arg(page));
         m_tabs->Open(id);
-        auto &page = Control<Page_View>("Web_Page");
-        QVERIFY(page.isVisible() && !m_tabs->Current_Document()->Is_Editing());
-        QCOMPARE(page.toPlainText().trimmed(), m_program->Path(u"page.mp3"_s));
-        m_tabs->Action(u"Mnu_Mode_Edit"_s)->trigger();
-        QVERIFY(!page.isVisible());
         QTextEdit &content = Control<QTextEdit>("Txt_Content");
-        QVERIFY(content.isVisible() && !content.isReadOnly() &&
-                content.toPlainText() == m_program->Path(u"page.mp3"_s) + u'\n');
-        content.setPlainText(u"<p>changed<script>x()</script><img src='http://host/x.png'>"_s);
+        QVERIFY(content.isReadOnly() && !m_tabs->Current_Document()->Is_Changed());
+        const QString shown = text.contains(u'%') ? text.arg(m_program->Path(file)) : text;
+        QCOMPARE(content.document()->toRawText().trimmed(), shown);
+        QCOMPARE(content.toHtml().contains(u"\"picture:"_s), picture);
         m_tabs->Action(u"Mnu_Mode_Edit"_s)->trigger();
-        QCOMPARE(page.toPlainText().remove(QChar(0xFFFC)), u"changed"_s);
-        m_program->prompts.Expect(u"内容已更改"_s, u"no"_s);
+        QVERIFY(!content.isReadOnly());
+        Type(u" more"_s);
+        QVERIFY(m_tabs->Save_Current());
+        const QStringList row = Sql_Rows(u"select Code_Type,Code_Content from Code_Info"_s).value(0);
+        QCOMPARE(row.value(0), u"RTF"_s);
+        QVERIFY(row.value(1).trimmed().endsWith(u"more"_s));
         QVERIFY(m_tabs->Close(1));
+        m_tabs->Open(id);
+        QCOMPARE(Control<QTextEdit>("Txt_Content").document()->toRawText().contains(QChar(0xFFFC)), picture);
+    }
+
+    void A_New_Office_Document_Is_Given_To_Its_Program_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addRow("AddCode_Word") << u"DOCX"_s;
+        QTest::addRow("AddCode_Excel") << u"XLSX"_s;
+        QTest::addRow("AddCode_PPT") << u"PPTX"_s;
+    }
+    void A_New_Office_Document_Is_Given_To_Its_Program()
+    {
+        QFETCH(QString, type);
+        QString opened;
+        Links::Set_Opener([&](const QUrl &address) {
+            opened = address.toLocalFile();
+            return true;
+        });
+        m_tabs->Action(QLatin1String(QTest::currentDataTag()))->trigger();
+        QCOMPARE(Sql_Cell(u"select Code_Type from Code_Info"_s), type);
+        QVERIFY(opened.endsWith(u'.' + type.toLower()) && QFileInfo(opened).size() > 0);
+        QVERIFY(!m_tabs->Current_Document()->Is_Editing() && Control<QToolButton>("Cmd_Outside").isVisible());
+        QVERIFY(m_tabs->Close(1));
+        QTRY_VERIFY(!QFile::exists(opened));
+    }
+
+    void What_Another_Program_Saves_Comes_Back()
+    {
+        m_program->Write(u"a.ini"_s, "[a]\r\nb=1");
+        const QString id =
+            AddCodeContent_File_Ex(m_program->Path(u"a.ini"_s), u"001"_s, u"0"_s, u"Facts"_s, u"ini"_s, false);
+        Sql_Run(u"update Code_Info set Code_Keys='kept'"_s);
+        QString opened;
+        Links::Set_Opener([&](const QUrl &address) {
+            opened = address.toLocalFile();
+            return true;
+        });
+        m_tabs->Open(id);
+        m_tabs->Action(u"Mnu_Open_Outside"_s)->trigger();
+        QCOMPARE(Files::Read_Bytes(opened), QByteArray("[a]\r\nb=1"));
+        Files::Write_Bytes(opened, "[a]\r\nb=other");
+        QTRY_COMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"[a]\nb=other"_s);
+        QCOMPARE(Sql_Cell(u"select Code_Keys from Code_Info"_s), u"kept"_s);
+        QCOMPARE(Control<QTextEdit>("Txt_Content").toPlainText(), u"[a]\nb=other"_s);
+        // What is saved last is not lost when the tab is closed at once, nor while the program still has the file.
+        Files::Write_Bytes(opened, "last");
+        Files::Write_Bytes(QFileInfo(opened).path() + u"/.~lock."_s + QFileInfo(opened).fileName() + u'#', "x");
+        m_program->prompts.Expect(u"仍在其他程序中打开"_s, u"no"_s);
+        QVERIFY(!m_tabs->Close(1));
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"last"_s);
+        m_program->prompts.Expect(u"仍在其他程序中打开"_s, u"yes"_s);
+        QVERIFY(m_tabs->Close(1) && QFile::exists(opened));
+    }
+
+    void Composed_Text_Is_Saved_At_The_Exit()
+    {
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        QTextEdit &content = Control<QTextEdit>("Txt_Content");
+        content.moveCursor(QTextCursor::End);
+        QInputMethodEvent composing(u" 河"_s, {});
+        QCoreApplication::sendEvent(&content, &composing);
+        QVERIFY(m_tabs->Save_All());
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"text 河"_s);
+    }
+
+    void A_Page_File_Becomes_A_Document()
+    {
+        m_program->Write(u"page.html"_s, "<html><head><title>A page</title></head><body><b>text</b></body></html>");
+        m_program->prompts.Expect(u"选择网页文件"_s, m_program->Path(u"page.html"_s));
+        m_tabs->Action(u"AddCode_Htm"_s)->trigger();
+        QVERIFY(m_tabs->Current_Document()->Is_Changed() && m_tabs->Current_Document()->Is_Editing());
+        QCOMPARE(m_tabs->tabText(1), u"A page*"_s);
+        QVERIFY(m_tabs->Save_Current());
+        QCOMPARE(Sql_Rows(u"select Code_Title,Code_Type,Code_Content,Cate_ID from Code_Info"_s).value(0),
+                 QStringList({u"A page"_s, u"RTF"_s, u"text"_s, u"001"_s}));
     }
 };
 
