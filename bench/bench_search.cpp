@@ -25,11 +25,10 @@ namespace
 /// Occurs in few texts; "的" and the like would measure the list and not the search.
 const QString Rare_Key = u"Philosophy.Zz"_s;
 const QString Chinese_Key = u"量子纠缠"_s;
-constexpr int Paragraphs = 37;
 
 QString Library_File()
 {
-    static const QString file = Shared_Library(100000, 2000, Paragraphs);
+    static const QString file = Shared_Library(100000, 2000, Long_Texts);
     App().App_Path = u"/nowhere/"_s;
     App().Conn_Str = Database_Engine::File_Connection_String(file);
     Config().CH_Lsv_Detail = u"1"_s;

@@ -127,20 +127,11 @@ Raw_Values Read_Pass()
     return values;
 }
 
-const Setting &Setting_Named(const char *key)
-{
-    for (const Setting &setting : Setting_Table()) {
-        if (qstrcmp(setting.key, key) == 0)
-            return setting;
-    }
-    throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("No such setting: ") + QLatin1String(key));
-}
-
 /// @returns false when the whole file is to be read again.
 bool Check(std::span<const char *const> keys, const Raw_Values &values)
 {
     for (const char *key : keys) {
-        const Setting &setting = Setting_Named(key);
+        const Setting &setting = Setting_Named(QLatin1String(key));
         if (Acceptable(setting, values.value(QLatin1String(key))))
             continue;
         const QString healed = Healed_Value(setting);

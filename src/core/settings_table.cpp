@@ -123,6 +123,12 @@ QString Computed_Value(Computed what)
     return {};
 }
 
+bool Is_Word_Switch(const Setting &setting)
+{
+    const QString initial = Initial_Value(setting).toUpper();
+    return initial == QLatin1String("TRUE") || initial == QLatin1String("FALSE");
+}
+
 qint16 Whole_Number(const QString &value)
 {
     bool isNumber = false;
@@ -138,6 +144,15 @@ qint16 Whole_Number(const QString &value)
 std::span<const Setting> Setting_Table()
 {
     return Table;
+}
+
+const Setting &Setting_Named(const QString &key)
+{
+    for (const Setting &setting : Table) {
+        if (key == QLatin1String(setting.key))
+            return setting;
+    }
+    throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("No such setting: ") + key);
 }
 
 bool Acceptable(const Setting &setting, const QString &value)
@@ -174,4 +189,27 @@ void Store(Settings_Record &record, const Setting &setting, const QString &value
         record.*(*number) = value.isEmpty() ? qint16(0) : Whole_Number(value);
     else
         record.*std::get<QVariant R::*>(setting.field) = value.isEmpty() ? QVariant() : QVariant(value.toInt());
+}
+
+QString Switch_Text(const Setting &setting, bool on)
+{
+    const QString initial = Initial_Value(setting);
+    if (!Is_Word_Switch(setting))
+        return on ? QStringLiteral("1") : QStringLiteral("0");
+    const QString text = on ? QStringLiteral("True") : QStringLiteral("False");
+    return initial == initial.toUpper() ? text.toUpper() : text;
+}
+
+bool Is_On(const Setting &setting, const QString &text)
+{
+    return Is_Word_Switch(setting) ? Is_Shown(text) : text == QLatin1String("1");
+}
+
+QString Text_Of(const Settings_Record &record, const Setting &setting)
+{
+    if (const auto *text = std::get_if<QString R::*>(&setting.field))
+        return record.*(*text);
+    if (const auto *number = std::get_if<qint16 R::*>(&setting.field))
+        return QString::number(record.*(*number));
+    return (record.*std::get<QVariant R::*>(setting.field)).toString();
 }

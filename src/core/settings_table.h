@@ -31,6 +31,8 @@ struct Setting {
 
 /// All keys in the order of a new file, which is also the order of reading.
 std::span<const Setting> Setting_Table();
+/// @throws Run_Time_Error 75 for a name that is no setting
+const Setting &Setting_Named(const QString &key);
 
 /// Whether a value that was read may stand.
 bool Acceptable(const Setting &setting, const QString &value);
@@ -39,3 +41,9 @@ QString Initial_Value(const Setting &setting);
 QString Healed_Value(const Setting &setting);
 /// Puts a text in the record. @throws Run_Time_Error 13 (type mismatch) or 6 (overflow) for MAX_RECORD.
 void Store(Settings_Record &record, const Setting &setting, const QString &value);
+/// The two words of a switch, spelled as its value in a new file: "1" and "0", "TRUE" and "FALSE", "True" and "False".
+QString Switch_Text(const Setting &setting, bool on);
+/// Whether a switch of that text is on: "1", or anything but "FALSE" in any case.
+bool Is_On(const Setting &setting, const QString &text);
+/// The text that a setting has in the record.
+QString Text_Of(const Settings_Record &record, const Setting &setting);

@@ -135,7 +135,7 @@ QString Show_Content(const Reading_Stages &stages, const QString &type, Recordse
 }
 
 /// @returns false after a wrong password.
-bool Read_Content(Recordset &row, const QString &type, Document_Form &form)
+bool Read_Content(Recordset &row, const QString &type, const Reading_Stages &stages, Document_Form &form)
 {
     form.content->clear();
     form.type = type;
@@ -146,7 +146,6 @@ bool Read_Content(Recordset &row, const QString &type, Document_Form &form)
         Show_Plain(*form.content, row[QStringLiteral("Code_Content")].Text());
         return true;
     }
-    const Reading_Stages stages(type);
     stages.Stage(stream);
     if (Check_Password(stages, form) == Password::Wrong)
         return false;
@@ -155,8 +154,8 @@ bool Read_Content(Recordset &row, const QString &type, Document_Form &form)
     return true;
 }
 
-void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn, const QString &target,
-               QTextDocument &pane)
+void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn, const Reading_Stages &stages,
+               const QString &target, QTextDocument &pane)
 {
     pane.clear();
     const Field stream = row[QLatin1String(streamColumn)];
@@ -164,7 +163,6 @@ void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn,
         Show_Plain(pane, row[QLatin1String(textColumn)].Text());
         return;
     }
-    const Reading_Stages stages({});
     stages.Stage(stream);
     stages.Decode(target);
     Rich_Text::Load_File(stages.Path(target), Rich_Text::Format::Rtf, pane);
@@ -220,11 +218,13 @@ bool Read_Document(const QString &code_id, Document_Form &form)
     row.CursorType = Cursor_Type::Keyset;
     row.Open(Sql_Text(Sql::Read_Document, code_id), App().Conn_Str);
     Read_Head(row, form);
-    const QString type = row[QStringLiteral("Code_Type")].Text().toUpper();
-    if (!Read_Content(row, type.isEmpty() ? QStringLiteral("RTF") : type, form))
+    const QString stored = row[QStringLiteral("Code_Type")].Text().toUpper();
+    const QString type = stored.isEmpty() ? QStringLiteral("RTF") : stored;
+    const Reading_Stages stages(type);
+    if (!Read_Content(row, type, stages, form))
         return false;
-    Read_Pane(row, "Code_Memo", "Code_Memo_IO", Memo, *form.memo);
-    Read_Pane(row, "Code_Sum", "Code_Sum_IO", Sum, *form.sum);
+    Read_Pane(row, "Code_Memo", "Code_Memo_IO", stages, Memo, *form.memo);
+    Read_Pane(row, "Code_Sum", "Code_Sum_IO", stages, Sum, *form.sum);
     Read_Fields(row, form);
     const Field readings = row[QStringLiteral("Code_Readnum")];
     const qint64 number = readings.Is_Null() ? 1 : readings.Number() + 1;

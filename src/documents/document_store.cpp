@@ -275,9 +275,7 @@ QString Save_File_Document(const QString &path, const QString &folder_id, const 
     document.row.UpdateBatch();
     document.row.Close();
 
-    Recordset stored;
-    stored.Open(Sql_Text(Sql::Find_Document, document.id), App().Conn_Str);
-    return stored.Eof() ? QString() : document.id;
+    return Is_Stored(document.id) ? document.id : QString();
 }
 
 QString Replace_Content(const QString &code_id, const QString &path)
@@ -301,6 +299,13 @@ QString Replace_Content(const QString &code_id, const QString &path)
 QString Store_Time()
 {
     return Machine::Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+bool Is_Stored(const QString &code_id)
+{
+    Recordset stored;
+    stored.Open(Sql_Text(Sql::Find_Document, code_id), App().Conn_Str);
+    return !stored.Eof();
 }
 
 void Report_Failed_Save()

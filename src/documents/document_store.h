@@ -33,6 +33,8 @@ void Report_Failed_Save();
 
 /// Now as the store writes it: "YYYY-MM-DD HH:MM:SS".
 QString Store_Time();
+/// Whether there is a document of that id. @throws Run_Time_Error
+bool Is_Stored(const QString &code_id);
 
 /// Stores a file's bytes and its text as the content of a document that was a file's before; its other fields stay.
 /// A failure shows a box, is recorded under "Mod_DataBase\Replace_File_Content" and changes nothing.

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QWidget>
@@ -61,6 +62,13 @@ Slot Caption_Slot(Control &control)
             }};
 }
 
+/// What a tool bar shows of a menu entry's text: no access key, and no dots that promise a dialog.
+QString Button_Text(const QString &text)
+{
+    static const QRegularExpression menuOnly(QStringLiteral("\\(&\\w\\)|&|\\.\\.\\.$"));
+    return QString(text).remove(menuOnly);
+}
+
 /// The page of a tab control keeps its caption in the tab.
 Slot Page_Slot(QTabWidget &tabs, QWidget &page)
 {
@@ -82,7 +90,11 @@ std::vector<Slot> Slots_Of(QObject &object)
 {
     std::vector<Slot> found;
     if (auto *action = qobject_cast<QAction *>(&object)) {
-        found.push_back(Caption_Slot(*action));
+        found.push_back({"Caption", [action] { return action->text(); },
+                         [action](const QString &text) {
+                             action->setText(text);
+                             action->setIconText(Button_Text(text));
+                         }});
         return found;
     }
     auto &widget = static_cast<QWidget &>(object);

@@ -40,7 +40,8 @@ public:
     bool Close_All();
     /// Selects and saves every unsaved document, from the first to the last. @returns false when one stays unsaved
     bool Save_All();
-    /// Open documents read the folders anew; a folder with its subtree may have other ids now.
+    /// Open documents read the folders anew; a folder with its subtree may have other ids now. A document that went
+    /// for good with its folder closes; one with unsaved text stays, and saving it stores it as a new one.
     void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
     /// Open documents of those ids live in that folder now.
     void Follow_Documents(const QStringList &ids, const QString &folderId);

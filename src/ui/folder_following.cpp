@@ -2,6 +2,7 @@
 //
 // How open documents follow what happens to their folders: a save writes the folder's id of now.
 
+#include "documents/document_store.h"
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
 #include "ui_frm_doc_standard.h"
@@ -23,8 +24,14 @@ void Frm_Doc_Standard::Choose_Folder(const QString &id)
 
 void Document_Tabs::Follow_Folders(const QString &oldId, const QString &newId)
 {
-    for (int i = 1; i < count(); ++i)
-        Document_At(i)->Follow_Folders(oldId, newId);
+    for (int i = count() - 1; i > 0; --i) {
+        Frm_Doc_Standard *document = Document_At(i);
+        const bool gone = !document->Code_Id().isEmpty() && !Is_Stored(document->Code_Id());
+        if (gone && !document->Is_Changed())
+            Remove(document);
+        else
+            document->Follow_Folders(oldId, newId);
+    }
 }
 
 void Document_Tabs::Follow_Documents(const QStringList &ids, const QString &folderId)

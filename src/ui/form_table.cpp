@@ -3,6 +3,7 @@
 
 #include "platform/errors/run_time_error.h"
 #include "ui/frm_about.h"
+#include "ui/frm_config.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
 #include "ui/frm_list_view_color.h"
@@ -23,6 +24,15 @@ struct Opening {
 
 using Form = std::unique_ptr<QDialog>;
 
+template <class Changing_Form>
+Form Make_Changing(const Opening &opening, void (Changing_Form::*changed)())
+{
+    auto form = std::make_unique<Changing_Form>(opening.parent);
+    if (opening.changed)
+        QObject::connect(form.get(), changed, form.get(), opening.changed);
+    return form;
+}
+
 Form Make_About(const Opening &opening)
 {
     return std::make_unique<Frm_About>(Frm_About::Role::About, opening.parent);
@@ -35,18 +45,17 @@ Form Make_Login(const Opening &opening)
 
 Form Make_Database(const Opening &opening)
 {
-    auto form = std::make_unique<Frm_Database>(opening.parent);
-    if (opening.changed)
-        QObject::connect(form.get(), &Frm_Database::Database_Changed, form.get(), opening.changed);
-    return form;
+    return Make_Changing(opening, &Frm_Database::Database_Changed);
+}
+
+Form Make_Options(const Opening &opening)
+{
+    return Make_Changing(opening, &Frm_Config::Settings_Changed);
 }
 
 Form Make_List_Columns(const Opening &opening)
 {
-    auto form = std::make_unique<Frm_ListView_Para>(opening.parent);
-    if (opening.changed)
-        QObject::connect(form.get(), &Frm_ListView_Para::Columns_Changed, form.get(), opening.changed);
-    return form;
+    return Make_Changing(opening, &Frm_ListView_Para::Columns_Changed);
 }
 
 Form Make_List_Colors(const Opening &opening)
@@ -83,6 +92,7 @@ constexpr Entry Form_Table[] = {
     {"Frm_About", Make_About},
     {"frmLogin", Make_Login},
     {"Frm_Database", Make_Database},
+    {"Frm_Config", Make_Options},
     {"Frm_DbLog", Make<Frm_DbLog>},
     {"Frm_Update_235", Make_Update_235},
     {"Frm_ListView_Para", Make_List_Columns},

@@ -7,6 +7,7 @@
 #include "ui/icons.h"
 #include "ui/shell.h"
 #include "ui/twips.h"
+#include "ui/view_look.h"
 #include "ui_frm_list_view.h"
 #include "views/column_setup.h"
 #include "views/list_columns.h"
@@ -23,8 +24,6 @@ const QString Descending_Mark = QStringLiteral("▽");
 const QString Columns_Section = QStringLiteral("Col");
 const QString Widths_Key = QStringLiteral("ListViewPara");
 const QString Order_Key = QStringLiteral("ListViewOrder");
-/// The background that stands for the skin's own.
-const QString Plain_Background = QStringLiteral("16777215");
 } // namespace
 
 Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
@@ -228,19 +227,8 @@ void Frm_ListView::Apply_Look()
 {
     Document_List_View *list = m_ui->Lsv_Code_Info;
     list->Set_Grid(Config().CH_Lsv_Grid == QLatin1String("1"));
-    QFont font = list->font();
-    if (!Config().FontName_LSV.isEmpty())
-        font.setFamily(Config().FontName_LSV);
-    if (Config().FontSize_LSV.toDouble() > 0)
-        font.setPointSizeF(Config().FontSize_LSV.toDouble());
-    list->setFont(font);
-    const QColor background = Stored_Color(Config().Lsv_BColor);
-    if (background.isValid() && Config().Lsv_BColor != Plain_Background) {
-        QPalette palette = list->palette();
-        palette.setColor(QPalette::Base, background);
-        palette.setColor(QPalette::AlternateBase, background.darker(104));
-        list->setPalette(palette);
-    }
+    Use_Setting_Font(*list, Config().FontName_LSV, Config().FontSize_LSV);
+    Use_Setting_Background(*list, Config().Lsv_BColor);
 }
 
 void Frm_ListView::ShowPageInfo(const Page_Info &info)

@@ -49,6 +49,10 @@ public:
     void Select_Document(const QString &code_id);
     /// The key that was searched, "" for a list of another kind: an opened document shows its places.
     void Set_Search_Key(const QString &key) { m_searchKey = key; }
+    /// Gives the list the font, the colours and the lines of the settings.
+    void Apply_Look();
+    /// Shows a page of the source, the nearest one where there is none of that number.
+    void Go_To_Page(int page);
     /// Writes the widths and places of the columns to the settings.
     void Save_Columns();
     /// Shows the picture of that name in data\img\ beside the list, or says that there is none; "" closes the pane.
@@ -69,9 +73,7 @@ private:
     void Show_Menu(const QPoint &at);
     void Show_Column_Menu(const QPoint &at);
     void Apply_Columns();
-    void Apply_Look();
     void ShowPageInfo(const Page_Info &info);
-    void Go_To_Page(int page);
     void Sort_By(int column);
     void Mark_Sorted_Column();
     void Open_Row(const QModelIndex &row);

@@ -18,9 +18,11 @@
 #include "ui/frm_list_view.h"
 #include "ui/icons.h"
 #include "ui/left_tabs.h"
+#include "ui/skins.h"
 #include "ui/tree_commands.h"
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
+#include "ui/view_entries.h"
 #include "ui_frm_main.h"
 
 #include <QApplication>
@@ -36,14 +38,6 @@
 namespace
 {
 const QString Settings_Section = QStringLiteral("Settings");
-
-QFont Setting_Font(const QString &family, const QString &size)
-{
-    QFont font(family);
-    if (size.toDouble() > 0)
-        font.setPointSizeF(size.toDouble());
-    return font;
-}
 
 int Stored_Number(const char *key)
 {
@@ -63,7 +57,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Set_Icons();
     Log_Mark(QStringLiteral("GetClassInfo_Ex"));
     m_tree->Update_Tree();
-    Check_View_Entries();
+    Bind_View_Entries();
     Connect_Actions();
     Place_Document_Actions();
 }
@@ -170,7 +164,7 @@ void Frm_Main::Select_In_List(const QString &code_id)
 
 void Frm_Main::Panes_Changed()
 {
-    Check_View_Entries();
+    m_view->Check_All();
     m_tabs->Adjust_Panes();
 }
 
@@ -293,7 +287,6 @@ void Frm_Main::Place_Window()
 void Frm_Main::Add_Panes()
 {
     m_tree = new Tree_Pane(*this, m_ui->Left_Tree);
-    m_tree->setFont(Setting_Font(Config().FontName_Tree, Config().FontSize_Tree));
     m_ui->Left_Tree->layout()->addWidget(m_tree->Commands().Make_Tool_Bar(m_ui->Left_Tree));
     m_ui->Left_Tree->layout()->addWidget(m_tree);
     m_tree->Commands().Fill_Menu(*m_ui->Mnu_Node);
@@ -360,23 +353,16 @@ void Frm_Main::Connect_Actions()
             [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
     connect(m_ui->Mnu_About, &QAction::triggered, this,
             [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
-    connect(m_ui->U_ShowLow, &QAction::toggled, this, [this](bool on) {
-        Toggle_View(Config().ShowLow, "ShowLow", on, true);
-        Reload_All();
-    });
-    connect(m_ui->Mnu_ViewMemo, &QAction::toggled, this,
-            [this](bool on) { Toggle_View(Config().ViewMemo, "ViewMemo", on, false); });
-    connect(m_ui->Mnu_ViewSum, &QAction::toggled, this,
-            [this](bool on) { Toggle_View(Config().ViewSum, "ViewSum", on, false); });
-    connect(m_ui->Mnu_M_FILE, &QAction::toggled, this,
-            [this](bool on) { Toggle_View(Config().M_FILE, "M_FILE", on, true); });
+    connect(m_ui->Mnu_Config, &QAction::triggered, this,
+            [this] { Forms::Show_Modal(QStringLiteral("Frm_Config"), this, {}, [this] { Apply_Settings(); }); });
 
     connect(m_tree, &Tree_Pane::Folders_Changed, m_tabs, [this] { m_tabs->Follow_Folders(); });
     connect(m_tree, &Tree_Pane::Folder_Chosen, m_left, &Left_Tabs::List_Folder);
     connect(m_left, &Left_Tabs::Listed, m_tabs, &Document_Tabs::Show_List);
-    connect(m_ui->Mnu_Find, &QAction::triggered, m_left, &Left_Tabs::Show_Search);
-    m_left->Connect_Toggle(*m_ui->Mnu_Left_ByDate, "Left_ByDate", Config().CH_ByDate, "CH_ByDate");
-    m_left->Connect_Toggle(*m_ui->Mnu_Left_Find, "Left_Find", Config().CH_Find, "CH_Find");
+    connect(m_ui->Mnu_Find, &QAction::triggered, this, [this] {
+        m_ui->Mnu_Left_Find->setChecked(true);
+        m_left->Show_Search();
+    });
     const auto enableDocument = [this](bool is) {
         m_ui->Mnu_Close_Tab->setEnabled(is);
     };
@@ -424,28 +410,36 @@ void Frm_Main::Set_Icons()
         {m_ui->PriCode, "print"},       {m_ui->Mnu_Print, "print"},
         {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
         {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
-        {m_ui->Mnu_About, "about"},     {m_ui->Mnu_Exit, "exit"},
+        {m_ui->Mnu_Config, "options"},  {m_ui->Mnu_About, "about"},
+        {m_ui->Mnu_Exit, "exit"},
     };
     for (const Action_Icon &row : icons)
         row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
 }
 
-void Frm_Main::Check_View_Entries()
+void Frm_Main::Bind_View_Entries()
 {
-    m_ui->U_ShowLow->setChecked(Is_Shown(Config().ShowLow));
-    m_ui->Mnu_ViewMemo->setChecked(Is_Shown(Config().ViewMemo));
-    m_ui->Mnu_ViewSum->setChecked(Is_Shown(Config().ViewSum));
-    m_ui->Mnu_M_FILE->setChecked(Is_Shown(Config().M_FILE));
+    m_view = new View_Entries(this);
+    const auto panes = [this](bool /*on*/) {
+        m_tabs->Adjust_Panes();
+    };
+    m_view->Bind(*m_ui->Mnu_ViewMemo, "ViewMemo", panes);
+    m_view->Bind(*m_ui->Mnu_ViewSum, "ViewSum", panes);
+    m_view->Bind(*m_ui->Mnu_M_FILE, "M_FILE", panes);
+    m_view->Bind(*m_ui->U_ShowLow, "ShowLow", [this](bool /*on*/) { Reload_All(); });
+    m_view->Bind(*m_ui->Mnu_Left_ByDate, "CH_ByDate", [this](bool on) { m_left->Show_Page("Left_ByDate", on); });
+    m_view->Bind(*m_ui->Mnu_Left_Find, "CH_Find", [this](bool on) { m_left->Show_Page("Left_Find", on); });
 }
 
-void Frm_Main::Toggle_View(QString &setting, const char *key, bool on, bool capitals)
+void Frm_Main::Apply_Settings()
 {
-    setting = on ? QStringLiteral("True") : QStringLiteral("False");
-    if (capitals)
-        setting = setting.toUpper();
-    const bool inPage = qstrcmp(key, "M_FILE") == 0;
-    WriteIni(inPage ? QStringLiteral("Page") : QStringLiteral("Col"), QLatin1String(key), setting);
-    m_tabs->Adjust_Panes();
+    Trap(
+        QStringLiteral("Frm_Main\\Apply_Settings"), [] { Attach_Chosen_Skin(); },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+    m_tree->Apply_Look();
+    m_list->Apply_Look();
+    m_view->Check_All();
+    m_list->Go_To_Page(1);
 }
 
 void Frm_Main::Choose_Files()

@@ -13,6 +13,7 @@ class Frm_ListView;
 class Left_Tabs;
 class QSystemTrayIcon;
 class Tree_Pane;
+class View_Entries;
 namespace Ui
 {
 class Frm_Main;
@@ -79,8 +80,9 @@ private:
     void Connect_Actions();
     void Place_Document_Actions();
     void Set_Icons();
-    void Check_View_Entries();
-    void Toggle_View(QString &setting, const char *key, bool on, bool capitals);
+    void Bind_View_Entries();
+    /// Puts what the options changed on screen.
+    void Apply_Settings();
     void Choose_Files();
     void Choose_Database();
     void Compact();
@@ -97,6 +99,7 @@ private:
     Frm_ListView *m_list = nullptr;
     Document_Tabs *m_tabs = nullptr;
     Left_Tabs *m_left = nullptr;
+    View_Entries *m_view = nullptr;
     QSystemTrayIcon *m_tray = nullptr;
     bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/left_tabs.h"
 
-#include "core/config_store.h"
 #include "core/language_pack.h"
 #include "core/settings.h"
 #include "ui/by_date_pane.h"
@@ -11,7 +10,6 @@
 #include "ui/tree_pane.h"
 #include "views/by_date.h"
 
-#include <QAction>
 #include <QLayout>
 #include <QTabWidget>
 #include <utility>
@@ -132,25 +130,16 @@ void Left_Tabs::Reload()
     Show_Tab();
 }
 
-void Left_Tabs::Connect_Toggle(QAction &entry, const char *page, QString &setting, const char *key)
+void Left_Tabs::Show_Page(const char *page, bool on)
 {
-    entry.setChecked(Is_Shown(setting));
     const int index = m_tabs.indexOf(m_tabs.findChild<QWidget *>(QLatin1String(page)));
-    connect(&entry, &QAction::toggled, this, [this, index, &setting, key](bool on) {
-        setting = on ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
-        WriteIni(QStringLiteral("Col"), QLatin1String(key), setting);
-        m_tabs.setTabVisible(index, on);
-        if (on)
-            m_tabs.setCurrentIndex(index);
-    });
-    if (m_tabs.widget(index) == m_searchPage)
-        m_searchEntry = &entry;
+    m_tabs.setTabVisible(index, on);
+    if (on)
+        m_tabs.setCurrentIndex(index);
 }
 
 void Left_Tabs::Show_Search()
 {
-    if (m_searchEntry != nullptr)
-        m_searchEntry->setChecked(true);
     m_tabs.setCurrentWidget(m_searchPage);
     m_search->Start_Typing();
 }

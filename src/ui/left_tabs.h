@@ -7,7 +7,6 @@
 
 class By_Date_Pane;
 class Frm_ListView;
-class QAction;
 class QTabWidget;
 class Search_Pane;
 class Shell;
@@ -27,10 +26,9 @@ public:
     void List_Folder(const QString &id);
     /// Loads what stands beside the tree anew, after documents or the database changed.
     void Reload();
-    /// Lets an entry of the menu show and hide a tab, as a setting keeps it.
-    /// @param page  the page's name  @param setting  its value in force  @param key  its key in section Col
-    void Connect_Toggle(QAction &entry, const char *page, QString &setting, const char *key);
-    /// Shows the search with the cursor in its key.
+    /// Shows a tab, and brings it to the front, or hides it; `page` is its name.
+    void Show_Page(const char *page, bool on);
+    /// Puts the cursor into the key of the search.
     void Show_Search();
 
 signals:
@@ -55,7 +53,6 @@ private:
     QWidget *m_byDatePage = nullptr;
     QWidget *m_searchPage = nullptr;
     std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
-    QAction *m_searchEntry = nullptr;        ///< shows and hides the tab of the search
     bool m_foldersStale = true;
     bool m_yearsStale = true;
 };

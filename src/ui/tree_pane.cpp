@@ -14,6 +14,7 @@
 #include "ui/node_delegate.h"
 #include "ui/shell.h"
 #include "ui/tree_commands.h"
+#include "ui/view_look.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
@@ -28,6 +29,7 @@ Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
     m_lang.LoadControlsCaption();
     setAccessibleName(m_lang.GetString("Left_Tree|Index|Caption"));
     setHeaderHidden(true);
+    Apply_Look();
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     m_delegate->Is_Locked = [this](const QModelIndex &index) {
@@ -49,6 +51,12 @@ Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
 }
 
 Tree_Pane::~Tree_Pane() = default;
+
+void Tree_Pane::Apply_Look()
+{
+    Use_Setting_Font(*this, Config().FontName_Tree, Config().FontSize_Tree);
+    Use_Setting_Background(*this, Config().Col_Frm);
+}
 
 void Tree_Pane::Update_Tree()
 {

@@ -21,6 +21,8 @@ public:
     Tree_Pane(Shell &shell, QWidget *parent);
     ~Tree_Pane() override;
 
+    /// Gives the tree the font and the background of the settings.
+    void Apply_Look();
     /// Loads the tree anew with the nodes open that were, keeping the selection where it can.
     void Update_Tree();
     /// Selects the folder with that id; an unknown one leaves nothing selected. @returns whether it was found

@@ -27,6 +27,12 @@ QString Color_Number(const QColor &color)
     return QString::number(color.red() | (color.green() << 8) | (color.blue() << 16));
 }
 
+QColor Chosen_Background(const QString &number)
+{
+    const QColor color = Stored_Color(number);
+    return color == QColor(Qt::white) ? QColor() : color;
+}
+
 std::optional<Line_Style> Style_From_Text(const QString &stored)
 {
     const QStringList parts = stored.split(QLatin1Char('|'));

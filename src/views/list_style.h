@@ -24,3 +24,5 @@ void Apply_Line_Color(List_Row &row, const QString &stored);
 /// A colour as the file and the settings keep it; invalid where the text is no number of that kind.
 QColor Stored_Color(const QString &number);
 QString Color_Number(const QColor &color);
+/// A background that the user chose; invalid for white, which stands for the skin's own.
+QColor Chosen_Background(const QString &number);

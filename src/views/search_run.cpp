@@ -2,9 +2,7 @@
 #include "views/search_run.h"
 
 #include "core/error_log.h"
-#include "core/sql_text.h"
 #include "platform/database/database.h"
-#include "views/search_sql.h"
 
 #include <QElapsedTimer>
 
@@ -14,13 +12,6 @@ constexpr qint64 Milliseconds_Between_Reports = 60;
 constexpr unsigned long Pause_For_Writer = 20;
 /// A search that was stopped so often by writers takes its turn at last.
 constexpr int Most_Times_Given_Way = 50;
-
-qint64 Document_Total(const QString &connection)
-{
-    Recordset count;
-    count.Open(Sql_Text(Sql::Document_Total), connection);
-    return count[0].Number();
-}
 } // namespace
 
 Search_Run::~Search_Run()
@@ -83,13 +74,12 @@ void Search_Run::Run(const QString &where, const QString &searchKey, int limit, 
 void Search_Run::Search_Once(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
                              Search_Outcome &outcome)
 {
-    const qint64 all = Document_Total(setting.connection);
     QElapsedTimer sinceReport;
     sinceReport.start();
-    const Database_Engine::Watch watch([&](qint64 rows) {
+    const Database_Engine::Watch watch([&](qint64 rows, qint64 all) {
         if (sinceReport.elapsed() >= Milliseconds_Between_Reports) {
             sinceReport.restart();
-            emit Progressed(rows, rows > 0 ? all : 0);
+            emit Progressed(rows, all);
         }
         return !m_stop;
     });

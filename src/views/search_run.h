@@ -36,7 +36,7 @@ public:
     [[nodiscard]] bool Is_Running() const { return m_thread != nullptr; }
 
 signals:
-    /// @param all  documents in the database, 0 while the search does not walk over all of them
+    /// @param documents  those looked at so far; @param all  those to look at, 0 while that is not known
     void Progressed(qint64 documents, qint64 all);
     /// The outcome is the receiver's to move from.
     void Finished(const std::shared_ptr<Search_Outcome> &outcome);

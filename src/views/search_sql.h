@@ -11,5 +11,4 @@ constexpr const char16_t *Search_First_Field = u" and ( instr(1,lcase(%1),lcase(
 constexpr const char16_t *Search_Next_Field = u" or ( instr(1,lcase(%1),lcase('%2'),0)<>0 )";
 constexpr const char16_t *Search_Only_Field = u" and ( instr(1,lcase(%1),lcase('%2'),0)<>0 ) ";
 constexpr const char16_t *Search_Order = u" order by Code_ID ";
-constexpr const char16_t *Document_Total = u"Select count(*)  From Code_Info";
 } // namespace Sql

@@ -3,6 +3,7 @@
 #include "core/settings.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
+#include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/frm_main.h"
 #include "ui/tree_commands.h"
@@ -12,6 +13,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QTextEdit>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -74,6 +76,28 @@ private slots:
         title.setText(u"two"_s);
         QVERIFY(Document().Data_Update());
         QCOMPARE(Sql_Rows(u"select Code_Title,Cate_ID from Code_Info"_s), QList<QStringList>({{u"two"_s, folder}}));
+    }
+
+    /// A document that goes for good with its folder takes its tab along, but never text that is not stored.
+    void A_Document_Goes_With_Its_Folder_data()
+    {
+        QTest::addColumn<bool>("typed");
+        QTest::addRow("nothing typed") << false;
+        QTest::addRow("unsaved text") << true;
+    }
+    void A_Document_Goes_With_Its_Folder()
+    {
+        QFETCH(bool, typed);
+        if (typed)
+            Document().findChild<QTextEdit *>(u"Txt_Content"_s)->insertPlainText(u"two"_s);
+        for (int i = 0; i < 2; ++i)
+            m_program->prompts.Expect(u"回收站"_s, u"yes"_s);
+        Run(u"001"_s, "Mnu_Node_Del");
+        Run(u"000"_s, "Mnu_Node_Clean");
+        QCOMPARE(Sql_Cell(u"select count(*) from Code_Info"_s), u"0"_s);
+        QCOMPARE(m_window->findChild<Document_Tabs *>()->count(), typed ? 2 : 1);
+        if (typed)
+            QVERIFY(Document().findChild<QTextEdit *>(u"Txt_Content"_s)->toPlainText().contains(u"two"_s));
     }
 
     void New_Names_Are_Offered()

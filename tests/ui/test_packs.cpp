@@ -10,6 +10,7 @@
 #include "ui/find_bar.h"
 #include "ui/frm_about.h"
 #include "ui/frm_add_class_ex.h"
+#include "ui/frm_config.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
 #include "ui/frm_doc_standard.h"
@@ -114,6 +115,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<frmLogin>();
     if (name == u"Frm_Database")
         return std::make_unique<Frm_Database>();
+    if (name == u"Frm_Config")
+        return std::make_unique<Frm_Config>();
     if (name == u"Frm_DbLog")
         return std::make_unique<Frm_DbLog>();
     if (name == u"Frm_Update_235")
@@ -124,7 +127,7 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
 const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
                                 u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s,
                                 u"Editor_Bar"_s,   u"Find_Bar"_s,     u"frm_GoTo"_s,         u"Frm_Insert_Table"_s,
-                                u"Frm_SpecChar"_s, u"Frm_Print"_s};
+                                u"Frm_SpecChar"_s, u"Frm_Print"_s,    u"Frm_Config"_s};
 
 QString Read_Text(const QString &path)
 {

@@ -7,6 +7,7 @@
 #include "views/list_columns.h"
 #include "views/list_engine.h"
 
+#include <QSet>
 #include <QTest>
 #include <optional>
 
@@ -205,6 +206,67 @@ private slots:
         Config().Cob_OrderBy = code;
         Fill(u"001"_s);
         QCOMPARE(Shown().join(QString()), expected);
+    }
+
+    /// Whatever page is turned to first, the pages together are the list as one page shows it: rows that are equal in
+    /// its order are neither left out nor shown twice.
+    void Pages_Together_Are_The_List_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("showLow");
+        QTest::addColumn<QString>("date"); ///< "-" for a list of a folder
+        QTest::addColumn<int>("documents");
+        QTest::addRow("root") << u""_s << u"TRUE"_s << u"-"_s << 60;
+        QTest::addRow("subtree, members of another folder too") << u"001"_s << u"TRUE"_s << u"-"_s << 50;
+        QTest::addRow("folder alone") << u"002"_s << u"FALSE"_s << u"-"_s << 20;
+        QTest::addRow("year") << u""_s << u"TRUE"_s << u"2020"_s << 60;
+    }
+    void Pages_Together_Are_The_List()
+    {
+        QFETCH(QString, folder);
+        QFETCH(QString, showLow);
+        QFETCH(QString, date);
+        QFETCH(int, documents);
+        constexpr int perPage = 7;
+        Add_Folder(u"002"_s, u"other"_s);
+        for (int i = 0; i < 60; ++i) {
+            // Many are alike in every column that a list can be ordered by.
+            const QString id = u"{%1}"_s.arg(i * 37 % 60, 2, 10, QLatin1Char('0'));
+            Add_Document(
+                id, i % 3 == 0 ? u"002"_s : u"001"_s, u"title %1"_s.arg(i % 2),
+                u"Code_Create='2020-01-0%1',Code_Date='2020-01-01',Code_Update='2020-02-01',Code_Keys='k'"_s.arg(
+                    1 + i % 2));
+            if (i % 6 == 0)
+                Sql_Run(u"insert into tab_VirCate(Cate_ID,Code_id) values ('001','%1')"_s.arg(id));
+            if (i % 5 == 0)
+                Sql_Run(u"insert into tab_VirCate(Cate_ID,Code_id) values ('002','%1')"_s.arg(id));
+        }
+        Config().ShowLow = showLow;
+        const auto ids = [&](int page) {
+            Fill(folder, page, date != u"-", date == u"-" ? QString() : date);
+            QStringList found;
+            for (int row = 0; row < m_list->Row_Count(); ++row)
+                found << m_list->Row(row).tag;
+            return found;
+        };
+        for (int order = 1; order <= 8; ++order) {
+            Config().Cob_OrderBy = QString::number(order);
+            Config().MAX_RECORD = perPage;
+            const int last = (documents + perPage - 1) / perPage;
+            const QStringList lastPage = ids(last);
+            QStringList pages;
+            for (int page = 1; page <= last; ++page)
+                pages << ids(page);
+            QVERIFY(pages.endsWith(lastPage.last()));
+            Config().MAX_RECORD = 32767;
+            QCOMPARE(pages, ids(1));
+            QCOMPARE(pages.size(), documents);
+            QCOMPARE(QSet<QString>(pages.begin(), pages.end()).size(), documents);
+        }
+        Config().MAX_RECORD = perPage;
+        const QStringList second = ids(2);
+        Sql_Run(u"delete from Code_Info where Code_ID='%1'"_s.arg(second.first()));
+        QCOMPARE(ids(2).mid(0, perPage - 1), second.mid(1));
     }
 
     void An_Unknown_Order_Is_No_Order()

@@ -62,7 +62,7 @@ bool Contains(const QString &text, const QString &key)
 QString Random_Text(QRandomGenerator &random)
 {
     QString text;
-    for (quint32 i = random.bounded(5U); i > 0; --i)
+    for (quint32 i = random.bounded(random.bounded(4) == 0 ? 18U : 5U); i > 0; --i)
         text += Pieces.at(random.bounded(static_cast<int>(Pieces.size()))) + (random.bounded(3) == 0 ? u" "_s : u""_s);
     return text;
 }

@@ -14,6 +14,11 @@ QString Quoted_Name(const QString &name)
     return u'"' + quoted.replace(u'"', u"\"\""_s) + u'"';
 }
 
+QString Index_Name(const QString &table, const QString &column)
+{
+    return u"zelqor_"_s + table + u'_' + column;
+}
+
 QString Quoted_Text(const QString &text)
 {
     QString quoted = text;

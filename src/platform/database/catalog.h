@@ -63,6 +63,8 @@ private:
 
 /// A name as SQLite text: in double quotes, so that it can never be taken for a string or a keyword.
 QString Quoted_Name(const QString &name);
+/// The name of the index that the engine keeps of its own on a column.
+QString Index_Name(const QString &table, const QString &column);
 /// A text as an SQLite literal.
 QString Quoted_Text(const QString &text);
 /// The type that a declaration means, with the size of Text(n).

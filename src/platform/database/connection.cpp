@@ -5,6 +5,7 @@
 #include "platform/database/dates.h"
 #include "platform/database/ddl.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/key_query.h"
 #include "platform/database/sql_functions.h"
 #include "platform/database/sql_parser.h"
 #include "platform/database/sqlite_cells.h"
@@ -78,6 +79,19 @@ std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
         Ddl::Make_Missing_Indexes(*connection);
     }
     sqlite3_busy_handler(connection->m_db, Watched_Query::Wait_For_Lock, nullptr);
+    return connection;
+}
+
+std::shared_ptr<Connection> Connection::Open_Beside(const Connection &other)
+{
+    // Not by way of Check_File: closing the file in this process would drop the locks of the other connection.
+    auto connection = std::make_shared<Connection>(other.m_path);
+    connection->m_readOnly = true;
+    if (sqlite3_open_v2(other.m_path.toUtf8().constData(), &connection->m_db,
+                        SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
+        connection->Fail();
+    }
+    connection->Configure();
     return connection;
 }
 
@@ -255,10 +269,9 @@ std::shared_ptr<const Plan> Behind(const Plan &plan, qint64 skip)
 }
 } // namespace
 
-std::shared_ptr<Prepared_Statement> Connection::Prepare(const QString &statement, bool updatable, qint64 skip,
+std::shared_ptr<Prepared_Statement> Connection::Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
                                                         bool &ranAsDdl)
 {
-    const std::vector<Token> tokens = Tokenize(statement);
     const QString key = (updatable ? u'u' : u'r') + Statement_Shape(tokens);
     std::shared_ptr<Prepared_Statement> prepared = skip > 0 ? nullptr : Cached(key);
     if (prepared == nullptr) {
@@ -388,10 +401,55 @@ void Connection::Bind(Prepared_Statement &statement, const std::vector<Token> &t
     }
 }
 
+void Connection::Make_Ready(Prepared_Statement &statement, const std::vector<Token> &tokens)
+{
+    Compile(statement);
+    Bind(statement, tokens);
+}
+
+void Connection::Collect_Rows(Prepared_Statement &statement, std::vector<qint64> &rows)
+{
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(statement.handle)) == SQLITE_ROW) {
+        rows.push_back(sqlite3_column_int64(statement.handle, 0));
+    }
+    if (code != SQLITE_DONE) {
+        const Run_Time_Error error = Error();
+        sqlite3_reset(statement.handle);
+        throw error;
+    }
+    sqlite3_reset(statement.handle);
+}
+
+std::pair<qint64, qint64> Connection::Data_Version()
+{
+    Row row;
+    Read_Row("PRAGMA main.data_version", {}, row);
+    return {sqlite3_total_changes64(m_db), std::get<qint64>(row.at(0))};
+}
+
+bool Connection::Has_Written() const
+{
+    return sqlite3_txn_state(m_db, "main") == SQLITE_TXN_WRITE;
+}
+
+/// The rows of a query by their numbers; null where it must be run as it stands.
+std::unique_ptr<Sqlite_Cursor> Connection::Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip)
+{
+    std::optional<std::vector<qint64>> rows = Key_Query(*this, *plan.keys, tokens).Rows(skip);
+    if (!rows) {
+        return nullptr;
+    }
+    const std::shared_ptr<Prepared_Statement> row = Prepare_Own(plan.keys->row);
+    row->busy = true;
+    return std::make_unique<Sqlite_Cursor>(shared_from_this(), row, std::make_shared<Plan>(plan), std::move(rows));
+}
+
 std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip)
 {
     bool ranAsDdl = false;
-    std::shared_ptr<Prepared_Statement> prepared = Prepare(statement, updatable, skip, ranAsDdl);
+    const std::vector<Token> tokens = Tokenize(statement);
+    std::shared_ptr<Prepared_Statement> prepared = Prepare(tokens, updatable, 0, ranAsDdl);
     if (ranAsDdl) {
         return nullptr;
     }
@@ -400,10 +458,25 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
         Run_To_End(*prepared);
         return nullptr;
     }
+    std::unique_ptr<Sqlite_Cursor> cursor;
+    if (prepared->plan->keys != nullptr && (skip > 0 || prepared->plan->keys->always)) {
+        if (Tables_Are_Stale()) {
+            Forget_Tables();
+            return Run(statement, updatable, baseTable, skip);
+        }
+        cursor = Run_By_Keys(*prepared->plan, tokens, skip);
+    }
+    if (cursor != nullptr) {
+        cursor->Start();
+        return cursor;
+    }
+    if (skip > 0) {
+        prepared = Prepare(tokens, updatable, skip, ranAsDdl);
+    }
     prepared->busy = true;
-    Watched_Query::Begin(m_db, prepared);
+    Watched_Query::Begin(m_db, Watched_Query::Of_Statement(prepared));
     // A change of tables by another program shows when the first step has to compile the statement anew.
-    auto cursor = std::make_unique<Sqlite_Cursor>(shared_from_this(), prepared);
+    cursor = std::make_unique<Sqlite_Cursor>(shared_from_this(), prepared, prepared->plan);
     cursor->Start();
     if (sqlite3_stmt_status(prepared->handle, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
         cursor.reset();

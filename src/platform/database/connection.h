@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+struct Token;
 struct sqlite3;
 struct sqlite3_stmt;
 class Sqlite_Cursor;
@@ -25,12 +26,28 @@ struct Prepared_Statement {
     bool busy = false;
 };
 
+/// A row of a query by row numbers, and which parts of the query it comes from.
+struct Ordered_Key {
+    qint64 row = 0;
+    bool first = false; ///< the first part, which alone may be bounded
+    bool other = false;
+};
+
+/// The order of the last long list.
+struct Kept_Order {
+    QString statement;
+    std::pair<qint64, qint64> version; ///< of the file then
+    std::vector<Ordered_Key> keys;
+};
+
 /// One open database file with its tables, compiled statements and the state of its group of statements.
 class Connection : public std::enable_shared_from_this<Connection>
 {
 public:
     /// Opens an existing file. @throws Run_Time_Error when it is missing, no database, or cannot be opened.
     static std::shared_ptr<Connection> Open(const QString &nativePath);
+    /// A connection for reading beside another one's, for a thread of its own. It runs plans and knows no tables.
+    static std::shared_ptr<Connection> Open_Beside(const Connection &other);
     explicit Connection(QString path) : m_path(std::move(path)) {}
     ~Connection();
     Connection(const Connection &) = delete;
@@ -42,9 +59,18 @@ public:
     qint64 Change(const QByteArray &sql, const std::vector<Cell> &values);
     /// The first row of an SQLite query of the engine's own; false when it has none.
     bool Read_Row(const QByteArray &sql, const std::vector<Cell> &values, Row &row);
+    /// Compiles a statement's plan and binds the literals of its tokens.
+    void Make_Ready(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    /// Runs a query of one column to its end, for the row numbers that it gives.
+    void Collect_Rows(Prepared_Statement &statement, std::vector<qint64> &rows);
     /// Runs SQLite text without parameters, several statements if need be.
     void Execute(const QByteArray &sql);
     [[nodiscard]] qint64 Last_Rowid() const;
+    /// Changes when rows do, by this connection (first) or another one.
+    [[nodiscard]] std::pair<qint64, qint64> Data_Version();
+    /// There is something that only this connection sees.
+    [[nodiscard]] bool Has_Written() const;
+    [[nodiscard]] Kept_Order &Kept() { return m_kept; }
 
     /// The tables as they are now.
     const Catalog &Tables();
@@ -75,7 +101,9 @@ private:
 
     void Configure();
     void Check_File() const;
-    std::shared_ptr<Prepared_Statement> Prepare(const QString &statement, bool updatable, qint64 skip, bool &ranAsDdl);
+    std::shared_ptr<Prepared_Statement> Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
+                                                bool &ranAsDdl);
+    std::unique_ptr<Sqlite_Cursor> Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip);
     std::shared_ptr<Prepared_Statement> Prepare_Own(const QByteArray &sql);
     std::shared_ptr<Prepared_Statement> Cached(const QString &key);
     void Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement);
@@ -95,6 +123,7 @@ private:
     Cache m_cache; // the most recently used first
     QHash<QString, Cache::iterator> m_cached;
     std::vector<Sqlite_Cursor *> m_cursors;
+    Kept_Order m_kept;
     int m_groupDepth = 0;
     bool m_groupBegun = false;
 };

@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QString>
 #include <functional>
-#include <memory>
+#include <utility>
 
 struct Watched_Query;
 
@@ -52,8 +52,9 @@ QDateTime Date_From_Text(const QString &text);
 class Watch
 {
 public:
-    /// @param step  gets the rows that the query has walked over in its table; false stops it
-    explicit Watch(std::function<bool(qint64 rows)> step);
+    /// @param step  gets the rows that the query has looked at, and how many there are (0 while that is not known);
+    /// false stops it
+    explicit Watch(std::function<bool(qint64 rows, qint64 all)> step);
     ~Watch();
     Watch(const Watch &) = delete;
     Watch &operator=(const Watch &) = delete;
@@ -62,8 +63,8 @@ public:
 
 private:
     friend struct ::Watched_Query;
-    std::function<bool(qint64 rows)> m_step;
-    std::shared_ptr<void> m_query;
+    std::function<bool(qint64 rows, qint64 all)> m_step;
+    std::function<std::pair<qint64, qint64>()> m_progress; ///< of the query that is watched
     bool m_gaveWay = false;
 };
 } // namespace Database_Engine

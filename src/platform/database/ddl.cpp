@@ -63,11 +63,6 @@ private:
     Connection &m_connection;
 };
 
-QString Index_Name(const QString &table, const QString &column)
-{
-    return u"zelqor_"_s + table + u'_' + column;
-}
-
 struct Indexed_Column {
     QString table;
     QString column;

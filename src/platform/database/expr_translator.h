@@ -29,7 +29,9 @@ QString Output_Alias(size_t index);
 class Translator
 {
 public:
-    Translator(const Catalog &catalog, Plan &plan) : m_catalog(catalog), m_plan(plan) {}
+    Translator(const Catalog &catalog, Plan &plan, bool ties = false) : m_catalog(catalog), m_plan(plan), m_ties(ties)
+    {
+    }
 
     QString Query(const Sql_Ast::Query &query, const Sql_Scope *outer, std::vector<Output> &outputs, bool updatable);
     Sql_Piece Expression(const Sql_Ast::Expr &expr, const Sql_Scope &scope);
@@ -37,6 +39,10 @@ public:
     QString Assigned(const Sql_Ast::Expr &expr, const Catalog_Column &column, const Sql_Scope &scope);
     QString Assigned_Piece(const Sql_Piece &piece, const Catalog_Column &column);
     const Catalog_Table &Table(const QString &name);
+    QString From(const Sql_Ast::Select &select, Sql_Scope &scope);
+    QString Items(const Sql_Ast::Select &select, const Sql_Scope &scope, std::vector<Output> &outputs);
+    QString Order(const std::vector<Sql_Ast::Order_Term> &terms, const Sql_Ast::Select *select, const Sql_Scope &scope,
+                  size_t outputs);
 
 private:
     using Expr = Sql_Ast::Expr;
@@ -45,13 +51,11 @@ private:
         std::vector<Output> outputs;
     };
 
-    Select_Text Select(const Sql_Ast::Select &select, const Sql_Scope *outer, bool ordered, bool updatable);
-    QString Items(const Sql_Ast::Select &select, const Sql_Scope &scope, std::vector<Output> &outputs);
+    Select_Text Select(const Sql_Ast::Select &select, const Sql_Scope *outer, bool ordered, bool updatable,
+                       const Catalog_Table *tied, bool inUnion);
     void Star(const Sql_Ast::Select_Item &item, const Sql_Scope &scope, QStringList &texts,
               std::vector<Output> &outputs);
     QString Source(const Sql_Ast::Source &source, Sql_Scope &scope);
-    QString Order(const std::vector<Sql_Ast::Order_Term> &terms, const Sql_Ast::Select *select, const Sql_Scope &scope,
-                  size_t outputs);
     QString Group(const Sql_Ast::Select &select, const Sql_Scope &scope);
     QString Limit(const Sql_Ast::Select &select);
 
@@ -82,5 +86,12 @@ private:
 
     const Catalog &m_catalog;
     Plan &m_plan;
+    bool m_ties; ///< rows that are equal in the order of the outermost query are ordered by their numbers
     bool m_aggregate = false;
 };
+
+/// The table whose rows a query shows one for one, so that their numbers tell them apart; null when there is none.
+/// Of a union each select must show them, with the key that tells whole rows apart.
+const Catalog_Table *Table_Of_Rows(const Sql_Ast::Query &query, const Catalog &catalog);
+/// ", x.rowid" with the direction of the last term: what comes behind an order to settle ties.
+QString Tie(const QString &rowid, const std::vector<Sql_Ast::Order_Term> &terms);

@@ -3,11 +3,13 @@
 
 #include "platform/database/dates.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/key_query.h"
 #include "platform/database/sql_values.h"
 #include "platform/database/sqlite_cells.h"
 #include "platform/database/text_fold.h"
 
 #include <QCollator>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -52,6 +54,12 @@ public:
     [[nodiscard]] qint64 Whole(int i) const { return sqlite3_value_int64(m_values[i]); }
     [[nodiscard]] double Number(int i) const { return sqlite3_value_double(m_values[i]); }
     [[nodiscard]] Cell Value(int i) const { return Sqlite_Cells::Read(m_values[i]); }
+
+    template <typename T>
+    [[nodiscard]] const T *Pointer(int i, const char *name) const
+    {
+        return static_cast<const T *>(sqlite3_value_pointer(m_values[i], name));
+    }
 
     void Return(const Cell &cell) { Sqlite_Cells::Return(m_context, cell); }
     void Return_Text(std::string_view bytes)
@@ -272,6 +280,12 @@ void As_Date(Call &call)
     call.Return(Sql_Value::As_Date(call.Value(0), call.Has(1) ? call.Text(1) : QString()));
 }
 
+/// row number, set of row numbers
+void Among(Call &call)
+{
+    call.Return_Whole(call.Pointer<Key_Set>(1, Key_Set::Pointer_Name)->Has(call.Whole(0)) ? 1 : 0);
+}
+
 using Sqlite_Function = void (*)(sqlite3_context *, int, sqlite3_value **);
 struct Definition {
     const char *name;
@@ -306,6 +320,7 @@ constexpr std::array Definitions{
     Definition{"zelqor_as_single", Guarded<As_Single>},
     Definition{"zelqor_as_date", Guarded<As_Date>},
     Definition{"zelqor_cdate", Guarded<As_Date>},
+    Definition{"zelqor_among", Guarded<Among>},
 };
 
 std::string_view View(const void *bytes, int length)
@@ -318,16 +333,7 @@ int Compare_Text(void *, int lengthA, const void *a, int lengthB, const void *b)
     return Text_Fold::Compare(View(a, lengthA), View(b, lengthB));
 }
 
-bool Is_Alphanumeric(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    });
-}
-
-/// Digits come before letters and case does not count in the dictionary's order too, so that texts of both alone
-/// are compared by their folded bytes.
-int Compare_Order(void *, int lengthA, const void *a, int lengthB, const void *b)
+const QCollator &Dictionary()
 {
     static const QCollator collator = [] {
         QCollator chinese(QLocale(QLocale::Chinese, QLocale::China));
@@ -335,13 +341,53 @@ int Compare_Order(void *, int lengthA, const void *a, int lengthB, const void *b
         chinese.compare(u"a"_s, u"b"_s); // makes it ready, so that threads may share it
         return chinese;
     }();
+    return collator;
+}
+
+constexpr size_t Ascii_End = 0x7F;
+/// The places of the printable ASCII characters in the dictionary; 0 for every other byte.
+using Ascii_Places = std::array<unsigned char, 256>;
+
+Ascii_Places Find_Ascii_Places()
+{
+    std::vector<QChar> characters;
+    for (char16_t c = u' '; c < Ascii_End; ++c) {
+        characters.emplace_back(c);
+    }
+    const auto compare = [](QChar a, QChar b) {
+        return Dictionary().compare(QString(a), QString(b));
+    };
+    std::stable_sort(characters.begin(), characters.end(), [&](QChar a, QChar b) { return compare(a, b) < 0; });
+    Ascii_Places places{};
+    int place = 1;
+    for (size_t i = 0; i < characters.size(); ++i) {
+        place += i > 0 && compare(characters[i - 1], characters[i]) != 0 ? 1 : 0;
+        places[characters[i].unicode()] = static_cast<unsigned char>(place);
+    }
+    return places;
+}
+
+/// Printable ASCII characters are ordered one by one in the dictionary, so that texts of them alone are compared
+/// without it.
+int Compare_Order(void *, int lengthA, const void *a, int lengthB, const void *b)
+{
+    static const Ascii_Places places = Find_Ascii_Places();
     const std::string_view left = View(a, lengthA);
     const std::string_view right = View(b, lengthB);
-    if (!(Is_Alphanumeric(left) && Is_Alphanumeric(right))) {
+    const auto place = [](char c) {
+        return places[static_cast<unsigned char>(c)];
+    };
+    const auto isPlain = [&](std::string_view text) {
+        return std::all_of(text.begin(), text.end(), [&](char c) { return place(c) != 0; });
+    };
+    if (!isPlain(left) || !isPlain(right)) {
         const int order =
-            collator.compare(QString::fromUtf8(left.data(), lengthA), QString::fromUtf8(right.data(), lengthB));
-        if (order != 0) {
-            return order;
+            Dictionary().compare(QString::fromUtf8(left.data(), lengthA), QString::fromUtf8(right.data(), lengthB));
+        return order != 0 ? order : Text_Fold::Compare(left, right);
+    }
+    for (size_t i = 0; i < std::min(left.size(), right.size()); ++i) {
+        if (place(left[i]) != place(right[i])) {
+            return place(left[i]) < place(right[i]) ? -1 : 1;
         }
     }
     return Text_Fold::Compare(left, right);

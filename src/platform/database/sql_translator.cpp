@@ -4,8 +4,15 @@
 #include "platform/database/engine_error.h"
 #include "platform/database/expr_translator.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace Sql_Ast;
+
+namespace
+{
+const QString Row_Alias = u"\"zelqor:row\""_s;
+} // namespace
 
 QString Output_Alias(size_t index)
 {
@@ -25,8 +32,9 @@ const Catalog_Table &Translator::Table(const QString &name)
 QString Translator::Query(const struct Query &query, const Sql_Scope *outer, std::vector<Output> &outputs,
                           bool updatable)
 {
+    const Catalog_Table *tied = std::exchange(m_ties, false) ? Table_Of_Rows(query, m_catalog) : nullptr;
     if (query.parts.size() == 1) {
-        Select_Text select = Select(query.parts.front(), outer, true, updatable);
+        Select_Text select = Select(query.parts.front(), outer, true, updatable, tied, false);
         outputs = std::move(select.outputs);
         return select.text;
     }
@@ -34,7 +42,7 @@ QString Translator::Query(const struct Query &query, const Sql_Scope *outer, std
     for (size_t i = 0; i < query.parts.size(); ++i) {
         const struct Select &part = query.parts[i];
         const bool last = i + 1 == query.parts.size();
-        Select_Text select = Select(part, outer, !last, false);
+        Select_Text select = Select(part, outer, !last, false, tied, true);
         if (i == 0) {
             outputs = std::move(select.outputs);
         } else if (select.outputs.size() != outputs.size()) {
@@ -48,22 +56,32 @@ QString Translator::Query(const struct Query &query, const Sql_Scope *outer, std
     Sql_Scope whole;
     whole.entries.push_back({u"zelqor union"_s, nullptr, outputs});
     const std::vector<Order_Term> &order = query.parts.back().orderBy;
-    const QString orderText = order.empty() ? QString() : Order(order, nullptr, whole, outputs.size());
+    QString orderText = order.empty() ? QString() : Order(order, nullptr, whole, outputs.size());
+    if (tied != nullptr) {
+        orderText += Tie(Row_Alias, order);
+    }
     for (Output &output : outputs) {
         output.column.clear();
     }
     return u"SELECT * FROM ("_s + text + u") AS \"zelqor union\""_s + orderText;
 }
 
-Translator::Select_Text Translator::Select(const struct Select &select, const Sql_Scope *outer, bool ordered,
-                                           bool updatable)
+QString Translator::From(const struct Select &select, Sql_Scope &scope)
 {
-    Sql_Scope scope;
-    scope.outer = outer;
     QString from;
     for (const struct Source &source : select.from) {
         from += (from.isEmpty() ? u" FROM "_s : u", "_s) + Source(source, scope);
     }
+    return from;
+}
+
+/// @param tied  the table whose row numbers settle ties; selects of a union then carry them as a last hidden column
+Translator::Select_Text Translator::Select(const struct Select &select, const Sql_Scope *outer, bool ordered,
+                                           bool updatable, const Catalog_Table *tied, bool inUnion)
+{
+    Sql_Scope scope;
+    scope.outer = outer;
+    const QString from = From(select, scope);
     Select_Text result;
     m_aggregate = false;
     QString items = Items(select, scope, result.outputs);
@@ -72,6 +90,10 @@ Translator::Select_Text Translator::Select(const struct Select &select, const Sq
         select.groupBy.empty()) {
         m_plan.baseTable = scope.entries[0].table->name;
         items += u", "_s + Quoted_Name(scope.entries[0].name) + u".rowid"_s;
+    }
+    const QString rowid = tied == nullptr ? QString() : Quoted_Name(scope.entries.front().name) + u".rowid"_s;
+    if (tied != nullptr && inUnion) {
+        items += u", "_s + rowid + u" AS "_s + Row_Alias;
     }
     result.text = u"SELECT "_s + (select.distinct ? u"DISTINCT "_s : QString()) + items + from;
     if (select.where != nullptr) {
@@ -83,6 +105,9 @@ Translator::Select_Text Translator::Select(const struct Select &select, const Sq
     }
     if (ordered && !select.orderBy.empty()) {
         result.text += Order(select.orderBy, &select, scope, result.outputs.size());
+        if (tied != nullptr) {
+            result.text += Tie(rowid, select.orderBy);
+        }
     }
     result.text += Limit(select);
     return result;
@@ -313,10 +338,11 @@ QString Translate_Delete(const Delete &remove, Translator &translator)
 Plan Translate(const Statement &statement, const Catalog &catalog, bool updatable)
 {
     Plan plan;
-    Translator translator(catalog, plan);
+    Translator translator(catalog, plan, true);
     QString text;
     if (const auto *query = std::get_if<Query>(&statement)) {
         text = translator.Query(*query, nullptr, plan.outputs, updatable);
+        plan.keys = updatable ? nullptr : Translate_Keys(*query, catalog);
     } else {
         plan.write = true;
         if (const auto *insert = std::get_if<Insert>(&statement)) {

@@ -4,6 +4,9 @@
 #include "platform/database/catalog.h"
 #include "platform/database/sql_ast.h"
 
+#include <memory>
+#include <optional>
+
 /// How the value of a literal is made when its statement runs.
 enum class Bind {
     Plain,
@@ -35,6 +38,8 @@ struct Output {
     QString column;  ///< of the base table, "" for a computed one
 };
 
+struct Key_Plan;
+
 /// A statement as SQLite runs it.
 struct Plan {
     QByteArray sql;
@@ -44,7 +49,26 @@ struct Plan {
     bool reusable = true; ///< the same SQL serves every statement of this shape
     QString baseTable;    ///< of an updatable query, whose last hidden column is then the rowid
     std::vector<QString> tables;
+    std::shared_ptr<const Key_Plan> keys; ///< the same query by its row numbers, null where it can't be run so
+};
+
+/// A query that shows columns of one table in an order, taken apart: which rows, in which order, what they hold. Long
+/// texts are then read for the rows that are wanted, and not while others are passed over or sorted.
+struct Key_Plan {
+    /// One select of a union.
+    struct Part {
+        Plan candidates;          ///< row numbers, by what is quick to tell
+        std::optional<Plan> test; ///< those of them, given as JSON, whose texts answer
+        int top = -1;             ///< the literal that bounds this part
+    };
+    std::vector<Part> parts;
+    QByteArray orderOfMany; ///< all row numbers of a Key_Set in order
+    QByteArray orderOfFew;  ///< the same for row numbers given as JSON
+    QByteArray row;         ///< the columns of one row number
+    bool always = false;    ///< pays for the first rows too: texts are searched, or would be sorted along
 };
 
 /// Translates a query, insert, update or delete. @throws Run_Time_Error for unknown names and misused functions.
 Plan Translate(const Sql_Ast::Statement &statement, const Catalog &catalog, bool updatable);
+/// The plan by row numbers of a query that Translate accepted, or null.
+std::shared_ptr<const Key_Plan> Translate_Keys(const Sql_Ast::Query &query, const Catalog &catalog);

@@ -13,8 +13,10 @@ constexpr size_t Rows_At_Once = 64;
 constexpr qint64 Bytes_At_Once = 1 << 20;
 } // namespace
 
-Sqlite_Cursor::Sqlite_Cursor(std::shared_ptr<Connection> connection, std::shared_ptr<Prepared_Statement> statement)
-    : m_connection(std::move(connection)), m_statement(std::move(statement)), m_plan(m_statement->plan)
+Sqlite_Cursor::Sqlite_Cursor(std::shared_ptr<Connection> connection, std::shared_ptr<Prepared_Statement> statement,
+                             std::shared_ptr<const Plan> plan, std::optional<std::vector<qint64>> keys)
+    : m_connection(std::move(connection)), m_statement(std::move(statement)), m_plan(std::move(plan)),
+      m_keys(std::move(keys))
 {
     m_connection->m_cursors.push_back(this);
 }
@@ -82,11 +84,38 @@ bool Sqlite_Cursor::Skip()
         Row row;
         return Next(row);
     }
+    if (m_statement != nullptr && m_keys && m_nextKey < m_keys->size()) {
+        ++m_nextKey;
+        return true;
+    }
     return m_statement != nullptr && Advance();
+}
+
+/// Goes to the row of the next number; a row that was deleted since is passed over.
+bool Sqlite_Cursor::Advance_By_Key()
+{
+    while (m_nextKey < m_keys->size()) {
+        sqlite3_reset(m_statement->handle);
+        sqlite3_bind_int64(m_statement->handle, 1, (*m_keys)[m_nextKey++]);
+        const int code = sqlite3_step(m_statement->handle);
+        if (code == SQLITE_ROW) {
+            return true;
+        }
+        if (code != SQLITE_DONE) {
+            const Run_Time_Error error = m_connection->Error();
+            Finish();
+            throw error;
+        }
+    }
+    Finish();
+    return false;
 }
 
 bool Sqlite_Cursor::Advance()
 {
+    if (m_keys) {
+        return Advance_By_Key();
+    }
     const int code = sqlite3_step(m_statement->handle);
     if (code == SQLITE_DONE) {
         Finish();
@@ -105,12 +134,16 @@ bool Sqlite_Cursor::Step(Row &row)
     if (!Advance()) {
         return false;
     }
-    const int columns = sqlite3_column_count(m_statement->handle);
+    // Behind the outputs a row may carry its number, which a recordset that writes asks for.
+    const int columns = static_cast<int>(m_plan->outputs.size()) + (m_plan->baseTable.isEmpty() ? 0 : 1);
     row.clear();
     row.reserve(static_cast<size_t>(columns));
     for (int i = 0; i < columns; ++i) {
         row.push_back(Sqlite_Cells::Column(m_statement->handle, i));
         m_bytes += sqlite3_column_bytes(m_statement->handle, i);
+    }
+    if (m_keys) {
+        sqlite3_reset(m_statement->handle); // between its rows the file is free for others
     }
     return true;
 }

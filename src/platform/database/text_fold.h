@@ -32,12 +32,16 @@ public:
     [[nodiscard]] size_t Find(std::string_view hay, size_t from = 0) const;
 
 private:
-    [[nodiscard]] size_t Find_Ascii(std::string_view hay, size_t from) const;
+    [[nodiscard]] size_t Find_Bytes(std::string_view hay, size_t from) const;
+    [[nodiscard]] bool Bytes_At(const char *place) const;
     [[nodiscard]] bool Matches_At(std::string_view hay, size_t at) const;
+    void Choose_Rare_Bytes();
     QByteArray m_bytes; // folded
+    QByteArray m_masks; // what makes a byte of a text its lower case: 0x20 for an ASCII letter, else 0
     std::vector<char32_t> m_points;
-    bool m_exact = false; // no character of it has a case: the bytes can be sought as they are
-    bool m_ascii = false;
+    bool m_bytewise = false; // all characters have the same bytes in both cases, but for that one bit
+    size_t m_rarest = 0;     // places of two bytes that few texts have
+    size_t m_rare = 0;
 };
 
 /// A pattern of the like operator: %, _, [a-z], [!x], [^x].

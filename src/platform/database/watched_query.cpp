@@ -32,14 +32,21 @@ Database_Engine::Watch *&Current_Watch()
 }
 } // namespace
 
-void Watched_Query::Begin(sqlite3 *db, const std::shared_ptr<Prepared_Statement> &statement)
+void Watched_Query::Begin(sqlite3 *db, Progress progress)
 {
     Database_Engine::Watch *watch = Current_Watch();
-    if (watch == nullptr || watch->m_query != nullptr)
+    if (watch == nullptr || watch->m_progress)
         return;
-    watch->m_query = statement;
-    sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
+    watch->m_progress = std::move(progress);
     sqlite3_progress_handler(db, Steps_Between_Looks, Step, nullptr);
+}
+
+Watched_Query::Progress Watched_Query::Of_Statement(const std::shared_ptr<Prepared_Statement> &statement)
+{
+    sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
+    return [statement] {
+        return std::pair<qint64, qint64>(sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 0), 0);
+    };
 }
 
 int Watched_Query::Step(void * /*unused*/)
@@ -51,8 +58,8 @@ int Watched_Query::Step(void * /*unused*/)
         watch->m_gaveWay = true;
         return 1;
     }
-    const auto *statement = static_cast<const Prepared_Statement *>(watch->m_query.get());
-    return watch->m_step(sqlite3_stmt_status(statement->handle, SQLITE_STMTSTATUS_FULLSCAN_STEP, 0)) ? 0 : 1;
+    const auto [rows, all] = watch->m_progress();
+    return watch->m_step(rows, all) ? 0 : 1;
 }
 
 int Watched_Query::Wait_For_Lock(void * /*unused*/, int times)
@@ -66,7 +73,7 @@ int Watched_Query::Wait_For_Lock(void * /*unused*/, int times)
 
 namespace Database_Engine
 {
-Watch::Watch(std::function<bool(qint64 rows)> step) : m_step(std::move(step))
+Watch::Watch(std::function<bool(qint64 rows, qint64 all)> step) : m_step(std::move(step))
 {
     Current_Watch() = this;
 }

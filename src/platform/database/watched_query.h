@@ -3,10 +3,17 @@
 
 #include "platform/database/connection.h"
 
+#include <functional>
+#include <utility>
+
 /// What stands between a watch, the queries of its thread and the writers of other threads.
 struct Watched_Query {
+    /// Rows that were looked at, and how many there are (0 while that is not known).
+    using Progress = std::function<std::pair<qint64, qint64>()>;
     /// To be called before a query's first step: the first one under a watch is the one that is watched.
-    static void Begin(sqlite3 *db, const std::shared_ptr<Prepared_Statement> &statement);
+    static void Begin(sqlite3 *db, Progress progress);
+    /// The progress of a compiled statement that walks over a table.
+    static Progress Of_Statement(const std::shared_ptr<Prepared_Statement> &statement);
     /// Waits a little for the lock of another program or thread, asking this program's watched queries to give way.
     /// SQLite's busy handler: 0 gives up.
     static int Wait_For_Lock(void *unused, int times);

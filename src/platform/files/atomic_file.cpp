@@ -54,7 +54,8 @@ private:
 };
 } // namespace
 
-Atomic_File::Atomic_File(const QString &path, Durability durability) : m_path(Native_Path(path))
+Atomic_File::Atomic_File(const QString &path, Durability durability)
+    : m_path(durability == Durability::Staging ? With_Slashes(path) : Native_Path(path))
 {
     if (durability == Durability::Staging)
         m_file = std::make_unique<Staging_File>(m_path);

@@ -18,26 +18,6 @@ bool Is_Separator(QChar character)
     return character == Slash || character == Backslash;
 }
 
-/// Separators turned to "/", runs of them joined, blanks at the end dropped.
-QString With_Slashes(const QString &path)
-{
-    QString native;
-    native.reserve(path.size());
-    for (const QChar character : path) {
-        const bool separator = Is_Separator(character);
-#ifdef Q_OS_WIN
-        const bool joined = separator && native.size() > 1 && native.endsWith(Slash); // "//server" keeps both
-#else
-        const bool joined = separator && native.endsWith(Slash);
-#endif
-        if (!joined)
-            native += separator ? Slash : character;
-    }
-    while (native.endsWith(u' '))
-        native.chop(1);
-    return native;
-}
-
 /// The name in `directory` that differs from `name` in case only; null when there is none.
 QString Name_In_Other_Case(const QString &directory, const QString &name)
 {
@@ -74,6 +54,25 @@ QString Matched_Name_By_Name(const QString &path)
     return matched;
 }
 } // namespace
+
+QString With_Slashes(const QString &path)
+{
+    QString native;
+    native.reserve(path.size());
+    for (const QChar character : path) {
+        const bool separator = Is_Separator(character);
+#ifdef Q_OS_WIN
+        const bool joined = separator && native.size() > 1 && native.endsWith(Slash); // "//server" keeps both
+#else
+        const bool joined = separator && native.endsWith(Slash);
+#endif
+        if (!joined)
+            native += separator ? Slash : character;
+    }
+    while (native.endsWith(u' '))
+        native.chop(1);
+    return native;
+}
 
 QString Native_Path(const QString &path)
 {

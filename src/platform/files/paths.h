@@ -10,6 +10,8 @@ namespace Files
 /// The native path for a path in the system's spelling: "\\" becomes the separator, and each name that does not
 /// exist as spelled is replaced by one that differs in case only, if there is one. Blanks at the end are dropped.
 QString Native_Path(const QString &path);
+/// Separators turned to "/", runs of them joined, blanks at the end dropped; names stay as spelled.
+QString With_Slashes(const QString &path);
 /// A path that stands by itself: it begins with "/" here, or has ":\\" at characters 2 and 3.
 bool Is_Absolute(const QString &path);
 /// `directory` with the separator "\\" or "/" at its end; "" stays "".
@@ -25,7 +27,8 @@ enum class Durability { Kept, Staging };
 
 /// Reads a whole file. @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read.
 QByteArray Read_Bytes(const QString &path);
-/// Writes a whole file so that after a kill the old or the new content stands, never a part.
+/// Writes a whole file so that after a kill the old or the new content stands, never a part. The name of a staging
+/// file is taken as spelled.
 /// @throws Run_Time_Error 61 on a full disk, 70 without permission, 75 else.
 void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durability = Durability::Kept);
 /// Copies a file over another, whole or not at all. @throws like Read_Bytes and Write_Bytes.

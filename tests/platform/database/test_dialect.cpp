@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "database_fixture.h"
 
+#include <QCollator>
+#include <QRandomGenerator>
 #include <QTest>
 #include <memory>
 
@@ -46,6 +48,38 @@ private:
     }
 
 private slots:
+
+    /// Texts of ASCII characters are compared without the dictionary and must stand where it puts them.
+    void The_Dictionary_Orders_Texts()
+    {
+        QRandomGenerator random(5);
+        QStringList titles{u"中文"_s, u"阿"_s, u"zebra"_s, u"Émile"_s, u""_s, u"{A-1}"_s, u"{a-2}"_s};
+        for (int i = 0; i < 300; ++i) {
+            QString title;
+            for (int length = 1 + random.bounded(4); length > 0; --length)
+                title += QChar(u' ' + random.bounded(i % 3 == 0 ? 95 : 20) + (i % 3 == 1 ? 45 : 0));
+            titles << title;
+        }
+        m_db->Run(u"delete from tab_file"_s);
+        Recordset rows;
+        rows.LockType = Lock_Type::Optimistic;
+        rows.Open(u"select * from tab_file"_s, m_db->connection);
+        for (const QString &title : titles) {
+            rows.AddNew();
+            rows[u"file_name"_s].Set(title);
+            rows.Update();
+        }
+        QCollator dictionary(QLocale(QLocale::Chinese, QLocale::China));
+        dictionary.setCaseSensitivity(Qt::CaseInsensitive);
+        Recordset sorted;
+        sorted.Open(u"select file_name from tab_file order by file_name"_s, m_db->connection);
+        QString last = sorted[0].Text();
+        for (sorted.MoveNext(); !sorted.Eof(); sorted.MoveNext()) {
+            QVERIFY2(dictionary.compare(last, sorted[0].Text()) <= 0,
+                     qPrintable(last + u" before "_s + sorted[0].Text()));
+            last = sorted[0].Text();
+        }
+    }
 
     void Query_data()
     {

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/connection.h"
+
+#include <span>
+
+struct Token;
+
+/// Row numbers to look up: what the SQL function zelqor_among is given.
+class Key_Set
+{
+public:
+    static constexpr const char *Pointer_Name = "zelqor key set";
+
+    Key_Set() = default;
+    /// @param keys  may hold a number twice
+    explicit Key_Set(std::vector<qint64> keys);
+    [[nodiscard]] bool Has(qint64 key) const;
+    [[nodiscard]] const std::vector<qint64> &Keys() const { return m_keys; }
+    static QByteArray As_Json(std::span<const qint64> keys);
+    /// A number was given twice.
+    [[nodiscard]] bool Had_Twins() const { return m_twins; }
+
+private:
+    std::vector<qint64> m_keys; // ascending
+    std::vector<bool> m_marks;  // by number less the first one, where they lie dense enough
+    bool m_twins = false;
+};
+
+/// A query run by its row numbers: first which rows it has, where texts are searched by several threads; then their
+/// order. The order of a paged list is kept until the file changes, so that turning a page costs the rows of that page.
+class Key_Query
+{
+public:
+    Key_Query(Connection &connection, const Key_Plan &plan, const std::vector<Token> &tokens);
+
+    /// The row numbers behind the first `skip` ones, or nothing when the query must be run as it stands because a row
+    /// of its table stands in it twice. @throws Run_Time_Error, Failure::Stopped from a watch among them.
+    std::optional<std::vector<qint64>> Rows(qint64 skip);
+
+private:
+    [[nodiscard]] QString Kept_Name() const;
+    /// The rows of an order that stand within the bounds of the statement, behind the first `skip` ones.
+    [[nodiscard]] std::vector<qint64> Shown(const std::vector<Ordered_Key> &order, qint64 skip) const;
+    [[nodiscard]] std::optional<std::vector<Ordered_Key>> Order();
+    [[nodiscard]] Key_Set Rows_Of(const Key_Plan::Part &part);
+    [[nodiscard]] std::vector<qint64> In_Order(const Key_Set &rows);
+    [[nodiscard]] qint64 Bound_Of(const Key_Plan::Part &part) const;
+
+    Connection &m_connection;
+    const Key_Plan &m_plan;
+    const std::vector<Token> &m_tokens;
+};

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/database/text_test.h"
+
+#include "platform/database/key_query.h"
+#include "platform/database/sql_tokens.h"
+#include "platform/database/watched_query.h"
+
+#include <QThread>
+#include <algorithm>
+#include <sqlite3.h>
+#include <thread>
+
+namespace
+{
+/// Few enough for a stop to be obeyed at once.
+constexpr size_t Rows_At_Once = 64;
+constexpr size_t Most_Threads = 8;
+constexpr int Steps_Between_Looks = 1000;
+} // namespace
+
+Text_Test::Text_Test(Connection &connection, const Plan &test, const std::vector<Token> &tokens,
+                     std::vector<qint64> candidates)
+    : m_connection(connection), m_test(test), m_tokens(tokens), m_candidates(std::move(candidates))
+{
+}
+
+std::vector<qint64> Text_Test::Run()
+{
+    Watched_Query::Begin(m_connection.Handle(), [done = m_done, all = static_cast<qint64>(m_candidates.size())] {
+        return std::pair<qint64, qint64>(done->load(), all);
+    });
+    // What a transaction has written so far is seen by its own connection only.
+    const size_t useful = m_connection.Has_Written() ? 1 : m_candidates.size() / Rows_At_Once;
+    const size_t threads =
+        std::clamp<size_t>(useful, 1, std::min<size_t>(Most_Threads, std::thread::hardware_concurrency()));
+    std::vector<std::thread> others;
+    for (size_t i = 1; i < threads; ++i) {
+        others.emplace_back([this] { Work_Beside(); });
+    }
+    std::optional<Run_Time_Error> error;
+    try {
+        Work(m_connection);
+    } catch (const Run_Time_Error &own) {
+        error = own;
+        m_stop = true;
+    }
+    for (std::thread &one : others) {
+        one.join();
+    }
+    if (error || m_error) {
+        throw error ? *error : *m_error;
+    }
+    return std::move(m_found);
+}
+
+/// A thread that can't open the file leaves its share to the others.
+void Text_Test::Work_Beside()
+{
+    std::shared_ptr<Connection> connection;
+    try {
+        connection = Connection::Open_Beside(m_connection);
+    } catch (const Run_Time_Error &) {
+        return;
+    }
+    const auto isStopped = [](void *stop) {
+        return static_cast<std::atomic<bool> *>(stop)->load() ? 1 : 0;
+    };
+    sqlite3_progress_handler(connection->Handle(), Steps_Between_Looks, isStopped, &m_stop);
+    // A writer that waits for the calling thread keeps others out meanwhile.
+    const auto waitForWriter = [](void *stop, int /*times*/) {
+        QThread::msleep(1);
+        return static_cast<std::atomic<bool> *>(stop)->load() ? 0 : 1;
+    };
+    sqlite3_busy_handler(connection->Handle(), waitForWriter, &m_stop);
+    try {
+        Work(*connection);
+    } catch (const Run_Time_Error &error) {
+        const std::lock_guard lock(m_mutex);
+        if (!m_stop.exchange(true)) {
+            m_error = error;
+        }
+    }
+}
+
+void Text_Test::Work(Connection &connection)
+{
+    std::vector<qint64> found;
+    Prepared_Statement statement(std::make_shared<Plan>(m_test));
+    connection.Make_Ready(statement, m_tokens);
+    const int given = static_cast<int>(m_test.parameters.size()) + 1;
+    while (!m_stop) {
+        const size_t from = m_next.fetch_add(Rows_At_Once);
+        if (from >= m_candidates.size()) {
+            break;
+        }
+        const size_t to = std::min(from + Rows_At_Once, m_candidates.size());
+        const QByteArray json = Key_Set::As_Json({m_candidates.data() + from, to - from});
+        sqlite3_bind_text64(statement.handle, given, json.constData(), static_cast<sqlite3_uint64>(json.size()),
+                            SQLITE_STATIC, SQLITE_UTF8);
+        connection.Collect_Rows(statement, found);
+        m_done->fetch_add(static_cast<qint64>(to - from));
+    }
+    const std::lock_guard lock(m_mutex);
+    m_found.insert(m_found.end(), found.begin(), found.end());
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/database/connection.h"
+
+#include <atomic>
+#include <mutex>
+
+struct Token;
+
+/// Which of many rows pass a test that reads their texts, found by as many threads as there are processors. The
+/// calling thread is one of them and holds the file as it is; the others have connections of their own.
+class Text_Test
+{
+public:
+    /// @param candidates  row numbers, ascending
+    Text_Test(Connection &connection, const Plan &test, const std::vector<Token> &tokens,
+              std::vector<qint64> candidates);
+    /// @throws Run_Time_Error, Failure::Stopped from a watch among them.
+    std::vector<qint64> Run();
+
+private:
+    void Work(Connection &connection);
+    void Work_Beside();
+
+    Connection &m_connection;
+    const Plan &m_test;
+    const std::vector<Token> &m_tokens;
+    const std::vector<qint64> m_candidates;
+    std::atomic<size_t> m_next{0};
+    std::atomic<bool> m_stop{false};
+    const std::shared_ptr<std::atomic<qint64>> m_done = std::make_shared<std::atomic<qint64>>(0);
+    std::mutex m_mutex; // of what follows
+    std::vector<qint64> m_found;
+    std::optional<Run_Time_Error> m_error;
+};
