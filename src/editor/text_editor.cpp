@@ -7,6 +7,7 @@
 #include "editor/picture_handler.h"
 #include "editor/pictures.h"
 #include "editor/table_commands.h"
+#include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QAction>
@@ -14,6 +15,7 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
@@ -154,6 +156,16 @@ void Text_Editor::resizeEvent(QResizeEvent *event)
 {
     Fit();
     QTextEdit::resizeEvent(event);
+}
+
+void Text_Editor::paintEvent(QPaintEvent *event)
+{
+    QTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    painter.translate(-scrolled);
+    Rich_Text::Paint_Decorations(painter, *document(), QRectF(event->rect().translated(scrolled)),
+                                 palette().color(QPalette::Text));
 }
 
 void Text_Editor::changeEvent(QEvent *event)
