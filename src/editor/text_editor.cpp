@@ -151,8 +151,19 @@ void Text_Editor::paintEvent(QPaintEvent *event)
 {
     QTextEdit::paintEvent(event);
     QPainter painter(viewport());
+    Paint_Decorations(painter, event->rect());
     Paint_Page_Breaks(painter);
     m_grips->Paint(painter);
+}
+
+void Text_Editor::Paint_Decorations(QPainter &painter, const QRect &area) const
+{
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    painter.save();
+    painter.translate(-scrolled);
+    Rich_Text::Paint_Decorations(painter, *document(), QRectF(area.translated(scrolled)),
+                                 palette().color(QPalette::Text));
+    painter.restore();
 }
 
 void Text_Editor::mousePressEvent(QMouseEvent *event)
@@ -204,16 +215,6 @@ void Text_Editor::resizeEvent(QResizeEvent *event)
 {
     Fit();
     QTextEdit::resizeEvent(event);
-}
-
-void Text_Editor::paintEvent(QPaintEvent *event)
-{
-    QTextEdit::paintEvent(event);
-    QPainter painter(viewport());
-    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    painter.translate(-scrolled);
-    Rich_Text::Paint_Decorations(painter, *document(), QRectF(event->rect().translated(scrolled)),
-                                 palette().color(QPalette::Text));
 }
 
 void Text_Editor::changeEvent(QEvent *event)

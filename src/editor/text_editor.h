@@ -57,7 +57,6 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
     [[nodiscard]] bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
@@ -70,6 +69,7 @@ private:
     void Insert_Document(QTextDocument &foreign, bool keepsLooks);
     void Fit();
     void Count_Pages();
+    void Paint_Decorations(QPainter &painter, const QRect &area) const;
     void Paint_Page_Breaks(QPainter &painter) const;
     void Use_Look();
     void Use_Surroundings();

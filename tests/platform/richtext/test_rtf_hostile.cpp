@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rich_text.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QTextDocument>
@@ -65,7 +64,7 @@ private slots:
         }
     }
 
-    /// Each table in a table doubles the time that a layout takes.
+    /// Each table in a table doubles the time that a layout takes; 22 of them would outlast the limit of a test.
     void deep_tables_can_be_laid_out()
     {
         QByteArray deep;
@@ -73,11 +72,8 @@ private slots:
             deep += "\\trowd\\cellx3000\\pard\\intbl\\itap" + QByteArray::number(depth) + " a\\par";
         QTextDocument document;
         QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 " + QByteArray(deep + "\\pard b\\par").repeated(4) + "}", document));
-        QElapsedTimer timer;
-        timer.start();
         document.setTextWidth(500);
         QVERIFY(document.size().height() > 0);
-        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(document.toPlainText().count(u'a'), 4 * 22);
     }
 
@@ -134,16 +130,14 @@ private slots:
         row("old lists", Repeated("{\\*\\pn\\pndec{\\pntxta a}}{\\*\\pn\\pnlvlblt}\\par", 20'000), 20'001);
     }
 
+    /// What grew with the square of the input would outlast the limit of a test.
     void large()
     {
         QFETCH(QByteArray, body);
         QFETCH(int, blocks);
         QTextDocument document;
-        QElapsedTimer timer;
-        timer.start();
         QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 " + body, document));
         QVERIFY2(document.blockCount() <= blocks, qPrintable(QString::number(document.blockCount())));
-        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
     }
 };
 
