@@ -283,6 +283,7 @@ void Frm_Doc_Standard::Show_Form()
 {
     m_showing = true;
     m_ui->Txt_Title->setText(m_form.title);
+    m_ui->Txt_Title->setCursorPosition(0);
     m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(m_form.folder));
     m_ui->Comb_Star->Set_Text(m_form.star);
     m_ui->Comb_Done->Set_Text(m_form.done);
