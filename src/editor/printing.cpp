@@ -4,6 +4,7 @@
 #include "editor/legible_colors.h"
 #include "editor/picture_handler.h"
 #include "platform/files/paths.h"
+#include "platform/richtext/decorations.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -49,6 +50,7 @@ public:
         context.palette.setColor(QPalette::Text, Qt::black);
         painter.setClipRect(context.clip);
         m_copy->documentLayout()->draw(&painter, context);
+        Rich_Text::Paint_Decorations(painter, *m_copy, context.clip, Qt::black);
         painter.restore();
         painter.setPen(Qt::black);
         painter.setFont(QFont(m_copy->defaultFont().family(), 9));

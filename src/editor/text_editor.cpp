@@ -11,6 +11,7 @@
 #include "editor/printing.h"
 #include "editor/size_grips.h"
 #include "editor/table_commands.h"
+#include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QAction>
@@ -203,6 +204,16 @@ void Text_Editor::resizeEvent(QResizeEvent *event)
 {
     Fit();
     QTextEdit::resizeEvent(event);
+}
+
+void Text_Editor::paintEvent(QPaintEvent *event)
+{
+    QTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    painter.translate(-scrolled);
+    Rich_Text::Paint_Decorations(painter, *document(), QRectF(event->rect().translated(scrolled)),
+                                 palette().color(QPalette::Text));
 }
 
 void Text_Editor::changeEvent(QEvent *event)
