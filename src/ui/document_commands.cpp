@@ -162,8 +162,9 @@ void Document_Tabs::Show_State()
     for (size_t i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setEnabled(document != nullptr || !Commands()[i].forDocument);
     Action(QStringLiteral("Mnu_Mode_Edit"))->setChecked(editing);
-    Action(QStringLiteral("DelCode"))->setEnabled(editing);
-    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(document != nullptr && document->Is_Foreign());
+    const bool foreign = document != nullptr && document->Is_Foreign();
+    Action(QStringLiteral("DelCode"))->setEnabled(editing || foreign); // a foreign one is never edited here
+    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(foreign);
     emit Editing(editing);
 }
 

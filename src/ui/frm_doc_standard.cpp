@@ -83,6 +83,7 @@ void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folder
     Set_Edit_Mode(true);
     Use_Setting_Font();
     m_ui->Fra_Code_Content->setText(m_lang.GetString("_NewDoc"));
+    m_ui->Fra_Code_Content->show();
     m_ui->Txt_Title->setFocus();
 }
 
@@ -282,6 +283,7 @@ void Frm_Doc_Standard::Show_Form()
 {
     m_showing = true;
     m_ui->Txt_Title->setText(m_form.title);
+    m_ui->Txt_Title->setCursorPosition(0);
     m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(m_form.folder));
     m_ui->Comb_Star->Set_Text(m_form.star);
     m_ui->Comb_Done->Set_Text(m_form.done);
@@ -344,6 +346,7 @@ void Frm_Doc_Standard::Show_Modify()
 void Frm_Doc_Standard::Show_Mark()
 {
     m_ui->Fra_Code_Content->setText(m_changed ? m_lang.GetString("_NeedSave") + QLatin1Char('*') : QString());
+    m_ui->Fra_Code_Content->setVisible(m_changed);
     emit Mark_Changed();
 }
 

@@ -159,7 +159,11 @@ QString Frm_ListView::Neighbour(const QString &code_id, int step) const
 
 void Frm_ListView::Refresh_Row(const QString &code_id)
 {
-    Refresh_List_Row(m_list, code_id);
+    // A document that was just written belongs to what is listed, perhaps; a search is not run anew for it.
+    if (m_list.Find(code_id) < 0 && m_searchKey.isEmpty())
+        Reload();
+    else
+        Refresh_List_Row(m_list, code_id);
 }
 
 QStringList Frm_ListView::Selected_Ids() const

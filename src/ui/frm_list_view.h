@@ -37,6 +37,7 @@ public:
     void Show_Text(const QString &text);
     /// Fills the page on screen anew, keeping the current row where it can.
     void Reload();
+    /// Reads a document's row anew; one that is not there yet is looked for, unless a search is shown.
     void Refresh_Row(const QString &code_id);
     /// Takes rows out of the page on screen.
     void Remove_Rows(const QStringList &codeIds);

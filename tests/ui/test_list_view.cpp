@@ -216,6 +216,15 @@ private slots:
         QCOMPARE(Line_Color_Of(u"{1}"_s), QString());
     }
 
+    void A_New_Document_Joins_Its_List()
+    {
+        List().setCurrentIndex(List().model()->index(1, 0));
+        Add_Document(u"{4}"_s, u"001"_s, u"written"_s);
+        m_form->Refresh_Row(u"{4}"_s);
+        QCOMPARE(List().model()->rowCount(), 4);
+        QCOMPARE(List().currentIndex().row(), 1);
+    }
+
     void A_Missing_Picture_Is_Told()
     {
         m_program->prompts.Expect(u"none.png 不存在"_s, u"ok"_s);
