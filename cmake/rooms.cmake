@@ -15,6 +15,9 @@ if(ZELQOR_ASAN)
     target_compile_options(zelqor_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(zelqor_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(ZELQOR_FUZZ) # the fuzzer is guided by what the rooms have run, not only by its own target
+    target_compile_options(zelqor_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 function(zelqor_room folder)
     cmake_parse_arguments(ROOM "" "FLOOR" "USES;LINKS;HIDES" ${ARGN})

@@ -1,12 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// room: richtext
+//
+// Reading any bytes as RTF, saving what came of it and reading that again: no crash, and the saved text is stable.
+// Plain bytes are written back as text that reads the same.
+#include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
 #include <QTextDocument>
 
 #include <cstdlib>
 
-/// Reading any bytes as RTF, saving what came of it and reading that again: no crash, and the saved text is stable.
+/// The font library's caches live as long as the program.
+extern "C" const char *__lsan_default_suppressions()
+{
+    return "leak:libfontconfig";
+}
+
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -25,6 +37,14 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
         std::abort();
     if (again.toPlainText() != document.toPlainText())
         std::abort();
-    Rich_Text::Decode_Plain(bytes);
+    QImage canvas(64, 64, QImage::Format_RGB32);
+    QPainter painter(&canvas);
+    Rich_Text::Paint_Decorations(painter, document, canvas.rect(), Qt::black);
+    Rich_Text::Plain_Form form;
+    const QString text = Rich_Text::Decode_Plain(bytes, &form);
+    if (!text.isValidUtf16()) // half a character is not text
+        return 0;
+    if (Rich_Text::Decode_Plain(Rich_Text::Encode_Plain(text, form)) != text)
+        std::abort();
     return 0;
 }

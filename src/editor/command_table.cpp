@@ -88,6 +88,7 @@ constexpr Command_Row Rows[] = {
     {"Cmd_Sort", "段落排序(&S)", "", "", M::Paragraph, Selected, Paragraph_Commands::Sort},
     {"Cmd_New_Table", "插入表格(&T)...", "table", "", M::Insert, On_Bar, nullptr, nullptr, R::New_Table},
     {"Cmd_Picture", "图片(&P)...", "picture", "", M::Insert, On_Bar, Insert_Commands::Picture},
+    {"Cmd_Picture_Size", "图片大小(&Z)...", "", "", M::Insert, On_Picture, nullptr, nullptr, R::Picture_Size},
     {"Cmd_Link", "超链接(&L)...", "link", "Ctrl+K", M::Insert, On_Bar | On_Context, Insert_Commands::Link},
     {"Cmd_Rule", "水平线(&H)", "rule", "", M::Insert, New_Group, Insert_Commands::Rule},
     {"Cmd_Date", "日期(&D)", "calendar", "Ctrl+;", M::Insert, 0, Insert_Commands::Date},

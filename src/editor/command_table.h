@@ -9,17 +9,28 @@ class Text_Editor;
 enum class Command_Menu { Edit, Insert, Format, Paragraph, Table, Heading, Align, Spacing, Color, Highlight };
 
 /// What needs a form of its own, which is not this room's.
-enum class Command_Request { None, Find, Find_Next, Find_Previous, Replace, Go_To, New_Table, Special_Character };
+enum class Command_Request {
+    None,
+    Find,
+    Find_Next,
+    Find_Previous,
+    Replace,
+    Go_To,
+    New_Table,
+    Picture_Size,
+    Special_Character
+};
 
 /// When a command can be used, and where it shows.
 enum Command_Trait : unsigned {
-    Reads = 1,      ///< also in a document that is locked
-    Selected = 2,   ///< needs a selection
-    In_Table = 4,   ///< needs the cursor in a table
-    On_Bar = 8,     ///< has a button on the bar
-    Anywhere = 16,  ///< its keys work in the whole form, not only in the panes
-    New_Group = 32, ///< a line stands before it in its menu
-    On_Context = 64 ///< also in the context menu
+    Reads = 1,       ///< also in a document that is locked
+    Selected = 2,    ///< needs a selection
+    In_Table = 4,    ///< needs the cursor in a table
+    On_Bar = 8,      ///< has a button on the bar
+    Anywhere = 16,   ///< its keys work in the whole form, not only in the panes
+    New_Group = 32,  ///< a line stands before it in its menu
+    On_Context = 64, ///< also in the context menu
+    On_Picture = 128 ///< needs a selected picture, and is in the context menu then
 };
 
 /// One command of the editor.

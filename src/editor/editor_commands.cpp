@@ -139,7 +139,8 @@ void Editor_Commands::Show_Menu(const QPoint &place)
     auto *menu = new QMenu(m_target);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const Entry &entry : m_entries) {
-        if ((entry.row->traits & On_Context) != 0)
+        const bool here = (entry.row->traits & On_Picture) != 0 && m_target->Has_Picture();
+        if (here || (entry.row->traits & On_Context) != 0)
             menu->addAction(entry.action);
     }
     menu->addSeparator();
@@ -170,5 +171,6 @@ bool Editor_Commands::Can_Run(const Command_Row &row) const
     }
     return ((row.traits & Reads) != 0 || !m_target->isReadOnly()) &&
            ((row.traits & Selected) == 0 || cursor.hasSelection()) &&
+           ((row.traits & On_Picture) == 0 || m_target->Has_Picture()) &&
            ((row.traits & In_Table) == 0 || cursor.currentTable() != nullptr);
 }

@@ -2,6 +2,8 @@
 #include "editor/paragraph_commands.h"
 
 #include "editor/text_editor.h"
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -74,9 +76,9 @@ QTextListFormat::Style Previous_Style(QTextListFormat::Style style)
     return before;
 }
 
-bool Is_Numbering(QTextListFormat::Style style)
+bool Is_Numbering(const QTextListFormat &format)
 {
-    return style <= QTextListFormat::ListDecimal;
+    return Rich_Text::Rule_Of(format).kind != Rich_Text::Bullet_Kind;
 }
 
 void Make_List(Text_Editor &editor, QTextListFormat::Style style, bool on)
@@ -122,9 +124,14 @@ void Shift_Item(QTextCursor &cursor, int step)
             return;
         }
     }
-    QTextListFormat format = old;
+    QTextListFormat format;
+    if (old.style() != Rich_Text::Kept_Labels && !old.hasProperty(Rich_Text::List_Family)) {
+        format = old;
+        format.setStyle(step > 0 ? Next_Style(old.style()) : Previous_Style(old.style()));
+    } else { // labels of another level would not fit
+        format.setStyle(Is_Numbering(old) ? QTextListFormat::ListDecimal : QTextListFormat::ListDisc);
+    }
     format.setIndent(depth);
-    format.setStyle(step > 0 ? Next_Style(old.style()) : Previous_Style(old.style()));
     cursor.createList(format);
 }
 
@@ -210,13 +217,13 @@ void Paragraph_Commands::Numbers(Text_Editor &editor, bool on)
 bool Paragraph_Commands::Is_Bulleted(const Text_Editor &editor)
 {
     const QTextList *list = editor.textCursor().currentList();
-    return list != nullptr && !Is_Numbering(list->format().style());
+    return list != nullptr && !Is_Numbering(list->format());
 }
 
 bool Paragraph_Commands::Is_Numbered(const Text_Editor &editor)
 {
     const QTextList *list = editor.textCursor().currentList();
-    return list != nullptr && Is_Numbering(list->format().style());
+    return list != nullptr && Is_Numbering(list->format());
 }
 
 void Paragraph_Commands::Leave_List(QTextCursor &cursor)

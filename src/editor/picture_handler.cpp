@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/picture_handler.h"
 
+#include "platform/richtext/kept_properties.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QGuiApplication>
 #include <QPaintDevice>
@@ -53,7 +55,12 @@ void Picture_Handler::drawObject(QPainter *painter, const QRectF &place, QTextDo
         painter->drawRect(place.adjusted(0.5, 0.5, -1, -1));
     } else {
         painter->setRenderHint(QPainter::SmoothPixmapTransform);
-        painter->drawImage(place, image);
+        const QRectF part = format.property(Rich_Text::Picture_Part).toRectF();
+        const QSizeF whole = image.size();
+        const QRectF shown = part.isEmpty() ? QRectF(QPointF(), whole)
+                                            : QRectF(part.x() * whole.width(), part.y() * whole.height(),
+                                                     part.width() * whole.width(), part.height() * whole.height());
+        painter->drawImage(place, image, shown);
     }
     painter->restore();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/pictures.h"
 
+#include "editor/picture_handler.h"
+
 #include <QBuffer>
 #include <QCryptographicHash>
 #include <QFile>
@@ -73,6 +75,34 @@ bool Pictures::Insert(QTextCursor &cursor, const QByteArray &bytes)
     cursor.document()->addResource(QTextDocument::ImageResource, QUrl(format.name()), bytes);
     cursor.insertImage(format);
     return true;
+}
+
+QTextCharFormat Pictures::Format_Of(const QTextCursor &selection)
+{
+    QTextCursor first(selection.document());
+    first.setPosition(selection.selectionStart() + 1); // a cursor tells of the character before it
+    return first.charFormat();
+}
+
+QSizeF Pictures::Own_Size_Of(const QTextCursor &picture)
+{
+    const QString name = Format_Of(picture).toImageFormat().name();
+    QBuffer buffer;
+    buffer.setData(Bytes_Of(picture.document()->resource(QTextDocument::ImageResource, QUrl(name))));
+    return buffer.open(QIODevice::ReadOnly) ? QImageReader(&buffer).size().expandedTo({0, 0}) : QSizeF();
+}
+
+QSizeF Pictures::Size_Of(const QTextCursor &picture)
+{
+    return Picture_Size(Format_Of(picture).toImageFormat(), Own_Size_Of(picture).toSize());
+}
+
+void Pictures::Set_Size(QTextCursor picture, const QSizeF &size)
+{
+    QTextImageFormat format = Format_Of(picture).toImageFormat();
+    format.setWidth(std::round(size.width()));
+    format.setHeight(std::round(size.height()));
+    picture.setCharFormat(format);
 }
 
 QStringList Pictures::Files_In(const QMimeData &data)

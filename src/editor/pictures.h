@@ -6,6 +6,8 @@
 #include <functional>
 
 class QImage;
+class QSizeF;
+class QTextCharFormat;
 class QMimeData;
 class QTextCursor;
 class QTextDocument;
@@ -18,6 +20,14 @@ QByteArray Read_File(const QString &path);
 QByteArray As_File(const QImage &image);
 /// Puts a picture where the cursor is. @returns false when the bytes are no picture
 bool Insert(QTextCursor &cursor, const QByteArray &bytes);
+/// The format of the first character of a selection; an image format where that is a picture.
+QTextCharFormat Format_Of(const QTextCursor &selection);
+/// The size that the selected picture is shown at, in pixels.
+QSizeF Size_Of(const QTextCursor &picture);
+/// The size of the selected picture's file, in pixels.
+QSizeF Own_Size_Of(const QTextCursor &picture);
+/// Gives the selected picture a size in pixels; one undo step.
+void Set_Size(QTextCursor picture, const QSizeF &size);
 /// Local picture files among what is dragged or pasted.
 QStringList Files_In(const QMimeData &data);
 /// The bytes of a picture by the name that a document gives it, or none.

@@ -4,6 +4,7 @@
 #include "editor/legible_colors.h"
 #include "editor/picture_handler.h"
 #include "platform/files/paths.h"
+#include "platform/richtext/decorations.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -49,11 +50,19 @@ public:
         context.palette.setColor(QPalette::Text, Qt::black);
         painter.setClipRect(context.clip);
         m_copy->documentLayout()->draw(&painter, context);
+        Rich_Text::Paint_Decorations(painter, *m_copy, context.clip, Qt::black);
         painter.restore();
         painter.setPen(Qt::black);
         painter.setFont(QFont(m_copy->defaultFont().family(), 9));
         painter.drawText(QRectF(0, height, m_page.width(), m_footer), Qt::AlignHCenter | Qt::AlignBottom,
                          QStringLiteral("%1 / %2").arg(number).arg(Count()));
+    }
+
+    /// Where a page begins in the text.
+    [[nodiscard]] int Start_Of(int number) const
+    {
+        const double top = (number - 1) * m_copy->pageSize().height();
+        return m_copy->documentLayout()->hitTest(QPointF(0, top + 1), Qt::FuzzyHit);
     }
 
 private:
@@ -83,6 +92,20 @@ int Printing::Print(const QTextDocument &document, QPagedPaintDevice &device, co
         sheets.Paint(painter, number);
     }
     return count;
+}
+
+QList<int> Printing::Page_Starts(const QTextDocument &document)
+{
+    QBuffer nowhere;
+    nowhere.open(QIODevice::WriteOnly);
+    QPdfWriter device(&nowhere);
+    device.setResolution(Pdf_Resolution);
+    Set_Up_Page(device);
+    const Sheets sheets(document, device);
+    QList<int> starts;
+    for (int number = 2; number <= sheets.Count(); ++number)
+        starts << sheets.Start_Of(number);
+    return starts;
 }
 
 void Printing::Write_Pdf(const QTextDocument &document, const QString &path, const QString &title)

@@ -8,7 +8,10 @@
 #include "editor/paragraph_commands.h"
 #include "editor/picture_handler.h"
 #include "editor/pictures.h"
+#include "editor/printing.h"
+#include "editor/size_grips.h"
 #include "editor/table_commands.h"
+#include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QAction>
@@ -16,6 +19,7 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
@@ -42,8 +46,16 @@ QByteArray Rtf_In(const QMimeData &data)
 
 Text_Editor::Text_Editor(QWidget *parent)
     : QTextEdit(parent), m_colors(new Legible_Colors(*document(), this)),
-      m_pictures(new Picture_Handler(*document(), this))
+      m_pictures(new Picture_Handler(*document(), this)), m_grips(new Size_Grips(*this))
 {
+    constexpr int Pause = 400; // milliseconds without a change before the pages are counted
+    m_pagesLater.setSingleShot(true);
+    m_pagesLater.setInterval(Pause);
+    connect(&m_pagesLater, &QTimer::timeout, this, &Text_Editor::Count_Pages);
+    connect(document(), &QTextDocument::contentsChanged, this, [this] {
+        if (m_look == Page_Look::Paper)
+            m_pagesLater.start();
+    });
     setAcceptRichText(true);
     setTabChangesFocus(false);
     viewport()->setMouseTracking(true);
@@ -85,6 +97,9 @@ void Text_Editor::Set_Page_Look(Page_Look look)
     if (look == m_look)
         return;
     m_look = look;
+    m_pageStarts.clear();
+    if (look == Page_Look::Paper)
+        m_pagesLater.start();
     Use_Look();
     Fit();
 }
@@ -95,6 +110,11 @@ void Text_Editor::Set_Ground(const QColor &ground)
         return;
     m_ground = ground;
     Use_Look();
+}
+
+bool Text_Editor::Has_Picture() const
+{
+    return Size_Grips::Is_Picture(textCursor());
 }
 
 int Text_Editor::Line_Number() const
@@ -127,8 +147,24 @@ void Text_Editor::keyPressEvent(QKeyEvent *event)
     QTextEdit::keyPressEvent(event);
 }
 
+void Text_Editor::paintEvent(QPaintEvent *event)
+{
+    QTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    Paint_Page_Breaks(painter);
+    m_grips->Paint(painter);
+}
+
+void Text_Editor::mousePressEvent(QMouseEvent *event)
+{
+    if (!m_grips->Press(*event))
+        QTextEdit::mousePressEvent(event);
+}
+
 void Text_Editor::mouseMoveEvent(QMouseEvent *event)
 {
+    if (m_grips->Move(*event))
+        return;
     QTextEdit::mouseMoveEvent(event);
     const bool opens = isReadOnly() || (event->modifiers() & Qt::ControlModifier) != 0;
     const bool link = opens && !anchorAt(event->position().toPoint()).isEmpty();
@@ -137,6 +173,8 @@ void Text_Editor::mouseMoveEvent(QMouseEvent *event)
 
 void Text_Editor::mouseReleaseEvent(QMouseEvent *event)
 {
+    if (m_grips->Release(*event))
+        return;
     QTextEdit::mouseReleaseEvent(event);
     const bool opens = isReadOnly() || (event->modifiers() & Qt::ControlModifier) != 0;
     if (event->button() != Qt::LeftButton || !opens || textCursor().hasSelection())
@@ -148,7 +186,7 @@ void Text_Editor::mouseReleaseEvent(QMouseEvent *event)
 void Text_Editor::contextMenuEvent(QContextMenuEvent *event)
 {
     if (event->reason() == QContextMenuEvent::Mouse && !textCursor().hasSelection())
-        setTextCursor(cursorForPosition(event->pos()));
+        setTextCursor(m_grips->Picture_At(event->pos()));
     const QPoint place = event->reason() == QContextMenuEvent::Mouse
                              ? event->globalPos()
                              : viewport()->mapToGlobal(cursorRect().bottomLeft());
@@ -166,6 +204,16 @@ void Text_Editor::resizeEvent(QResizeEvent *event)
 {
     Fit();
     QTextEdit::resizeEvent(event);
+}
+
+void Text_Editor::paintEvent(QPaintEvent *event)
+{
+    QTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    painter.translate(-scrolled);
+    Rich_Text::Paint_Decorations(painter, *document(), QRectF(event->rect().translated(scrolled)),
+                                 palette().color(QPalette::Text));
 }
 
 void Text_Editor::changeEvent(QEvent *event)
@@ -275,6 +323,29 @@ void Text_Editor::Insert_Document(QTextDocument &foreign, bool keepsLooks)
         Character_Commands::Keep_Emphasis(foreign, currentCharFormat());
     Pictures::Carry_Over(foreign, *document());
     textCursor().insertFragment(QTextDocumentFragment(&foreign));
+}
+
+void Text_Editor::Count_Pages()
+{
+    constexpr int Most_Characters = 200'000; // beyond that the count would be felt while typing
+    m_pageStarts = document()->characterCount() <= Most_Characters ? Printing::Page_Starts(*document()) : QList<int>();
+    viewport()->update();
+}
+
+/// A line where each page begins on paper, with the page's number.
+void Text_Editor::Paint_Page_Breaks(QPainter &painter) const
+{
+    painter.setPen(QPen(Qt::gray, 1, Qt::DashLine));
+    for (qsizetype i = 0; i < m_pageStarts.size(); ++i) {
+        QTextCursor start(document());
+        start.setPosition(std::min(m_pageStarts[i], document()->characterCount() - 1));
+        const int y = cursorRect(start).top() - 2;
+        if (y < 0 || y > viewport()->height())
+            continue;
+        painter.drawLine(0, y, viewport()->width(), y);
+        painter.drawText(QRect(0, y + 2, viewport()->width() - 2, fontMetrics().height()),
+                         Qt::AlignRight | Qt::AlignTop, QString::number(i + 2));
+    }
 }
 
 /// Gives the text its width. What is left of the pane stands on both sides of it.

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QTextEdit>
+#include <QTimer>
 
 class Legible_Colors;
 class Picture_Handler;
+class Size_Grips;
 
 /// How a pane shows its text.
 enum class Page_Look {
@@ -31,6 +33,8 @@ public:
     void Set_Page_Look(Page_Look look);
     /// The colour behind the text where no paper is shown; an invalid one stands for the skin's.
     void Set_Ground(const QColor &ground);
+    /// Whether one picture is selected and nothing else.
+    [[nodiscard]] bool Has_Picture() const;
     /// The paragraph of the cursor, counted from 1; what "line" means to the commands.
     [[nodiscard]] int Line_Number() const;
 
@@ -46,11 +50,14 @@ signals:
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
     [[nodiscard]] bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
@@ -62,11 +69,16 @@ private:
     bool Handle_Return();
     void Insert_Document(QTextDocument &foreign, bool keepsLooks);
     void Fit();
+    void Count_Pages();
+    void Paint_Page_Breaks(QPainter &painter) const;
     void Use_Look();
     void Use_Surroundings();
 
     Legible_Colors *m_colors;
     Picture_Handler *m_pictures;
+    Size_Grips *m_grips;
+    QTimer m_pagesLater;
+    QList<int> m_pageStarts; ///< where the pages but the first begin on paper
     Page_Look m_look = Page_Look::Normal;
     QColor m_ground;
     qreal m_startSize = 0; ///< in points

@@ -116,7 +116,7 @@ void Export(const Document_Form &form, const QString &path)
 {
     const QString extension = QFileInfo(path).suffix().toLower();
     if (extension == QLatin1String("txt"))
-        Files::Write_Bytes(path, form.content->toPlainText().toUtf8());
+        Rich_Text::Save_File(path, Rich_Text::Format::Plain, *form.content);
     else if (extension == QLatin1String("htm") || extension == QLatin1String("html"))
         Files::Write_Bytes(path, form.content->toHtml().toUtf8());
     else

@@ -9,6 +9,7 @@
 #include "ui/flow_layout.h"
 #include "ui/frm_goto.h"
 #include "ui/frm_insert_table.h"
+#include "ui/frm_picture_size.h"
 #include "ui/frm_spec_char.h"
 #include "ui/icons.h"
 
@@ -205,6 +206,9 @@ void Editor_Bar::Answer(Command_Request request)
         return;
     case Command_Request::New_Table:
         Frm_Insert_Table(*editor, window()).exec();
+        return;
+    case Command_Request::Picture_Size:
+        Frm_Picture_Size(*editor, window()).exec();
         return;
     case Command_Request::Special_Character:
         Frm_SpecChar(*editor, window()).exec();

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
 #include "editor/command_table.h"
+#include "editor/pictures.h"
+#include "editor/printing.h"
+#include "editor/table_commands.h"
 #include "editor/text_editor.h"
 #include "support/test_program.h"
 #include "ui/editor_bar.h"
 #include "ui/find_bar.h"
 #include "ui/frm_goto.h"
 #include "ui/frm_insert_table.h"
+#include "ui/frm_picture_size.h"
 #include "ui/frm_print.h"
 #include "ui/frm_spec_char.h"
 
@@ -53,6 +57,24 @@ struct Desk {
         if (!QTest::qWaitForWindowActive(&window))
             qFatal("no active window");
         editor.setFocus();
+    }
+
+    void Put_Picture(int width, int height)
+    {
+        QImage image(width, height, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QTextCursor cursor = editor.textCursor();
+        if (!Pictures::Insert(cursor, Pictures::As_File(image)))
+            qFatal("no picture");
+    }
+    void Pull(const QPoint &from, const QPoint &by, Qt::KeyboardModifiers keys)
+    {
+        QWidget *pane = editor.viewport();
+        QTest::mousePress(pane, Qt::LeftButton, keys, from);
+        QMouseEvent move(QEvent::MouseMove, from + by, pane->mapToGlobal(from + by), Qt::NoButton, Qt::LeftButton,
+                         keys);
+        QCoreApplication::sendEvent(pane, &move);
+        QTest::mouseRelease(pane, Qt::LeftButton, keys, from + by);
     }
 
     QWidget window;
@@ -260,6 +282,69 @@ private slots:
         desk.editor.setTextCursor(table->cellAt(1, 3).firstCursorPosition());
         QTest::keyClicks(&desk.editor, u"body"_s);
         QVERIFY(desk.editor.textCursor().charFormat().fontWeight() == QFont::Normal);
+    }
+
+    void A_Picture_Takes_A_Size()
+    {
+        Desk desk;
+        desk.Put_Picture(200, 100);
+        desk.editor.selectAll();
+        QVERIFY(desk.editor.Has_Picture() && desk.bar.Commands().Action(u"Cmd_Picture_Size"_s)->isEnabled());
+        Frm_Picture_Size form(desk.editor, &desk.window);
+        QCOMPARE(Get<QSpinBox>(form, "Spn_Height").value(), 100);
+        Get<QSpinBox>(form, "Spn_Width").setValue(80);
+        QCOMPARE(Get<QSpinBox>(form, "Spn_Height").value(), 40);
+        Get<QAbstractButton>(form, "Chk_Keep").click();
+        Get<QSpinBox>(form, "Spn_Height").setValue(60);
+        Get<QAbstractButton>(form, "cmdOK").click();
+        QCOMPARE(Pictures::Size_Of(desk.editor.textCursor()), QSizeF(80, 60));
+        desk.editor.undo();
+        QCOMPARE(Pictures::Size_Of(desk.editor.textCursor()), QSizeF(200, 100));
+    }
+
+    void A_Picture_Is_Pulled_By_Its_Corner_data()
+    {
+        QTest::addColumn<bool>("free");
+        QTest::addColumn<QSizeF>("size");
+        QTest::addRow("in its proportions") << false << QSizeF(300, 150);
+        QTest::addRow("freely") << true << QSizeF(300, 110);
+    }
+    void A_Picture_Is_Pulled_By_Its_Corner()
+    {
+        QFETCH(bool, free);
+        QFETCH(QSizeF, size);
+        Desk desk;
+        desk.Put_Picture(200, 100);
+        const QTextCursor begin(desk.editor.document());
+        const QPoint corner =
+            desk.editor.cursorRect(begin).topLeft() + QPoint(200, desk.editor.cursorRect(begin).height());
+        QTest::mouseClick(desk.editor.viewport(), Qt::LeftButton, {}, corner - QPoint(50, 50));
+        QVERIFY(desk.editor.Has_Picture());
+        desk.Pull(corner, QPoint(100, 10), free ? Qt::ShiftModifier : Qt::NoModifier);
+        QCOMPARE(Pictures::Size_Of(desk.editor.textCursor()), size);
+    }
+
+    void A_Column_Is_Pulled_By_Its_Line()
+    {
+        Desk desk;
+        Table_Commands::Insert(desk.editor, {2, 2, true});
+        const QTextTable *table = desk.editor.textCursor().currentTable();
+        const auto left = [&](int column) {
+            return desk.editor.cursorRect(table->cellAt(0, column).firstCursorPosition()).left();
+        };
+        const int before = left(1);
+        desk.Pull(QPoint(before - 4, desk.editor.cursorRect().center().y()), QPoint(-100, 0), Qt::NoModifier);
+        QVERIFY2(std::abs(left(1) - (before - 100)) <= 4, qPrintable(QString::number(left(1) - before)));
+        desk.editor.undo();
+        QCOMPARE(left(1), before);
+    }
+
+    void Paper_Shows_Where_Pages_Begin()
+    {
+        Desk desk(u"line\n"_s.repeated(200));
+        const QList<int> starts = Printing::Page_Starts(*desk.editor.document());
+        QVERIFY(starts.size() >= 2 && std::is_sorted(starts.begin(), starts.end()));
+        QVERIFY(starts.first() > 5 * 30 && starts.first() < 5 * 90 && starts.first() % 5 == 0);
     }
 
     void Special_Characters_Go_Into_The_Text()

@@ -2,10 +2,12 @@
 #include "platform/richtext/rich_text.h"
 
 #include "platform/files/paths.h"
+#include "platform/richtext/kept_properties.h"
 #include "platform/richtext/rtf_builder.h"
 #include "platform/richtext/rtf_reader.h"
 
 #include <QTextDocument>
+#include <QTextFrame>
 
 namespace
 {
@@ -13,9 +15,26 @@ void Set_Plain(const QByteArray &bytes, QTextDocument &document)
 {
     const bool undo = document.isUndoRedoEnabled();
     document.setUndoRedoEnabled(false);
-    document.setPlainText(Rich_Text::Decode_Plain(bytes));
+    Rich_Text::Plain_Form form;
+    document.setPlainText(Rich_Text::Decode_Plain(bytes, &form));
+    QTextFrameFormat root = document.rootFrame()->frameFormat();
+    root.setProperty(Rich_Text::Plain_Form_Property, QVariant::fromValue(form));
+    document.rootFrame()->setFrameFormat(root);
     document.setUndoRedoEnabled(undo);
     document.setModified(false);
+}
+
+/// The text as it was typed: QTextDocument::toPlainText takes no-break blanks for usual ones. Pictures leave nothing.
+QString Plain_Text(const QTextDocument &document)
+{
+    QString text = document.toRawText();
+    text.remove(QChar::ObjectReplacementCharacter);
+    for (QChar &c : text) {
+        const char16_t unit = c.unicode(); // U+FDD0 and U+FDD1 stand where a table or its cell begins and ends
+        if (unit == QChar::ParagraphSeparator || unit == QChar::LineSeparator || unit == 0xFDD0 || unit == 0xFDD1)
+            c = QLatin1Char('\n');
+    }
+    return text;
 }
 } // namespace
 
@@ -42,5 +61,7 @@ void Rich_Text::Load_File(const QString &path, Format format, QTextDocument &doc
 
 void Rich_Text::Save_File(const QString &path, Format format, const QTextDocument &document)
 {
-    Files::Write_Bytes(path, format == Format::Rtf ? Write_Rtf(document) : document.toPlainText().toUtf8());
+    const QVariant form = document.rootFrame()->frameFormat().property(Plain_Form_Property);
+    Files::Write_Bytes(path, format == Format::Rtf ? Write_Rtf(document)
+                                                   : Encode_Plain(Plain_Text(document), form.value<Plain_Form>()));
 }

@@ -17,12 +17,26 @@ bool Read_Rtf(const QByteArray &bytes, QTextDocument &document);
 /// The document as RTF: ASCII bytes, the final brace followed by line ends that may be damaged without harm.
 QByteArray Write_Rtf(const QTextDocument &document);
 
-/// Text of a plain file: UTF-8 (with or without mark), UTF-16 with mark, else GB18030; any line ends become "\n".
-QString Decode_Plain(const QByteArray &bytes);
+/// How a plain file is written.
+struct Plain_Form {
+    enum class Coding { Utf8, Utf16_Little, Utf16_Big, Gb18030 };
+    enum class Line_End { Feed, Return_Feed, Return };
+
+    Coding coding = Coding::Utf8;
+    Line_End lineEnd = Line_End::Feed;
+    bool hasMark = false; ///< a byte order mark stands before the text
+    bool operator==(const Plain_Form &) const = default;
+};
+/// Text of a plain file: UTF-8 or UTF-16, with or without mark, else GB18030; any line ends become "\n".
+/// @param form how the file is written; of several kinds of line ends the one that is met most
+QString Decode_Plain(const QByteArray &bytes, Plain_Form *form = nullptr);
+/// The bytes of a plain file. Text that the coding cannot hold is written in UTF-8 with mark.
+QByteArray Encode_Plain(const QString &text, const Plain_Form &form);
 
 /// Loads a file into the document. @throws Run_Time_Error 53 for a missing file, 75 for an unreadable one.
 /// A file that is asked for as RTF and is none is loaded as plain text.
 void Load_File(const QString &path, Format format, QTextDocument &document);
-/// Saves the document. @throws Run_Time_Error 61 for a full disk, 75 else; an existing file stays whole.
+/// Saves the document, as a plain file in the form that it was loaded from, else in UTF-8. @throws Run_Time_Error 61
+/// for a full disk, 75 else; an existing file stays whole.
 void Save_File(const QString &path, Format format, const QTextDocument &document);
 } // namespace Rich_Text

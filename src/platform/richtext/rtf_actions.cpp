@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Actions of control words on text: characters, fonts, styles, paragraphs, fields, pictures.
+// Actions of control words on text: characters, fonts, styles, paragraphs, notes, pictures.
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
@@ -62,82 +62,20 @@ void Reader::Unicode_Skip(int)
     m_state.unicodeSkip = std::clamp(m_parameter, 0, 64);
 }
 
-void Reader::Begin_Field(int)
+/// A note stands in brackets in its line; they are no part of the raised sign that leads to it.
+void Reader::Emit_Bracket(QStringView bracket)
 {
-    m_state.field = static_cast<int>(m_fields.size());
-    m_fields.push_back({.instruction = {}, .outside = m_state.destination});
-}
-
-void Reader::Field_Result(int)
-{
-    if (m_state.field < 0)
-        return;
-    Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
-    m_state.destination = field.outside;
-    if (!field.instruction.isEmpty())
-        field.link = Link_Of(std::exchange(field.instruction, {}));
-    if (field.link >= 0)
-        m_state.chr.link = field.link;
-}
-
-/// Arguments of a field's instruction: words apart by blanks, or in quotes, where "\" makes the next character plain.
-static QStringList Arguments(QStringView instruction)
-{
-    QStringList arguments;
-    bool quoted = false, begun = false;
-    for (qsizetype i = 0; i < instruction.size(); ++i) {
-        const QChar c = instruction[i];
-        if (c == u'"') {
-            quoted = !quoted;
-            if (quoted)
-                arguments.append(QString());
-            begun = quoted;
-        } else if (!quoted && c.isSpace()) {
-            begun = false;
-        } else {
-            if (!begun)
-                arguments.append(QString());
-            begun = true;
-            const bool escape = quoted && c == u'\\' && i + 1 < instruction.size();
-            arguments.last() += escape ? instruction[++i] : c;
-        }
-    }
-    return arguments;
-}
-
-/// Index of the target of a HYPERLINK field, or -1. Its switches are in ECMA-376, part 1, 17.16.5.25.
-int Reader::Link_Of(const QString &instruction)
-{
-    const QStringList arguments = Arguments(instruction);
-    if (arguments.isEmpty() || arguments.first().compare(QLatin1String("HYPERLINK"), Qt::CaseInsensitive) != 0)
-        return -1;
-    QString target, place;
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        const QString &argument = arguments[i];
-        if (argument == QLatin1String("\\l"))
-            place = u'#' + arguments.value(++i);
-        else if (argument == QLatin1String("\\o") || argument == QLatin1String("\\t"))
-            ++i;
-        else if (!argument.startsWith(u'\\') || argument.size() > 2)
-            target += argument;
-    }
-    target += place;
-    if (target.isEmpty())
-        return -1;
-    const auto known = m_links.constFind(target);
-    if (known != m_links.constEnd())
-        return *known;
-    const int index = static_cast<int>(m_model.links.size());
-    m_model.links.push_back(target);
-    m_links.insert(target, index);
-    return index;
+    const Script script = std::exchange(m_state.chr.script, Script::Normal);
+    Emit(bracket);
+    m_state.chr.script = script;
 }
 
 void Reader::Begin_Note(int)
 {
-    Emit(u" [");
+    Emit_Bracket(u" [");
     m_state.closer = Closer::Note;
     ++m_noteDepth;
+    m_noteBegins = true;
 }
 
 void Reader::Alternative(int)
@@ -391,8 +329,18 @@ void Reader::Page_Break(int)
 
 void Reader::Section(int)
 {
+    if (m_state.destination != Destination::Body)
+        return;
     if (Has_Pending())
         Paragraph_Mark(0);
+    m_pageBreak = m_sectionBreak = !m_model.paragraphs.empty();
+}
+
+/// The section that has begun goes on where the last one ended.
+void Reader::Same_Page(int)
+{
+    if (std::exchange(m_sectionBreak, false))
+        m_pageBreak = false;
 }
 
 void Reader::Nest(int)

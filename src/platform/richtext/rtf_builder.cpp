@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_builder.h"
 
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
+#include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
 #include "platform/richtext/rtf_tables.h"
 
@@ -13,13 +16,15 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <optional>
 
 namespace Rtf
 {
 namespace
 {
 // QTextList::add takes time in proportion to the items it has, so a very long list goes on as another one.
-constexpr int mostItems = 2000;
+constexpr int mostItems = 1000;
 
 class Builder
 {
@@ -40,6 +45,7 @@ public:
 private:
     struct Open_Lists {
         std::array<QTextList *, 9> levels{};
+        int family = 0;
     };
 
     void Fill_Flow(const Flow &flow, QTextCursor &cursor)
@@ -62,14 +68,24 @@ private:
         const auto style = static_cast<std::size_t>(paragraph.style);
         const QTextCharFormat &mark = m_charFormats[static_cast<std::size_t>(paragraph.markStyle)];
         if (blockIsFree) {
-            cursor.setBlockFormat(m_blockFormats[style]);
+            cursor.setBlockFormat(Block_Format(paragraph));
             Set_Free_Mark(mark, cursor);
         } else {
-            cursor.insertBlock(m_blockFormats[style], mark);
+            cursor.insertBlock(Block_Format(paragraph), mark);
         }
         Join_List(m_model.paraStyles[style], cursor);
         for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
             Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
+    }
+
+    QTextBlockFormat Block_Format(const Paragraph &paragraph) const
+    {
+        const auto index = static_cast<std::size_t>(paragraph.style);
+        const Para_Style &style = m_model.paraStyles[index];
+        QTextBlockFormat format = m_blockFormats[index];
+        if (paragraph.runCount == 0 && style.back <= 0 && Is_Rule(style.borders))
+            Make_Rule(m_model, style.borders, format);
+        return format;
     }
 
     /// The mark of a block that begins a cell, or stands after a table, is also where QTextDocument keeps the cell's
@@ -96,6 +112,8 @@ private:
             image.setWidth(picture.width / Twips_Per_Pixel);
             image.setHeight(picture.height / Twips_Per_Pixel);
         }
+        if (picture.part != QRectF(0, 0, 1, 1))
+            image.setProperty(Rich_Text::Picture_Part, picture.part);
         m_document.addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
         cursor.insertImage(image);
     }
@@ -123,9 +141,27 @@ private:
             ++count;
             return;
         }
-        list = cursor.createList(isNew ? List_Format(m_model, style)
-                                       : List_Format(m_model.oldLists[static_cast<std::size_t>(style.oldList)]));
+        list = cursor.createList(list ? Continued(list->format()) : New_List(style, isNew));
         m_itemCounts[list] = 1;
+    }
+
+    static QTextListFormat Continued(QTextListFormat format)
+    {
+        Rich_Text::Label_Rule rule = Rich_Text::Rule_Of(format);
+        rule.start += mostItems;
+        Rich_Text::Set_Rule(format, rule);
+        return format;
+    }
+
+    QTextListFormat New_List(const Para_Style &style, bool isNew)
+    {
+        if (!isNew)
+            return List_Format(m_model.oldLists[static_cast<std::size_t>(style.oldList)]);
+        static std::atomic<int> lastFamily = 0; // they stay apart when documents are pasted into each other
+        int &family = m_lists[style.list].family;
+        if (family == 0 && Is_Family(m_model, style))
+            family = ++lastFamily;
+        return List_Format(m_model, style, family);
     }
 
     /// A QTextTable splits the block that the cursor stands in, so one block remains before it and one after.
@@ -134,7 +170,9 @@ private:
         Grid grid = Lay_Out(m_model, source);
         if (grid.rows == 0 || grid.columns == 0)
             return false;
-        QTextTable *table = cursor.insertTable(grid.rows, grid.columns, Table_Format(m_model, source, grid));
+        const std::optional<Border> common = Common_Border(grid);
+        QTextTable *table = cursor.insertTable(grid.rows, grid.columns,
+                                               Table_Format(m_model, source, grid, common ? &*common : nullptr));
         for (const Placement &cell : grid.cells) {
             if (cell.rowSpan > 1 || cell.columnSpan > 1)
                 table->mergeCells(cell.row, cell.column, cell.rowSpan, cell.columnSpan);
@@ -142,7 +180,7 @@ private:
         for (const Placement &cell : grid.cells) {
             QTextTableCell place = table->cellAt(cell.row, cell.column);
             QTextCharFormat format = place.format(); // it holds the spans
-            format.merge(Cell_Format(m_model, cell.definition));
+            format.merge(Cell_Format(m_model, cell.definition, !common));
             place.setFormat(format);
             QTextCursor inside = place.firstCursorPosition();
             Fill_Flow(cell.content, inside);

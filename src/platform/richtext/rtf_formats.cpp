@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_formats.h"
 
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
+#include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_builder.h"
 
 #include <QBrush>
@@ -12,19 +15,13 @@ namespace Rtf
 {
 namespace
 {
-constexpr QTextCharFormat::UnderlineStyle underlines[] = {
-    QTextCharFormat::NoUnderline,  QTextCharFormat::SingleUnderline, QTextCharFormat::DashUnderline,
-    QTextCharFormat::DotLine,      QTextCharFormat::DashDotLine,     QTextCharFormat::DashDotDotLine,
-    QTextCharFormat::WaveUnderline};
-constexpr Qt::Alignment alignments[] = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify};
+/// By Align. QTextDocument mirrors left and right in text from right to left, RTF doesn't.
+constexpr Qt::Alignment alignments[] = {Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter,
+                                        Qt::AlignJustify};
+constexpr Qt::Alignment mirrored[] = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignJustify};
 constexpr QTextOption::TabType tabKinds[] = {QTextOption::LeftTab, QTextOption::RightTab, QTextOption::CenterTab,
                                              QTextOption::DelimiterTab};
-constexpr QTextListFormat::Style numberStyles[] = {QTextListFormat::ListDecimal, QTextListFormat::ListUpperRoman,
-                                                   QTextListFormat::ListLowerRoman, QTextListFormat::ListUpperAlpha,
-                                                   QTextListFormat::ListLowerAlpha};
-
-constexpr int bullet = 23; // of \levelnfc
-constexpr int noNumber = 255;
+constexpr int mostLevels = 9;
 
 double Pixels(int twips)
 {
@@ -33,15 +30,6 @@ double Pixels(int twips)
 int Given(int length)
 {
     return length == Not_Set ? 0 : length;
-}
-
-/// The brush of a colour's index, or none for an automatic colour.
-QBrush Brush(const Model &model, int color)
-{
-    if (color < 0 || static_cast<std::size_t>(color) >= model.colors.size())
-        return Qt::NoBrush;
-    const QRgb value = model.colors[static_cast<std::size_t>(color)];
-    return value ? QBrush(QColor::fromRgb(value)) : QBrush(Qt::NoBrush);
 }
 
 bool Is_Set(const QBrush &brush)
@@ -75,7 +63,9 @@ QTextCharFormat Char_Format(const Model &model, const Char_Style &style)
     if (style.flags & (All_Caps | Small_Caps))
         format.setFontCapitalization(style.flags & All_Caps ? QFont::AllUppercase : QFont::SmallCaps);
     if (style.underline != Underline::None)
-        format.setUnderlineStyle(underlines[static_cast<int>(style.underline)]);
+        format.setUnderlineStyle(Underline_Rows[static_cast<int>(style.underline)].style);
+    if (style.underline > Underline::Wave)
+        format.setProperty(Rich_Text::Underline_Property, static_cast<int>(style.underline));
     if (style.script != Script::Normal)
         format.setVerticalAlignment(style.script == Script::Super ? QTextCharFormat::AlignSuperScript
                                                                   : QTextCharFormat::AlignSubScript);
@@ -142,8 +132,9 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
 {
     QTextBlockFormat format;
     Set_Indents(model, style, format);
-    if (style.align != Align::Left)
-        format.setAlignment(alignments[static_cast<int>(style.align)]);
+    if (const auto align = (style.rightToLeft ? mirrored : alignments)[static_cast<int>(style.align)];
+        align != Qt::AlignLeft)
+        format.setAlignment(align);
     if (style.right)
         format.setRightMargin(Pixels(style.right));
     if (style.before)
@@ -165,51 +156,30 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
                                      tab.kind == Tab_Kind::Decimal ? QChar(u'.') : QChar()));
     if (!tabs.isEmpty())
         format.setTabPositions(tabs);
+    for (std::size_t side = 0; side < style.borders.size(); ++side) {
+        if (style.borders[side].line != Line::None)
+            Set_Border(format, side, Shown(model, style.borders[side]));
+    }
     return format;
 }
 
-QTextListFormat::Style Bullet_Style(QStringView text)
+/// The template of a level's label, without the mark of its length and the end's semicolon.
+QString Label_Text(const List_Level &level)
 {
-    if (text.isEmpty())
-        return QTextListFormat::ListDisc;
-    switch (text.front().unicode()) { // the last of each line: the glyph of Symbol or Wingdings
-    case u'o':
-    case u'◦':
-    case u'○':
-        return QTextListFormat::ListCircle;
-    case u'■':
-    case u'▪':
-    case u'□':
-    case u'\uF06E':
-    case u'\uF0A7':
-        return QTextListFormat::ListSquare;
-    default:
-        return QTextListFormat::ListDisc;
+    return level.text.sliced(1, std::max<qsizetype>(1, level.text.lastIndexOf(u';')) - 1);
+}
+
+bool Counts_Other_Levels(const List_Definition &list)
+{
+    for (std::size_t i = 0; i < list.levels.size(); ++i) {
+        const List_Level &level = list.levels[i];
+        const QStringView text = QStringView(level.text).mid(1);
+        if (level.kind != Rich_Text::Bullet_Kind && std::any_of(text.begin(), text.end(), [&](QChar c) {
+                return c.unicode() < mostLevels && c.unicode() != i;
+            }))
+            return true;
     }
-}
-
-QTextListFormat::Style Number_Style(int kind)
-{
-    return kind >= 0 && kind < 5 ? numberStyles[kind] : QTextListFormat::ListDecimal;
-}
-
-/// Splits a level's template, such as "<3>(<1>)", at the sign that stands for the level's own number.
-void Set_Affixes(const QString &text, int level, QTextListFormat &format)
-{
-    const qsizetype own = text.indexOf(QChar(level), 1);
-    if (own < 0)
-        return;
-    const auto isPlain = [](QStringView part) {
-        return std::none_of(part.begin(), part.end(), [](QChar c) { return c.unicode() < 9; });
-    };
-    const QString before = text.sliced(1, own - 1);
-    QString after = text.sliced(own + 1);
-    if (const qsizetype end = after.lastIndexOf(u';'); end >= 0)
-        after.truncate(end);
-    if (isPlain(before) && !before.isEmpty())
-        format.setNumberPrefix(before);
-    if (isPlain(after))
-        format.setNumberSuffix(after);
+    return false;
 }
 
 QTextLength Column_Width(const Grid &grid, std::size_t column)
@@ -236,6 +206,14 @@ void Set_Columns(const Grid &grid, QTextTableFormat &format)
 }
 } // namespace
 
+QBrush Brush(const Model &model, int color)
+{
+    if (color < 0 || static_cast<std::size_t>(color) >= model.colors.size())
+        return Qt::NoBrush;
+    const QRgb value = model.colors[static_cast<std::size_t>(color)];
+    return value ? QBrush(QColor::fromRgb(value)) : QBrush(Qt::NoBrush);
+}
+
 std::vector<QTextCharFormat> Char_Formats(const Model &model)
 {
     std::vector<QTextCharFormat> formats;
@@ -257,23 +235,35 @@ std::vector<QTextBlockFormat> Block_Formats(const Model &model)
 bool Is_List_Item(const Model &model, const Para_Style &style)
 {
     const List_Level *level = Level_Of(model, style);
-    return level ? level->kind != noNumber : model.listOfNumber.contains(style.list);
+    if (!level)
+        return model.listOfNumber.contains(style.list);
+    return level->kind != Rich_Text::No_Label_Kind && (level->text.isEmpty() || !Label_Text(*level).isEmpty());
 }
 
-QTextListFormat List_Format(const Model &model, const Para_Style &style)
+bool Is_Family(const Model &model, const Para_Style &style)
+{
+    const auto list = model.listOfNumber.constFind(style.list);
+    return list != model.listOfNumber.constEnd() && Counts_Other_Levels(model.lists[static_cast<std::size_t>(*list)]);
+}
+
+QTextListFormat List_Format(const Model &model, const Para_Style &style, int family)
 {
     QTextListFormat format;
     const List_Level *level = Level_Of(model, style);
-    format.setStyle(QTextListFormat::ListDisc);
     format.setIndent(List_Indent(level ? level->left : Not_Set, style.level));
-    if (!level)
-        return format;
-    if (level->kind == bullet) {
-        format.setStyle(Bullet_Style(QStringView(level->text).mid(1)));
-        return format;
+    Rich_Text::Label_Rule rule{.kind = Rich_Text::Bullet_Kind, .text = {}};
+    if (level) {
+        rule = {.kind = level->kind, .start = level->start, .text = QChar(style.level) + QLatin1String(".")};
+        if (!level->text.isEmpty())
+            rule.text = Label_Text(*level);
     }
-    format.setStyle(Number_Style(level->kind));
-    Set_Affixes(level->text, style.level, format);
+    if (family) {
+        rule.level = style.level;
+        format.setProperty(Rich_Text::List_Family, family);
+    } else if (rule.kind != Rich_Text::Bullet_Kind) {
+        rule.text.replace(QChar(style.level), QChar(0));
+    }
+    Rich_Text::Set_Rule(format, rule);
     return format;
 }
 
@@ -281,33 +271,22 @@ QTextListFormat List_Format(const Old_List &list)
 {
     QTextListFormat format;
     format.setIndent(1);
-    if (list.kind == bullet) {
-        format.setStyle(Bullet_Style(list.before));
-        return format;
-    }
-    format.setStyle(Number_Style(list.kind));
-    if (!list.before.isEmpty())
-        format.setNumberPrefix(list.before);
-    if (!list.after.isEmpty())
-        format.setNumberSuffix(list.after);
+    const bool isBullet = list.kind == Rich_Text::Bullet_Kind;
+    Rich_Text::Set_Rule(
+        format,
+        {.kind = list.kind, .start = list.start, .text = isBullet ? list.before : list.before + QChar(0) + list.after});
     return format;
 }
 
-QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid &grid)
+QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid &grid, const Border *common)
 {
     QTextTableFormat format;
     const Row_Definition &first = table.rows.front().definition;
-    int border = 0, color = 0;
-    for (const Placement &cell : grid.cells) {
-        if (cell.definition.borderWidth > border) {
-            border = cell.definition.borderWidth;
-            color = cell.definition.borderColor;
-        }
-    }
-    format.setBorder(Pixels(border));
-    format.setBorderStyle(border ? QTextFrameFormat::BorderStyle_Solid : QTextFrameFormat::BorderStyle_None);
-    if (const QBrush brush = Brush(model, color); color > 0 && Is_Set(brush))
-        format.setBorderBrush(brush);
+    const Shown_Border border = common ? Shown(model, *common) : Shown_Border{};
+    format.setBorder(border.width);
+    format.setBorderStyle(border.style);
+    if (Is_Set(border.brush))
+        format.setBorderBrush(border.brush);
     format.setBorderCollapse(first.spacing <= 0);
     format.setCellSpacing(Pixels(std::max(0, first.spacing)));
     format.setCellPadding(Pixels(std::max(0, first.padding == Not_Set ? first.gap : first.padding)));
@@ -324,13 +303,21 @@ QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid
     return format;
 }
 
-QTextTableCellFormat Cell_Format(const Model &model, const Cell_Definition &cell)
+QTextTableCellFormat Cell_Format(const Model &model, const Cell_Definition &cell, bool hasBorders)
 {
     QTextTableCellFormat format;
     if (const QBrush brush = Brush(model, cell.back); cell.back > 0 && Is_Set(brush))
         format.setBackground(brush);
     if (cell.vertical)
         format.setVerticalAlignment(cell.vertical == 1 ? QTextCharFormat::AlignMiddle : QTextCharFormat::AlignBottom);
+    for (std::size_t side = 0; side < cell.borders.size(); ++side) {
+        Shown_Border border = hasBorders ? Shown(model, cell.borders[side]) : Shown_Border{};
+        border.space = cell.padding[side] == Not_Set ? -1 : Pixels(cell.padding[side]);
+        if (border.Is_Line())
+            Set_Border(format, side, border);
+        else
+            Set_Padding(format, side, border.space);
+    }
     return format;
 }
 } // namespace Rtf

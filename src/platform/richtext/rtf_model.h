@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
+#include <QRectF>
 #include <QRgb>
 #include <QString>
 
@@ -17,7 +18,27 @@
 namespace Rtf
 {
 enum Char_Flag : quint16 { Bold = 1, Italic = 2, Strike = 4, Hidden = 8, All_Caps = 16, Small_Caps = 32 };
-enum class Underline : quint8 { None, Single, Dash, Dot, Dash_Dot, Dash_Dot_Dot, Wave };
+/// As the rows of Underline_Rows; up to Wave QTextDocument has them too.
+enum class Underline : quint8 {
+    None,
+    Single,
+    Dash,
+    Dot,
+    Dash_Dot,
+    Dash_Dot_Dot,
+    Wave,
+    Double,
+    Words,
+    Thick,
+    Long_Dash,
+    Thick_Dash,
+    Thick_Long_Dash,
+    Thick_Dot,
+    Thick_Dash_Dot,
+    Thick_Dash_Dot_Dot,
+    Heavy_Wave,
+    Double_Wave
+};
 enum class Script : quint8 { Normal, Super, Sub };
 
 struct Char_Style {
@@ -44,7 +65,21 @@ struct Tab_Stop {
     bool operator==(const Tab_Stop &) const = default;
 };
 
-enum class Align : quint8 { Left, Right, Center, Justify };
+/// Leading is where the text's direction begins.
+enum class Align : quint8 { Leading, Left, Right, Center, Justify };
+
+/// Numbered as QTextFrameFormat::BorderStyle.
+enum class Line : quint8 { None, Dotted, Dashed, Solid, Double, Dot_Dash, Dot_Dot_Dash, Groove, Ridge, Inset, Outset };
+enum Side : quint8 { Top, Bottom, Left_Side, Right_Side };
+struct Border {
+    Line line = Line::None;
+    quint8 width = 0; ///< 0 is as thin as can be seen
+    qint16 space = 0; ///< between a paragraph's text and the line
+    int color = 0;
+    bool operator==(const Border &) const = default;
+};
+using Borders = std::array<Border, 4>; ///< by Side
+
 inline constexpr int Not_Set = INT_MIN;
 
 struct Para_Style {
@@ -61,7 +96,8 @@ struct Para_Style {
     int outline = -1; ///< \outlinelevel, 0 the highest
     int nesting = 0;  ///< how many tables the paragraph stands in
     QList<Tab_Stop> tabs;
-    Align align = Align::Left;
+    Borders borders{};
+    Align align = Align::Leading;
     bool lineMultiple = false;
     bool rightToLeft = false;
     bool pageBreakBefore = false;
@@ -95,8 +131,8 @@ struct Cell_Definition {
     int right = 0; ///< distance of the right edge from the text's left margin
     int width = 0; ///< twips, or 50ths of a percent
     int back = 0;
-    int borderWidth = 0;
-    int borderColor = 0;
+    Borders borders{};
+    std::array<int, 4> padding{Not_Set, Not_Set, Not_Set, Not_Set}; ///< by Side
     Width_Kind widthKind = Width_Kind::Not_Given;
     quint8 vertical = 0; ///< 0 top, 1 centre, 2 bottom
     bool mergeFirst = false, merged = false;
@@ -110,7 +146,7 @@ struct Row_Definition {
     int spacing = 0;
     int width = 0;
     Width_Kind widthKind = Width_Kind::Not_Given;
-    Align align = Align::Left;
+    Align align = Align::Leading;
     bool header = false;
     std::vector<Cell_Definition> cells;
 };
@@ -125,6 +161,7 @@ struct Table {
 
 struct List_Level {
     int kind = 0; ///< \levelnfc: 0 decimal, 1 I, 2 i, 3 A, 4 a, 23 bullet, 255 none
+    int start = 1;
     int left = Not_Set;
     int first = Not_Set;
     QString text; ///< length mark and template, as \leveltext has them
@@ -136,14 +173,16 @@ struct List_Definition {
 };
 struct Old_List {
     int kind = 23;
+    int start = 1;
     QString before, after;
     bool operator==(const Old_List &) const = default;
 };
 
 struct Picture {
     QByteArray bytes; ///< an image file, complete with the header that RTF leaves out
-    int width = 0;    ///< 0 where nothing was said
+    int width = 0;    ///< as shown; 0 where nothing was said
     int height = 0;
+    QRectF part{0, 0, 1, 1}; ///< what is shown of the picture, the whole being 1 by 1
 };
 
 struct Font {

@@ -149,12 +149,29 @@ QByteArray File_Bytes(const Picture_Source &source)
     return source.bytes;
 }
 
-int Side(int goal, int scale, int given, bool metafile)
+/// Twips of a whole picture's side.
+int Whole_Side(int goal, int given, bool metafile, int pixels)
 {
     const qint64 natural = goal > 0 ? goal : metafile ? given * qint64{1440} / 2540 : 0;
-    const int percent = scale > 0 && scale <= 10'000 ? scale : 100;
-    return static_cast<int>(std::clamp<qint64>(natural * percent / 100, 0, largestSide));
+    return static_cast<int>(std::clamp<qint64>(natural > 0 ? natural : pixels * twipsPerPixel, 0, largestSide));
 }
+
+/// What cropping leaves of a side, which begins at a part of the whole.
+struct Cropped_Side {
+    Cropped_Side(int side, int before, int after, int scale)
+    {
+        before = std::clamp(before, 0, side);
+        after = std::clamp(after, 0, side);
+        const bool isSane = side > 0 && before + after < side;
+        const int left = isSane ? side - before - after : side;
+        const int percent = scale > 0 && scale <= 10'000 ? scale : 100;
+        length = static_cast<int>(std::clamp<qint64>(qint64{left} * percent / 100, 0, largestSide));
+        begin = isSane ? static_cast<double>(before) / side : 0;
+        share = isSane ? static_cast<double>(left) / side : 1;
+    }
+    int length; ///< shown, in twips
+    double begin, share;
+};
 } // namespace
 
 void Append_Hex(Picture_Source &source, std::string_view digits)
@@ -207,13 +224,18 @@ Picture Finish_Picture(Picture_Source &&source)
     const bool metafile =
         source.kind == Picture_Kind::Windows_Metafile || source.kind == Picture_Kind::Enhanced_Metafile;
     picture.bytes = File_Bytes(source);
-    picture.width = Side(source.goalWidth, source.scaleX, source.width, metafile);
-    picture.height = Side(source.goalHeight, source.scaleY, source.height, metafile);
-    if (picture.width == 0 || picture.height == 0) {
+    int width = Whole_Side(source.goalWidth, source.width, metafile, 0);
+    int height = Whole_Side(source.goalHeight, source.height, metafile, 0);
+    if (width == 0 || height == 0) {
         const QSize pixels = Pixel_Size(picture.bytes);
-        picture.width = Side(std::min(pixels.width(), largestSide) * twipsPerPixel, source.scaleX, 0, false);
-        picture.height = Side(std::min(pixels.height(), largestSide) * twipsPerPixel, source.scaleY, 0, false);
+        width = Whole_Side(0, 0, false, std::min(pixels.width(), largestSide));
+        height = Whole_Side(0, 0, false, std::min(pixels.height(), largestSide));
     }
+    const Cropped_Side across(width, source.cropLeft, source.cropRight, source.scaleX);
+    const Cropped_Side down(height, source.cropTop, source.cropBottom, source.scaleY);
+    picture.width = across.length;
+    picture.height = down.length;
+    picture.part = {across.begin, down.begin, across.share, down.share};
     return picture;
 }
 } // namespace Rtf

@@ -21,10 +21,11 @@ enum class Picture_Kind : quint8 {
 /// What a \pict group says of its bytes. Negative and huge numbers come as they were written.
 struct Picture_Source {
     Picture_Kind kind = Picture_Kind::Unknown;
-    int width = 0, height = 0;          ///< \picw, \pich: pixels, or hundredths of a millimetre for a metafile
-    int goalWidth = 0, goalHeight = 0;  ///< twips
-    int scaleX = 100, scaleY = 100;     ///< percent
-    int bitsPerPixel = 1, rowBytes = 0; ///< of a device-dependent bitmap
+    int width = 0, height = 0;         ///< \picw, \pich: pixels, or hundredths of a millimetre for a metafile
+    int goalWidth = 0, goalHeight = 0; ///< twips
+    int scaleX = 100, scaleY = 100;    ///< percent
+    int cropLeft = 0, cropTop = 0, cropRight = 0, cropBottom = 0; ///< twips of the picture that are not shown
+    int bitsPerPixel = 1, rowBytes = 0;                           ///< of a device-dependent bitmap
     QByteArray bytes;
     int halfByte = -1; ///< the first digit of a pair whose second has not come yet
 };

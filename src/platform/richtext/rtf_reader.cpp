@@ -116,20 +116,20 @@ void Reader::Run_Closer(Closer closer, const State &inner)
     case Closer::Fonts:
         m_parameter = m_defaultFont;
         return Select_Font(0);
+    case Closer::Field:
+        return End_Field(inner);
     case Closer::Picture:
         return End_Picture();
     case Closer::Note:
         --m_noteDepth;
-        return Emit(u"]");
+        m_noteBegins = false;
+        return Emit_Bracket(u"]");
     case Closer::Style:
         return End_Style();
     case Closer::Level:
         return End_Level(inner);
     case Closer::Override:
-        m_inOverride = false;
-        if (const auto list = m_listOfId.constFind(m_overrideId); list != m_listOfId.constEnd())
-            m_model.listOfNumber.insert(m_overrideNumber, *list);
-        return;
+        return End_Override();
     case Closer::Old_List:
         return End_Old_List();
     case Closer::Text_Box:
@@ -258,8 +258,8 @@ void Reader::Emit(QStringView text)
     case Destination::Color_Table:
         return Emit_Colors(text);
     case Destination::Level_Text:
-        if (!m_model.lists.empty() && !m_model.lists.back().levels.empty())
-            m_model.lists.back().levels.back().text += text;
+        if (List_Level *level = Open_Level())
+            level->text += text;
         return;
     case Destination::Field_Instruction:
         if (m_state.field >= 0)
@@ -302,8 +302,11 @@ void Reader::Emit_Unit(char16_t unit)
 
 void Reader::Emit_Body(QStringView text)
 {
+    while (m_noteBegins && !text.isEmpty() && text.front().isSpace())
+        text = text.sliced(1);
     if (text.isEmpty() || (m_state.chr.flags & Hidden))
         return;
+    m_noteBegins = false;
     Open_Run();
     const bool plain = !m_highSurrogate && std::none_of(text.begin(), text.end(), [](QChar c) {
         return c.unicode() < 0x20 || c.unicode() >= 0xD800 || c.unicode() == 0x2029;
@@ -377,6 +380,7 @@ void Reader::End_Paragraph(int nesting)
     Close_Run();
     Para_Style style = m_state.para;
     style.nesting = nesting;
+    m_sectionBreak = false;
     if (nesting == 0)
         style.pageBreakBefore |= std::exchange(m_pageBreak, false);
     const int index = static_cast<int>(m_model.paragraphs.size());

@@ -52,7 +52,19 @@ private:
         Old_List_After,
     };
     /// What is left to do when a group ends.
-    enum class Closer : quint8 { None, Fonts, Picture, Note, Style, Level, Override, Old_List, Text_Box, Nested_Row };
+    enum class Closer : quint8 {
+        None,
+        Fonts,
+        Field,
+        Picture,
+        Note,
+        Style,
+        Level,
+        Override,
+        Old_List,
+        Text_Box,
+        Nested_Row
+    };
 
     /// Which of a run's three sets of properties its text takes: RTF 1.9.1, "Associated Character Properties".
     enum class Script_Kind : quint8 { Western, East_Asian, Right_To_Left };
@@ -86,6 +98,11 @@ private:
         int number = 0;
         bool isCharacter = false;
     };
+    struct Symbol {
+        int code = -1; ///< of Unicode or of a glyph, -1 for none
+        bool isUnicode = false;
+        QString font;
+    };
     struct Field {
         QString instruction; ///< empty once the link is known
         int link = -1;
@@ -112,6 +129,7 @@ private:
     void Emit(QStringView text);
     void Emit_Body(QStringView text);
     void Emit_Unit(char16_t unit);
+    void Emit_Bracket(QStringView bracket);
     void Emit_Font_Name(QStringView text);
     void Emit_Colors(QStringView text);
     void Append_Body(char16_t unit);
@@ -125,10 +143,14 @@ private:
 
     void End_Picture();
     void End_Style();
+    List_Level *Open_Level();
     void End_Level(const State &inner);
+    void End_Override();
     void End_Old_List();
     void Apply_Style(qint64 key);
     int Link_Of(const QString &instruction);
+    static Symbol Symbol_Of(const QString &instruction);
+    void End_Field(const State &inner);
     int Length() const;
 
     // Actions of control words; `value` is the row's constant, the parameter is in m_parameter.
@@ -183,14 +205,18 @@ private:
     void Begin_List(int value);
     void Begin_Level(int value);
     void Level_Kind(int value);
+    void Level_Start(int value);
     void List_Id(int value);
     void Begin_Override(int value);
+    void Begin_Override_Level(int value);
     void List_Number(int value);
     void List_Depth(int value);
     void Begin_Old_List(int value);
     void Old_List_Kind(int kind);
+    void Old_List_Start(int value);
     void Begin_Field(int value);
     void Field_Result(int value);
+    void Same_Page(int value);
     void Begin_Note(int value);
     void Begin_Picture(int value);
     void Picture_Format(int kind);
@@ -203,6 +229,7 @@ private:
     void Nested_Properties(int value);
     template <auto Field>
     void Cell_Flag(int value);
+    void Cell_Padding(int side);
     void Cell_Vertical(int value);
     void Cell_Back(int value);
     void Cell_Width(int value);
@@ -212,9 +239,12 @@ private:
     void Row_Width_Kind(int value);
     void Row_Header(int value);
     void Row_Align(int align);
+    template <typename Change>
+    void Change_Borders(Change &&change);
     void Border_Of(int target);
-    void Border_Line(int width);
+    void Border_Line(int line);
     void Border_Width(int value);
+    void Border_Space(int value);
     void Border_Color(int value);
 
     Tokenizer m_tokens;
@@ -242,21 +272,27 @@ private:
     int m_overrideId = 0;
     int m_overrideNumber = 0;
     bool m_inOverride = false;
+    std::vector<List_Level> m_overrideLevels;
     Old_List m_oldList;
     bool m_oldListContinues = false;
     std::vector<Field> m_fields;
     QHash<QString, int> m_links;
     int m_noteDepth = 0;
+    bool m_noteBegins = false; ///< blanks before its text are left out
     Picture_Source m_picture;
     bool m_shapePictureTaken = false;
 
     Row_Definition m_row;
     std::vector<Row_Definition> m_outerRows;
     Cell_Definition m_cell;
-    Cell_Definition m_rowBorder;
-    enum class Border_Target : quint8 { None, Cell, Row } m_borderTarget = Border_Target::None;
+    Borders m_rowBorders{}; ///< what a cell has that says nothing of its own
+    enum class Border_Owner : quint8 { Nothing, Paragraph, Cell, Row };
+    Border_Owner m_borderOwner = Border_Owner::Nothing;
+    int m_borderSides = 0;     ///< a bit for each Side that the next words are about
+    int m_cellBordersSaid = 0; ///< likewise, those that the cell has told of
     Tab_Kind m_tabKind = Tab_Kind::Left;
     bool m_pageBreak = false;
+    bool m_sectionBreak = false; ///< it is a section's, which may yet say that there is none
 
     std::size_t m_firstRun = 0; ///< of the paragraph being read
     qsizetype m_runBegin = 0;

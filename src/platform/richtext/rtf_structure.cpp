@@ -10,10 +10,17 @@ namespace Rtf
 namespace
 {
 constexpr std::size_t mostLevels = 9;
+constexpr int Bullet_Kind = 23;        // of \levelnfc
 constexpr std::size_t mostCells = 512; // of one row; word processors stop at 63
-constexpr int thinLine = 10;           // twips: what a border without a width is drawn with
-constexpr int widestLine = 255;
 } // namespace
+
+/// The level that is being told of: one of a list, or of an override, which changes a list's level for one \ls.
+List_Level *Reader::Open_Level()
+{
+    if (m_inOverride)
+        return m_overrideLevels.empty() ? nullptr : &m_overrideLevels.back();
+    return m_model.lists.empty() || m_model.lists.back().levels.empty() ? nullptr : &m_model.lists.back().levels.back();
+}
 
 void Reader::Begin_List(int)
 {
@@ -22,9 +29,14 @@ void Reader::Begin_List(int)
 
 void Reader::Begin_Level(int)
 {
-    if (m_model.lists.empty() || m_model.lists.back().levels.size() == mostLevels)
+    if (m_inOverride) {
+        if (!m_overrideLevels.empty())
+            m_overrideLevels.back() = {};
+    } else if (m_model.lists.empty() || m_model.lists.back().levels.size() == mostLevels) {
         return;
-    m_model.lists.back().levels.push_back({});
+    } else {
+        m_model.lists.back().levels.push_back({});
+    }
     m_state.para.left = Not_Set;
     m_state.para.first = Not_Set;
     m_state.closer = Closer::Level;
@@ -32,18 +44,30 @@ void Reader::Begin_Level(int)
 
 void Reader::End_Level(const State &inner)
 {
-    if (m_model.lists.empty() || m_model.lists.back().levels.empty())
+    List_Level *level = Open_Level();
+    if (!level)
         return;
-    List_Level &level = m_model.lists.back().levels.back();
-    level.left = inner.para.left;
-    level.first = inner.para.first;
-    level.text.truncate(64);
+    level->left = inner.para.left;
+    level->first = inner.para.first;
+    level->text.truncate(64);
+    if (level->kind != Bullet_Kind || level->text.size() < 2 || inner.chr.font < 0)
+        return;
+    const Font &font = m_model.fonts[static_cast<std::size_t>(inner.chr.font)];
+    const char16_t sign = level->text[1].unicode();
+    if ((sign & 0xFF00) == 0xF000 || (sign < 0x100 && font.codePage == Symbol_Code_Page))
+        level->text[1] = QChar(Symbol_Glyph(static_cast<unsigned char>(sign & 0xFF), font.name));
 }
 
 void Reader::Level_Kind(int)
 {
-    if (!m_model.lists.empty() && !m_model.lists.back().levels.empty())
-        m_model.lists.back().levels.back().kind = m_parameter;
+    if (List_Level *level = Open_Level())
+        level->kind = m_parameter;
+}
+
+void Reader::Level_Start(int)
+{
+    if (List_Level *level = Open_Level())
+        level->start = std::clamp(m_parameter, 0, 32'767);
 }
 
 void Reader::List_Id(int)
@@ -61,7 +85,35 @@ void Reader::Begin_Override(int)
     m_inOverride = true;
     m_overrideId = 0;
     m_overrideNumber = 0;
+    m_overrideLevels.clear();
     m_state.closer = Closer::Override;
+}
+
+/// The levels that an override tells of come in order, each beginning as the list has it.
+void Reader::Begin_Override_Level(int)
+{
+    const auto list = m_listOfId.constFind(m_overrideId);
+    if (!m_inOverride || list == m_listOfId.constEnd())
+        return;
+    const auto &levels = m_model.lists[static_cast<std::size_t>(*list)].levels;
+    if (m_overrideLevels.size() < levels.size())
+        m_overrideLevels.push_back(levels[m_overrideLevels.size()]);
+}
+
+void Reader::End_Override()
+{
+    m_inOverride = false;
+    const auto list = m_listOfId.constFind(m_overrideId);
+    if (list == m_listOfId.constEnd())
+        return;
+    int index = *list;
+    if (!m_overrideLevels.empty()) {
+        List_Definition changed = m_model.lists[static_cast<std::size_t>(index)];
+        std::copy(m_overrideLevels.begin(), m_overrideLevels.end(), changed.levels.begin());
+        index = static_cast<int>(m_model.lists.size());
+        m_model.lists.push_back(std::move(changed));
+    }
+    m_model.listOfNumber.insert(m_overrideNumber, index);
 }
 
 void Reader::List_Number(int)
@@ -91,6 +143,11 @@ void Reader::Old_List_Kind(int kind)
     m_oldListContinues = kind >= 0;
 }
 
+void Reader::Old_List_Start(int)
+{
+    m_oldList.start = std::clamp(m_parameter, 0, 32'767);
+}
+
 void Reader::End_Old_List()
 {
     if (!m_oldListContinues) {
@@ -107,21 +164,23 @@ void Reader::Row_Begin(int)
 {
     m_row = {};
     m_cell = {};
-    m_rowBorder = {};
-    m_borderTarget = Border_Target::None;
+    m_cellBordersSaid = 0;
+    m_rowBorders = {};
+    m_borderOwner = Border_Owner::Nothing;
 }
 
 void Reader::Cell_Edge(int)
 {
     m_cell.right = Length();
-    if (m_cell.borderWidth == 0) {
-        m_cell.borderWidth = m_rowBorder.borderWidth;
-        m_cell.borderColor = m_rowBorder.borderColor;
+    for (std::size_t side = 0; side < m_rowBorders.size(); ++side) {
+        if ((m_cellBordersSaid >> side & 1) == 0)
+            m_cell.borders[side] = m_rowBorders[side];
     }
     if (m_row.cells.size() < mostCells)
         m_row.cells.push_back(m_cell);
     m_cell = {};
-    m_borderTarget = Border_Target::None;
+    m_cellBordersSaid = 0;
+    m_borderOwner = Border_Owner::Nothing;
 }
 
 void Reader::Cell_Mark(int nested)
@@ -184,32 +243,51 @@ void Reader::Row_Header(int)
     m_row.header = true;
 }
 
-void Reader::Border_Of(int target)
+void Reader::Cell_Padding(int side)
 {
-    m_borderTarget = static_cast<Border_Target>(target);
+    m_cell.padding[static_cast<std::size_t>(side)] = std::max(0, Length());
 }
 
-void Reader::Border_Line(int width)
+/// @param target the owner in the higher byte, the sides in the lower
+void Reader::Border_Of(int target)
 {
-    if (m_borderTarget == Border_Target::None)
+    m_borderOwner = static_cast<Border_Owner>(target >> 8);
+    m_borderSides = target & 0xFF;
+    if (m_borderOwner == Border_Owner::Cell)
+        m_cellBordersSaid |= m_borderSides;
+}
+
+template <typename Change>
+void Reader::Change_Borders(Change &&change)
+{
+    if (m_borderOwner == Border_Owner::Nothing)
         return;
-    Cell_Definition &border = m_borderTarget == Border_Target::Cell ? m_cell : m_rowBorder;
-    border.borderWidth = std::max(border.borderWidth, width ? thinLine : 0);
+    Borders &borders = m_borderOwner == Border_Owner::Paragraph ? m_state.para.borders
+                       : m_borderOwner == Border_Owner::Cell    ? m_cell.borders
+                                                                : m_rowBorders;
+    for (std::size_t side = 0; side < borders.size(); ++side) {
+        if (m_borderSides >> side & 1)
+            change(borders[side]);
+    }
+}
+
+void Reader::Border_Line(int line)
+{
+    Change_Borders([&](Border &border) { border.line = static_cast<Line>(line); });
 }
 
 void Reader::Border_Width(int)
 {
-    if (m_borderTarget == Border_Target::None)
-        return;
-    Cell_Definition &border = m_borderTarget == Border_Target::Cell ? m_cell : m_rowBorder;
-    if (border.borderWidth > 0)
-        border.borderWidth = std::clamp(m_parameter, 1, widestLine);
+    Change_Borders([&](Border &border) { border.width = static_cast<quint8>(std::clamp(m_parameter, 0, 255)); });
+}
+
+void Reader::Border_Space(int)
+{
+    Change_Borders([&](Border &border) { border.space = static_cast<qint16>(std::clamp(m_parameter, 0, 620)); });
 }
 
 void Reader::Border_Color(int)
 {
-    if (m_borderTarget == Border_Target::None)
-        return;
-    (m_borderTarget == Border_Target::Cell ? m_cell : m_rowBorder).borderColor = m_parameter;
+    Change_Borders([&](Border &border) { border.color = m_parameter; });
 }
 } // namespace Rtf

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_writer.h"
 
+#include "platform/richtext/rtf_borders.h"
+
 #include <QTextBlock>
 #include <QTextTable>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Rtf
@@ -93,6 +96,30 @@ void Writer::Write_Row_Definition(const QTextTable &table, int row)
     m_out += "\r\n";
 }
 
+/// @param word the one for the side, before those for its line
+void Writer::Write_Border(const char *word, const Shown_Border &border)
+{
+    if (!border.Is_Line())
+        return;
+    static constexpr std::array<const char *, 11> lines{"",
+                                                        "\\brdrdot",
+                                                        "\\brdrdash",
+                                                        "\\brdrs",
+                                                        "\\brdrdb",
+                                                        "\\brdrdashd",
+                                                        "\\brdrdashdd",
+                                                        "\\brdrengrave",
+                                                        "\\brdremboss",
+                                                        "\\brdrinset",
+                                                        "\\brdroutset"};
+    m_out += word;
+    m_out += lines[std::min(static_cast<std::size_t>(border.style), lines.size() - 1)];
+    const int width = Twips(border.width) / Lines_Of(static_cast<Line>(border.style));
+    Append_Word(m_out, "\\brdrw", std::clamp(width, 1, 255));
+    if (const int color = m_tables.Color_Number(border.brush))
+        Append_Word(m_out, "\\brdrcf", color);
+}
+
 void Writer::Write_Cell_Definition(const QTextTable &table, int row, int column, int right)
 {
     const QTextTableCell cell = table.cellAt(row, column);
@@ -105,17 +132,20 @@ void Writer::Write_Cell_Definition(const QTextTable &table, int row, int column,
         m_out += "\\clvertalc";
     else if (cell.format().verticalAlignment() == QTextCharFormat::AlignBottom)
         m_out += "\\clvertalb";
-    if (const int border = Twips(format.border());
-        border > 0 && format.borderStyle() != QTextFrameFormat::BorderStyle_None) {
-        for (const char *side : {"\\clbrdrt", "\\clbrdrl", "\\clbrdrb", "\\clbrdrr"}) {
-            m_out += side;
-            Append_Word(m_out, "\\brdrs\\brdrw", std::min(border, 255));
-            if (const int color = m_tables.Color_Number(format.borderBrush()))
-                Append_Word(m_out, "\\brdrcf", color);
-        }
-    }
+    static constexpr std::array<const char *, 4> sides{"\\clbrdrt", "\\clbrdrb", "\\clbrdrl", "\\clbrdrr"};
+    const Shown_Border whole{.style = format.borderStyle(), .width = format.border(), .brush = format.borderBrush()};
+    const QTextFormat own = cell.format();
+    for (std::size_t side = 0; side < sides.size(); ++side)
+        Write_Border(sides[side], Has_Border(own, side) ? Border_Of(own, side) : whole);
     if (const int back = m_tables.Color_Number(cell.format().background()))
         Append_Word(m_out, "\\clcbpat", back);
+    static constexpr std::array<const char *, 4> paddings{"\\clpadfl3\\clpadl", "\\clpadfb3\\clpadb",
+                                                          "\\clpadft3\\clpadt", "\\clpadfr3\\clpadr"};
+    // By Side: word processors agree that the words for top and left have changed places.
+    for (std::size_t side = 0; side < paddings.size(); ++side) {
+        if (const double padding = Border_Of(own, side).space; padding >= 0)
+            Append_Word(m_out, paddings[side], Twips(padding));
+    }
     Append_Width(m_out, "\\clftsWidth", "\\clwWidth", format.columnWidthConstraints().value(column));
     Append_Word(m_out, "\\cellx", right);
 }

@@ -7,7 +7,7 @@ namespace Rtf
 {
 namespace
 {
-constexpr int deepestNesting = 16;
+constexpr int deepestNesting = 8;    // QTextDocument's layout takes twice the time for each more
 constexpr int edgeTolerance = 20;    // edges nearer than this are one
 constexpr int defaultWidth = 1440;   // of a cell that no \cellx was given for
 constexpr int widestTable = 100'000; // twips; Word's own limit is 31,680
@@ -221,5 +221,46 @@ void Table_Stack::End_Row(int nesting, const Row_Definition &definition)
 Grid Lay_Out(const Model &model, const Table &table)
 {
     return Layout(model, table).Make();
+}
+
+std::optional<Border> Common_Border(const Grid &grid)
+{
+    // Edges between rows by row and column, then those between columns.
+    const auto columns = static_cast<std::size_t>(grid.columns), rows = static_cast<std::size_t>(grid.rows);
+    std::vector<Border> across((rows + 1) * columns), down(rows * (columns + 1));
+    std::vector<bool> hidden(across.size()), hiddenDown(down.size()); // inside merged cells
+    const auto draw = [](Border &edge, const Border &border) {
+        if (border.line != Line::None)
+            edge = border;
+    };
+    for (const Placement &cell : grid.cells) {
+        const auto top = static_cast<std::size_t>(cell.row), bottom = top + static_cast<std::size_t>(cell.rowSpan);
+        const auto left = static_cast<std::size_t>(cell.column);
+        const auto right = std::min(left + static_cast<std::size_t>(cell.columnSpan), columns);
+        const Borders &borders = cell.definition.borders;
+        for (std::size_t column = left; column < right; ++column) {
+            draw(across[top * columns + column], borders[Top]);
+            draw(across[bottom * columns + column], borders[Bottom]);
+            for (std::size_t row = top + 1; row < bottom; ++row)
+                hidden[row * columns + column] = true;
+        }
+        for (std::size_t row = top; row < bottom; ++row) {
+            draw(down[row * (columns + 1) + left], borders[Left_Side]);
+            draw(down[row * (columns + 1) + right], borders[Right_Side]);
+            for (std::size_t column = left + 1; column < right; ++column)
+                hiddenDown[row * (columns + 1) + column] = true;
+        }
+    }
+    const Border &first = across.front();
+    const auto differs = [&](const std::vector<Border> &edges, const std::vector<bool> &skipped) {
+        for (std::size_t i = 0; i < edges.size(); ++i) {
+            if (!skipped[i] && !(edges[i] == first))
+                return true;
+        }
+        return false;
+    };
+    if (differs(across, hidden) || differs(down, hiddenDown))
+        return {};
+    return first;
 }
 } // namespace Rtf

@@ -3,6 +3,8 @@
 
 #include "platform/richtext/rtf_model.h"
 
+#include <optional>
+
 namespace Rtf
 {
 /// Sorts finished paragraphs into the body, or into the cells of the tables that are open at the moment. RTF never
@@ -56,4 +58,8 @@ struct Grid {
 /// Lays the rows, each with edges of its own, over one grid. The grid stays in proportion to the cells given: rows
 /// that would make a huge and nearly empty grid get one column in which their cells follow each other.
 Grid Lay_Out(const Model &model, const Table &table);
+
+/// The border that every edge of the grid has, or nothing where edges differ. Neighbours share the edge between them,
+/// so it is enough that one of the two has it.
+std::optional<Border> Common_Border(const Grid &grid);
 } // namespace Rtf

@@ -23,9 +23,9 @@ constexpr std::array<signed char, 256> Make_Hex_Values()
     std::array<signed char, 256> values{};
     values.fill(-1);
     signed char value = 0;
-    for (const unsigned char digit : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'})
+    for (std::size_t digit = '0'; digit <= '9'; ++digit)
         values[digit] = value++;
-    for (const unsigned char letter : {'a', 'b', 'c', 'd', 'e', 'f'}) {
+    for (std::size_t letter = 'a'; letter <= 'f'; ++letter) {
         values[letter] = value;
         values[letter - ('a' - 'A')] = value++;
     }

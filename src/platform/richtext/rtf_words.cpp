@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <iterator>
 
 namespace Rtf
@@ -38,12 +39,24 @@ void Reader::Row_Number(int)
     m_row.*Field = Length();
 }
 
+namespace
+{
+/// What Border_Of takes: whose borders, and a bit for each side.
+constexpr int Of_Sides(auto owner, std::initializer_list<Side> sides)
+{
+    int mask = 0;
+    for (const Side side : sides)
+        mask |= 1 << side;
+    return static_cast<int>(owner) << 8 | mask;
+}
+} // namespace
+
 /// What control words mean (Rich Text Format 1.9.1, "Contents of an RTF File" and its appendix). A word that is not
 /// here changes nothing, and its group is skipped where \* stands before it.
 struct Words {
     using R = Reader;
     using D = Reader::Destination;
-    using T = Reader::Border_Target;
+    using O = Reader::Border_Owner;
     using K = Reader::Script_Kind;
     using C = Char_Style;
     using P = Para_Style;
@@ -71,22 +84,22 @@ struct Words {
         {"scaps", &R::Flag, Small_Caps},
         {"ul", &R::Set_Underline, int(Underline::Single)},
         {"ulnone", &R::Set_Underline, int(Underline::None)},
-        {"ulw", &R::Set_Underline, int(Underline::Single)},
-        {"uldb", &R::Set_Underline, int(Underline::Single)},
-        {"ulth", &R::Set_Underline, int(Underline::Single)},
+        {"ulw", &R::Set_Underline, int(Underline::Words)},
+        {"uldb", &R::Set_Underline, int(Underline::Double)},
+        {"ulth", &R::Set_Underline, int(Underline::Thick)},
         {"uld", &R::Set_Underline, int(Underline::Dot)},
-        {"ulthd", &R::Set_Underline, int(Underline::Dot)},
+        {"ulthd", &R::Set_Underline, int(Underline::Thick_Dot)},
         {"uldash", &R::Set_Underline, int(Underline::Dash)},
-        {"ulldash", &R::Set_Underline, int(Underline::Dash)},
-        {"ulthdash", &R::Set_Underline, int(Underline::Dash)},
-        {"ulthldash", &R::Set_Underline, int(Underline::Dash)},
+        {"ulldash", &R::Set_Underline, int(Underline::Long_Dash)},
+        {"ulthdash", &R::Set_Underline, int(Underline::Thick_Dash)},
+        {"ulthldash", &R::Set_Underline, int(Underline::Thick_Long_Dash)},
         {"uldashd", &R::Set_Underline, int(Underline::Dash_Dot)},
-        {"ulthdashd", &R::Set_Underline, int(Underline::Dash_Dot)},
+        {"ulthdashd", &R::Set_Underline, int(Underline::Thick_Dash_Dot)},
         {"uldashdd", &R::Set_Underline, int(Underline::Dash_Dot_Dot)},
-        {"ulthdashdd", &R::Set_Underline, int(Underline::Dash_Dot_Dot)},
+        {"ulthdashdd", &R::Set_Underline, int(Underline::Thick_Dash_Dot_Dot)},
         {"ulwave", &R::Set_Underline, int(Underline::Wave)},
-        {"ulhwave", &R::Set_Underline, int(Underline::Wave)},
-        {"ululdbwave", &R::Set_Underline, int(Underline::Wave)},
+        {"ulhwave", &R::Set_Underline, int(Underline::Heavy_Wave)},
+        {"ululdbwave", &R::Set_Underline, int(Underline::Double_Wave)},
         {"ulc", &R::Char_Number<&C::underlineColor>},
         {"super", &R::Set_Script, int(Script::Super)},
         {"up", &R::Set_Script, int(Script::Super)},
@@ -123,6 +136,47 @@ struct Words {
         {"tx", &R::Tab_Stop_At},
         {"ls", &R::List_Number},
         {"ilvl", &R::List_Depth},
+        {"brdrt", &R::Border_Of, Of_Sides(O::Paragraph, {Top})},
+        {"brdrb", &R::Border_Of, Of_Sides(O::Paragraph, {Bottom})},
+        {"brdrl", &R::Border_Of, Of_Sides(O::Paragraph, {Left_Side})},
+        {"brdrr", &R::Border_Of, Of_Sides(O::Paragraph, {Right_Side})},
+        {"box", &R::Border_Of, Of_Sides(O::Paragraph, {Top, Bottom, Left_Side, Right_Side})},
+        {"brdrbtw", &R::Border_Of, Of_Sides(O::Nothing, {})},
+        {"brdrbar", &R::Border_Of, Of_Sides(O::Nothing, {})},
+        {"chbrdr", &R::Border_Of, Of_Sides(O::Nothing, {})},
+        {"brdrw", &R::Border_Width},
+        {"brsp", &R::Border_Space},
+        {"brdrcf", &R::Border_Color},
+        {"brdrnone", &R::Border_Line, int(Line::None)},
+        {"brdrnil", &R::Border_Line, int(Line::None)},
+        {"brdrtbl", &R::Border_Line, int(Line::None)},
+        {"brdrs", &R::Border_Line, int(Line::Solid)},
+        {"brdrth", &R::Border_Line, int(Line::Solid)},
+        {"brdrsh", &R::Border_Line, int(Line::Solid)},
+        {"brdrhair", &R::Border_Line, int(Line::Solid)},
+        {"brdrwavy", &R::Border_Line, int(Line::Solid)},
+        {"brdrdot", &R::Border_Line, int(Line::Dotted)},
+        {"brdrdash", &R::Border_Line, int(Line::Dashed)},
+        {"brdrdashsm", &R::Border_Line, int(Line::Dashed)},
+        {"brdrdashd", &R::Border_Line, int(Line::Dot_Dash)},
+        {"brdrdashdotstr", &R::Border_Line, int(Line::Dot_Dash)},
+        {"brdrdashdd", &R::Border_Line, int(Line::Dot_Dot_Dash)},
+        {"brdrdb", &R::Border_Line, int(Line::Double)},
+        {"brdrtriple", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthsg", &R::Border_Line, int(Line::Double)},
+        {"brdrthtnsg", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthtnsg", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthmg", &R::Border_Line, int(Line::Double)},
+        {"brdrthtnmg", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthtnmg", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthlg", &R::Border_Line, int(Line::Double)},
+        {"brdrthtnlg", &R::Border_Line, int(Line::Double)},
+        {"brdrtnthtnlg", &R::Border_Line, int(Line::Double)},
+        {"brdrwavydb", &R::Border_Line, int(Line::Double)},
+        {"brdrengrave", &R::Border_Line, int(Line::Groove)},
+        {"brdremboss", &R::Border_Line, int(Line::Ridge)},
+        {"brdrinset", &R::Border_Line, int(Line::Inset)},
+        {"brdroutset", &R::Border_Line, int(Line::Outset)},
     };
 
     static constexpr Word_Row structure[] = {
@@ -151,12 +205,15 @@ struct Words {
         {"list", &R::Begin_List},
         {"listlevel", &R::Begin_Level},
         {"levelnfc", &R::Level_Kind},
+        {"levelnfcn", &R::Level_Kind},
+        {"levelstartat", &R::Level_Start},
         {"leveltext", &R::To_Destination, int(D::Level_Text)},
         {"levelnumbers", &R::Skip_Group},
         {"listname", &R::Skip_Group},
         {"listid", &R::List_Id},
         {"listoverridetable", &R::To_Destination, int(D::Nothing)},
         {"listoverride", &R::Begin_Override},
+        {"lfolevel", &R::Begin_Override_Level},
         // what is not part of the text
         {"info", &R::Skip_Group},
         {"header", &R::Skip_Group},
@@ -188,6 +245,8 @@ struct Words {
         {"par", &R::Paragraph_Mark},
         {"page", &R::Page_Break},
         {"sect", &R::Section},
+        {"sbknone", &R::Same_Page},
+        {"sbkcol", &R::Same_Page},
         {"line", &R::Character, 0x2028},
         {"tab", &R::Character, '\t'},
         {"emdash", &R::Character, 0x2014},
@@ -220,6 +279,7 @@ struct Words {
         {"pnucrm", &R::Old_List_Kind, 1},
         {"pnlcrm", &R::Old_List_Kind, 2},
         {"pnucltr", &R::Old_List_Kind, 3},
+        {"pnstart", &R::Old_List_Start},
         {"pnlcltr", &R::Old_List_Kind, 4},
         {"pntxtb", &R::To_Destination, int(D::Old_List_Before)},
         {"pntxta", &R::To_Destination, int(D::Old_List_After)},
@@ -255,6 +315,10 @@ struct Words {
         {"pichgoal", &R::Picture_Number<&S::goalHeight>},
         {"picscalex", &R::Picture_Number<&S::scaleX>},
         {"picscaley", &R::Picture_Number<&S::scaleY>},
+        {"piccropl", &R::Picture_Number<&S::cropLeft>},
+        {"piccropt", &R::Picture_Number<&S::cropTop>},
+        {"piccropr", &R::Picture_Number<&S::cropRight>},
+        {"piccropb", &R::Picture_Number<&S::cropBottom>},
         {"wbmbitspixel", &R::Picture_Number<&S::bitsPerPixel>},
         {"wbmwidthbytes", &R::Picture_Number<&S::rowBytes>},
         // tables
@@ -287,30 +351,22 @@ struct Words {
         {"trqr", &R::Row_Align, int(Align::Right)},
         {"trqc", &R::Row_Align, int(Align::Center)},
         {"trhdr", &R::Row_Header},
-        {"clbrdrl", &R::Border_Of, int(T::Cell)},
-        {"clbrdrt", &R::Border_Of, int(T::Cell)},
-        {"clbrdrr", &R::Border_Of, int(T::Cell)},
-        {"clbrdrb", &R::Border_Of, int(T::Cell)},
-        {"trbrdrl", &R::Border_Of, int(T::Row)},
-        {"trbrdrt", &R::Border_Of, int(T::Row)},
-        {"trbrdrr", &R::Border_Of, int(T::Row)},
-        {"trbrdrb", &R::Border_Of, int(T::Row)},
-        {"trbrdrh", &R::Border_Of, int(T::Row)},
-        {"trbrdrv", &R::Border_Of, int(T::Row)},
-        {"brdrt", &R::Border_Of, int(T::None)},
-        {"brdrb", &R::Border_Of, int(T::None)},
-        {"brdrl", &R::Border_Of, int(T::None)},
-        {"brdrr", &R::Border_Of, int(T::None)},
-        {"box", &R::Border_Of, int(T::None)},
-        {"chbrdr", &R::Border_Of, int(T::None)},
-        {"brdrs", &R::Border_Line, 1},
-        {"brdrth", &R::Border_Line, 1},
-        {"brdrdb", &R::Border_Line, 1},
-        {"brdrdot", &R::Border_Line, 1},
-        {"brdrdash", &R::Border_Line, 1},
-        {"brdrhair", &R::Border_Line, 1},
-        {"brdrw", &R::Border_Width},
-        {"brdrcf", &R::Border_Color},
+        {"clpadl", &R::Cell_Padding, Top}, // word processors agree that these two have changed places
+        {"clpadt", &R::Cell_Padding, Left_Side},
+        {"clpadb", &R::Cell_Padding, Bottom},
+        {"clpadr", &R::Cell_Padding, Right_Side},
+        {"clbrdrt", &R::Border_Of, Of_Sides(O::Cell, {Top})},
+        {"clbrdrb", &R::Border_Of, Of_Sides(O::Cell, {Bottom})},
+        {"clbrdrl", &R::Border_Of, Of_Sides(O::Cell, {Left_Side})},
+        {"clbrdrr", &R::Border_Of, Of_Sides(O::Cell, {Right_Side})},
+        {"trbrdrt", &R::Border_Of, Of_Sides(O::Row, {Top})},
+        {"trbrdrb", &R::Border_Of, Of_Sides(O::Row, {Bottom})},
+        {"trbrdrl", &R::Border_Of, Of_Sides(O::Row, {Left_Side})},
+        {"trbrdrr", &R::Border_Of, Of_Sides(O::Row, {Right_Side})},
+        {"trbrdrh", &R::Border_Of, Of_Sides(O::Row, {Top, Bottom})},
+        {"trbrdrv", &R::Border_Of, Of_Sides(O::Row, {Left_Side, Right_Side})},
+        {"cldglu", &R::Border_Of, Of_Sides(O::Nothing, {})},
+        {"cldgll", &R::Border_Of, Of_Sides(O::Nothing, {})},
     };
 };
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_writer.h"
 
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
 #include "platform/richtext/rich_text.h"
+#include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
 #include "platform/richtext/rtf_model.h"
 #include "platform/richtext/rtf_pictures.h"
@@ -18,6 +21,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -93,25 +97,16 @@ double Point_Size(const QTextCharFormat &format, const QFont &font)
     return format.hasProperty(QTextFormat::FontPointSize) ? own : own * factors[std::clamp(step + 2, 0, 6)];
 }
 
-const char *Underline_Word(QTextCharFormat::UnderlineStyle style)
+const char *Underline_Word(const QTextCharFormat &format)
 {
-    switch (style) {
-    case QTextCharFormat::NoUnderline:
-        return "";
-    case QTextCharFormat::DashUnderline:
-        return "\\uldash";
-    case QTextCharFormat::DotLine:
-        return "\\uld";
-    case QTextCharFormat::DashDotLine:
-        return "\\uldashd";
-    case QTextCharFormat::DashDotDotLine:
-        return "\\uldashdd";
-    case QTextCharFormat::WaveUnderline:
-    case QTextCharFormat::SpellCheckUnderline:
-        return "\\ulwave";
-    default:
-        return "\\ul";
-    }
+    const auto style = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline ? QTextCharFormat::WaveUnderline
+                                                                                       : format.underlineStyle();
+    const auto kept = static_cast<std::size_t>(format.intProperty(Rich_Text::Underline_Property));
+    if (kept < std::size(Underline_Rows) && Underline_Rows[kept].style == style)
+        return Underline_Rows[kept].word;
+    const auto *row = std::find_if(std::begin(Underline_Rows), std::end(Underline_Rows),
+                                   [&](const Underline_Row &each) { return each.style == style; });
+    return row->word;
 }
 
 void Append_If(QByteArray &out, const char *word, int number)
@@ -195,24 +190,44 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
         m_out += "\\intbl";
         Append_Word(m_out, "\\itap", nesting);
     }
-    if (format.layoutDirection() == Qt::RightToLeft)
+    const bool isLeftward = format.layoutDirection() == Qt::RightToLeft;
+    if (isLeftward)
         m_out += "\\rtlpar";
     const Qt::Alignment align = format.alignment();
-    m_out += align & Qt::AlignRight     ? "\\qr"
-             : align & Qt::AlignHCenter ? "\\qc"
-             : align & Qt::AlignJustify ? "\\qj"
-                                        : "";
+    const bool isMirrored = isLeftward && !(align & Qt::AlignAbsolute);
+    m_out += align & Qt::AlignHCenter                     ? "\\qc"
+             : align & Qt::AlignJustify                   ? "\\qj"
+             : bool(align & Qt::AlignRight) != isMirrored ? "\\qr"
+             : isLeftward                                 ? "\\ql"
+                                                          : "";
     Write_Indents(block);
     Append_If(m_out, "\\ri", Twips(format.rightMargin()));
     Append_If(m_out, "\\sb", Twips(format.topMargin()));
     Append_If(m_out, "\\sa", Twips(format.bottomMargin()));
     m_out += Line_Height_Words(format) + Tab_Words(format);
-    Append_If(m_out, "\\cbpat", m_tables.Color_Number(format.background()));
+    Write_Paragraph_Borders(format);
     if (format.headingLevel() > 0)
         Append_Word(m_out, "\\outlinelevel", format.headingLevel() - 1);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_out += "\\pagebb";
     m_afterWord = m_out.back() != '}';
+}
+
+/// A horizontal rule is a paragraph with a line below it; its background is the line's colour.
+void Writer::Write_Paragraph_Borders(const QTextBlockFormat &format)
+{
+    if (format.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth))
+        return Write_Border(
+            "\\brdrb",
+            {.style = QTextFrameFormat::BorderStyle_Solid, .width = 1, .space = 0, .brush = format.background()});
+    static constexpr std::array<const char *, 4> sides{"\\brdrt", "\\brdrb", "\\brdrl", "\\brdrr"};
+    for (std::size_t side = 0; side < sides.size(); ++side) {
+        const Shown_Border border = Border_Of(format, side);
+        Write_Border(sides[side], border);
+        if (border.Is_Line())
+            Append_If(m_out, "\\brsp", Twips(border.space));
+    }
+    Append_If(m_out, "\\cbpat", m_tables.Color_Number(format.background()));
 }
 
 void Writer::Write_Indents(const QTextBlock &block)
@@ -226,10 +241,11 @@ void Writer::Write_Indents(const QTextBlock &block)
         Append_If(m_out, "\\li", left);
         return;
     }
-    QByteArray label;
-    Append_Escaped(label, Item_Label(*list, ++m_itemCounts[list]));
-    Append_Word(m_out, "\\ls", m_tables.List_Number(*list));
-    Append_Word(m_out, "\\ilvl", List_Level_Of(*list));
+    QByteArray label; // what readers show that know no lists
+    Append_Escaped(label, Rich_Text::Item_Label(*list, ++m_itemCounts[list]));
+    const List_Tables::Place place = m_tables.Lists().Place_Of(*list);
+    Append_Word(m_out, "\\ls", place.number);
+    Append_Word(m_out, "\\ilvl", place.level);
     Append_Word(m_out, "\\fi", first - 360);
     Append_Word(m_out, "\\li", left + Twips_Per_List_Indent * std::max(1, list->format().indent()));
     m_out += "{\\listtext " + label + "\\tab}";
@@ -308,7 +324,7 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
                                    {font.capitalization() == QFont::SmallCaps, "\\scaps"},
                                    {script == QTextCharFormat::AlignSuperScript, "\\super"},
                                    {script == QTextCharFormat::AlignSubScript, "\\sub"},
-                                   {true, Underline_Word(format.underlineStyle())}};
+                                   {true, Underline_Word(format)}};
     for (const Property &property : properties) {
         if (property.isSet)
             out += property.word;
@@ -326,6 +342,25 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
     return out;
 }
 
+/// @param shown in pixels  @param part what is shown of the picture, or empty for all of it
+void Writer::Write_Picture_Size(const QSizeF &shown, const QRectF &part)
+{
+    if (part.isEmpty()) {
+        Append_Word(m_out, "\\picwgoal", Twips(shown.width()));
+        Append_Word(m_out, "\\pichgoal", Twips(shown.height()));
+        return;
+    }
+    const int width = Twips(shown.width() / part.width()), height = Twips(shown.height() / part.height());
+    Append_Word(m_out, "\\picwgoal", width);
+    Append_Word(m_out, "\\pichgoal", height);
+    const int left = static_cast<int>(std::lround(width * part.left()));
+    const int top = static_cast<int>(std::lround(height * part.top()));
+    Append_If(m_out, "\\piccropl", left);
+    Append_If(m_out, "\\piccropt", top);
+    Append_If(m_out, "\\piccropr", width - left - Twips(shown.width()));
+    Append_If(m_out, "\\piccropb", height - top - Twips(shown.height()));
+}
+
 void Writer::Write_Picture(const QTextImageFormat &format)
 {
     QByteArray bytes = Bytes_Of(m_document.resource(QTextDocument::ImageResource, QUrl(format.name())));
@@ -336,8 +371,7 @@ void Writer::Write_Picture(const QTextImageFormat &format)
     m_out += kind;
     Append_Word(m_out, "\\picw", std::max(0, own.isValid() ? own.width() : 0));
     Append_Word(m_out, "\\pich", std::max(0, own.isValid() ? own.height() : 0));
-    Append_Word(m_out, "\\picwgoal", Twips(shown.width()));
-    Append_Word(m_out, "\\pichgoal", Twips(shown.height()));
+    Write_Picture_Size(shown, format.property(Rich_Text::Picture_Part).toRectF());
     constexpr qsizetype bytesPerLine = 64;
     for (qsizetype at = 0; at < bytes.size(); at += bytesPerLine)
         m_out += "\r\n" + bytes.mid(at, bytesPerLine).toHex();

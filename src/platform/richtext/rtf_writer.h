@@ -6,9 +6,12 @@
 #include <QRgb>
 #include <QStringList>
 
+#include <array>
 #include <vector>
 
 class QBrush;
+class QRectF;
+class QSizeF;
 class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
@@ -21,6 +24,30 @@ class QTextTableCell;
 
 namespace Rtf
 {
+/// The lists of a document, as they are met in its text. Lists of one family become levels of one list of RTF, where
+/// an item of a lower level makes the higher ones begin anew.
+class List_Tables
+{
+public:
+    struct Place {
+        int number; ///< \ls
+        int level;  ///< \ilvl
+    };
+    Place Place_Of(const QTextList &list);
+    QByteArray Bytes() const;
+
+private:
+    struct Written_List {
+        std::array<const QTextList *, 9> levels{};
+        std::array<const QTextList *, 9> open{};
+    };
+    int New_Number();
+
+    std::vector<Written_List> m_lists;
+    QHash<const QTextList *, int> m_numbers; ///< of lists without a family
+    QHash<int, int> m_families;              ///< the number that a family has at present
+};
+
 /// Fonts, colours and lists of a document, gathered while its text is written; they stand before the text.
 class Header_Tables
 {
@@ -29,20 +56,16 @@ public:
     /// Number of a brush's colour, 0 for none. @param solid on a background, where only a full pattern counts
     int Color_Number(const QBrush &brush);
     int Color_Number(QRgb color);
-    /// The \ls number of a list.
-    int List_Number(const QTextList &list);
+    List_Tables &Lists() { return m_lists; }
 
     QByteArray Bytes() const;
 
 private:
-    QByteArray List_Bytes() const;
-
     QStringList m_fonts;
     QHash<QString, int> m_fontNumbers;
     std::vector<QRgb> m_colors;
     QHash<QRgb, int> m_colorNumbers;
-    std::vector<const QTextList *> m_lists;
-    QHash<const QTextList *, int> m_listNumbers;
+    List_Tables m_lists;
 };
 
 /// Text as RTF in ASCII: what is not ASCII becomes \uN with "?" for readers that know no Unicode.
@@ -51,10 +74,8 @@ void Append_Escaped(QByteArray &out, QStringView text);
 void Append_Word(QByteArray &out, const char *word, int number);
 /// Pixels of a document as twips.
 int Twips(double pixels);
-/// A list's level, from 0, as RTF has them.
-int List_Level_Of(const QTextList &list);
-/// What stands before an item in readers that know no lists.
-QString Item_Label(const QTextList &list, int number);
+
+struct Shown_Border;
 
 /// Writes one document.
 class Writer
@@ -68,9 +89,11 @@ private:
     void Write_Block(const QTextBlock &block, int nesting, const char *end);
     void Write_Block_Properties(const QTextBlock &block, int nesting);
     void Write_Indents(const QTextBlock &block);
+    void Write_Paragraph_Borders(const QTextBlockFormat &format);
     void Write_Fragments(const QTextBlock &block);
     void Write_Text(const QString &text, const QTextCharFormat &format);
     void Write_Picture(const QTextImageFormat &format);
+    void Write_Picture_Size(const QSizeF &shown, const QRectF &part);
     void Select(const QTextCharFormat &format);
     QByteArray Char_Properties(const QTextCharFormat &format);
     void Switch_Link(const QString &target);
@@ -78,6 +101,7 @@ private:
     void Write_Table(const QTextTable &table, int nesting);
     void Write_Row_Definition(const QTextTable &table, int row);
     void Write_Cell(const QTextTable &table, int row, int column, int nesting);
+    void Write_Border(const char *word, const Shown_Border &border);
     void Write_Cell_Definition(const QTextTable &table, int row, int column, int right);
 
     const QTextDocument &m_document;

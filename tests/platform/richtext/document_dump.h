@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
+
 #include <QCryptographicHash>
 #include <QFont>
 #include <QStringList>
@@ -63,22 +66,50 @@ private:
                 If(format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore, "page");
         for (const QTextOption::Tab &tab : format.tabPositions())
             line += Number("tab", tab.position) + QStringLiteral("/%1").arg(tab.type);
+        line += If(format.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth), "rule") + Borders(format);
         if (const QTextList *list = block.textList())
-            line += List(*list);
+            line += List(*list, block);
         m_lines += m_indent + line + QLatin1String(": ") + Runs(block);
     }
 
-    QString List(const QTextList &list)
+    /// Lines and paddings of a paragraph or a cell.
+    static QString Borders(const QTextFormat &format)
+    {
+        QString line;
+        for (int side = 0; side < 4; ++side) {
+            static const char *const names[] = {"top", "bottom", "left", "right"};
+            const auto has = [&](int first) {
+                return format.hasProperty(first + side);
+            };
+            if (has(QTextFormat::TableCellTopBorderStyle))
+                line += Number(names[side], format.doubleProperty(QTextFormat::TableCellTopBorder + side)) +
+                        QStringLiteral("/%1").arg(format.intProperty(QTextFormat::TableCellTopBorderStyle + side)) +
+                        Color("", format.brushProperty(QTextFormat::TableCellTopBorderBrush + side));
+            if (has(QTextFormat::TableCellTopPadding))
+                line += QStringLiteral("+%1").arg(format.doubleProperty(QTextFormat::TableCellTopPadding + side));
+        }
+        return line;
+    }
+
+    QString List(const QTextList &list, const QTextBlock &block)
     {
         if (!m_lists.contains(&list))
             m_lists.append(&list);
         const QTextListFormat format = list.format();
         const bool numbered = format.style() <= QTextListFormat::ListDecimal;
+        const bool hasSuffix = format.hasProperty(QTextFormat::ListNumberSuffix);
+        if (format.style() == Rich_Text::Kept_Labels)
+            return QStringLiteral(" list%1(%2,%3)")
+                .arg(m_lists.indexOf(&list) + 1)
+                .arg(format.indent())
+                .arg(Rich_Text::Item_Label(block));
         return QStringLiteral(" list%1(%2,%3%4)")
             .arg(m_lists.indexOf(&list) + 1)
             .arg(format.style())
             .arg(format.indent())
-            .arg(numbered ? QStringLiteral(",%1#%2").arg(format.numberPrefix(), format.numberSuffix()) : QString());
+            .arg(numbered ? QStringLiteral(",%1#%2").arg(format.numberPrefix(),
+                                                         hasSuffix ? format.numberSuffix() : QStringLiteral("."))
+                          : QString());
     }
 
     QString Runs(const QTextBlock &block)
@@ -108,7 +139,8 @@ private:
                If(format.verticalAlignment() == QTextCharFormat::AlignSuperScript, "super") +
                If(format.verticalAlignment() == QTextCharFormat::AlignSubScript, "sub");
         if (format.underlineStyle() != QTextCharFormat::NoUnderline)
-            all += QStringLiteral(" u%1").arg(format.underlineStyle());
+            all += QStringLiteral(" u%1").arg(format.underlineStyle()) +
+                   Number("kind", format.intProperty(Rich_Text::Underline_Property));
         if (format.underlineColor().isValid())
             all += Color("u", format.underlineColor());
         all += Color("color", format.foreground()) + Color("back", format.background());
@@ -121,8 +153,15 @@ private:
     {
         const QVariant resource = m_document.resource(QTextDocument::ImageResource, QUrl(format.name()));
         const QByteArray hash = QCryptographicHash::hash(resource.toByteArray(), QCryptographicHash::Md5);
-        return QStringLiteral("<picture%1%2 %3>")
-            .arg(Number("w", format.width()), Number("h", format.height()), QLatin1String(hash.toHex().left(8)));
+        const QRectF part = format.property(Rich_Text::Picture_Part).toRectF();
+        const QString cut = part.isEmpty() ? QString()
+                                           : QStringLiteral(" %1,%2,%3,%4")
+                                                 .arg(part.x(), 0, 'f', 2)
+                                                 .arg(part.y(), 0, 'f', 2)
+                                                 .arg(part.width(), 0, 'f', 2)
+                                                 .arg(part.height(), 0, 'f', 2);
+        return QStringLiteral("<picture%1%2%3 %4>")
+            .arg(Number("w", format.width()), Number("h", format.height()), cut, QLatin1String(hash.toHex().left(8)));
     }
 
     void Table(const QTextTable &table)
@@ -151,7 +190,8 @@ private:
             line += QStringLiteral(" %1x%2").arg(cell.rowSpan()).arg(cell.columnSpan());
         line += Color("back", cell.format().background()) +
                 If(cell.format().verticalAlignment() == QTextCharFormat::AlignMiddle, "middle") +
-                If(cell.format().verticalAlignment() == QTextCharFormat::AlignBottom, "bottom");
+                If(cell.format().verticalAlignment() == QTextCharFormat::AlignBottom, "bottom") +
+                Borders(cell.format());
         m_lines += m_indent + line;
         m_indent += QLatin1Char(' ');
         Frame(cell.begin(), cell.end());

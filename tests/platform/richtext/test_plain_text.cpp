@@ -38,6 +38,45 @@ private slots:
         QTEST(Rich_Text::Decode_Plain(bytes), "text");
     }
 
+    /// What was read is written back byte for byte, and after an edit in the same form if it holds the text.
+    void saved_as_it_was_read_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("edited"); // with U+20000 before it
+        const auto row = [](const char *name, const QByteArray &bytes, const QByteArray &edited) {
+            QTest::newRow(name) << bytes << edited;
+        };
+        row("UTF-8", "a\xC2\xA0中\n\n", "𠀀a\xC2\xA0中\n\n");
+        row("mark, returns and feeds", "\xEF\xBB\xBF中\r\nb\r\n", "\xEF\xBB\xBF𠀀中\r\nb\r\n");
+        row("GB18030, returns", "\xD6\xD0\r\xCE\xC4", "\x95\x32\x82\x36\xD6\xD0\r\xCE\xC4");
+        row("UTF-16", QByteArray("\xFF\xFE-N\n\0", 6), QByteArray("\xFF\xFE\x40\xD8\x00\xDC-N\n\0", 10));
+        row("UTF-16 that would not be known again", QByteArray("\0a", 2), "\xEF\xBB\xBF𠀀a");
+    }
+
+    void saved_as_it_was_read()
+    {
+        QFETCH(QByteArray, bytes);
+        QTemporaryDir directory;
+        const QString path = directory.filePath(u"a.txt"_qs);
+        const auto stored = [&] {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+        QTextDocument document;
+        Rich_Text::Load_File(path, Rich_Text::Format::Plain, document);
+        Rich_Text::Save_File(path, Rich_Text::Format::Plain, document);
+        QCOMPARE(stored(), bytes);
+        QTextCursor(&document).insertText(u"\U00020000"_qs);
+        Rich_Text::Save_File(path, Rich_Text::Format::Plain, document);
+        QTEST(stored(), "edited");
+        document.setPlainText(u"中\n"_qs); // no longer what was read
+        Rich_Text::Save_File(path, Rich_Text::Format::Plain, document);
+        QCOMPARE(stored(), QByteArray("中\n"));
+    }
+
     void files_data()
     {
         QTest::addColumn<Rich_Text::Format>("format");

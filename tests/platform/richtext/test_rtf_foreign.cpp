@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/list_labels.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QBuffer>
@@ -11,7 +12,6 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QTextList>
 #include <QTextTable>
 
 #include <algorithm>
@@ -101,27 +101,12 @@ QByteArray Bytes(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// An item's label of letters, before Qt mirrors its signs for text from right to left.
-QString Numbered(const QTextList &list, const QTextBlock &block)
-{
-    const QTextListFormat format = list.format();
-    return format.numberPrefix() + QChar(u'a' + list.itemNumber(block)) + format.numberSuffix();
-}
-
 /// The text with the labels of lists, without blanks and pictures.
 QString Essence(const QTextDocument &document)
 {
     QString text;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        if (const QTextList *list = block.textList()) {
-            const auto style = list->format().style();
-            text += style == QTextListFormat::ListDisc     ? u"•"_qs
-                    : style == QTextListFormat::ListCircle ? u"◦"_qs
-                    : style == QTextListFormat::ListSquare ? u"▪"_qs
-                                                           : Numbered(*list, block);
-        }
-        text += block.text();
-    }
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        text += Rich_Text::Item_Label(block) + block.text();
     return text;
 }
 

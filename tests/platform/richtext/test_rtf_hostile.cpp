@@ -65,6 +65,22 @@ private slots:
         }
     }
 
+    /// Each table in a table doubles the time that a layout takes.
+    void deep_tables_can_be_laid_out()
+    {
+        QByteArray deep;
+        for (int depth = 1; depth <= 22; ++depth)
+            deep += "\\trowd\\cellx3000\\pard\\intbl\\itap" + QByteArray::number(depth) + " a\\par";
+        QTextDocument document;
+        QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 " + QByteArray(deep + "\\pard b\\par").repeated(4) + "}", document));
+        QElapsedTimer timer;
+        timer.start();
+        document.setTextWidth(500);
+        QVERIFY(document.size().height() > 0);
+        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(document.toPlainText().count(u'a'), 4 * 22);
+    }
+
     void large_data()
     {
         QTest::addColumn<QByteArray>("body");

@@ -28,14 +28,23 @@ const QByteArray fonts =
     "{\\f2\\fcharset128 MS Gothic;}{\\f3\\fcharset204 Cyr;}{\\f4\\fcharset136 Ming;}"
     "{\\f5\\fcharset129 Batang;}{\\f6\\fcharset238{\\*\\falt Other}East;}{\\f7\\fcharset161 Greek;}"
     "{\\f8\\fcharset178 Arabic;}{\\f9\\fcharset2 Symbol;}{\\f10\\fcharset1 Any;}"
-    "{\\f11\\fnil\\cpg850 Dos;}}";
+    "{\\f11\\fnil\\cpg850 Dos;}{\\f12\\fcharset2 Wingdings;}}";
 const QByteArray colors = "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}";
 const QByteArray lists =
     "{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\u-3913 ?;}{\\levelnumbers;}\\fi-360\\li720}"
     "{\\listlevel\\levelnfc4{\\leveltext\\'03(\\'01);}{\\levelnumbers\\'02;}\\fi-360\\li1440}\\listid77}"
-    "{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}\\fi-360\\li720}\\listid78}}"
+    "{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}\\fi-360\\li720}\\listid78}"
+    "{\\list{\\listlevel\\levelnfc1\\levelstartat4{\\leveltext\\'02\\'00.;}}{\\listlevel\\levelnfc0{\\leveltext\\'03\\'"
+    "00-\\'01;}}"
+    "{\\listlevel\\levelnfc0{\\leveltext\\'05\\'00-\\'01.\\'02;}}\\listid79}"
+    "{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\u-3880 ?;}\\f12}{\\listlevel\\levelnfc23{\\leveltext\\'01o;}}"
+    "{\\listlevel\\levelnfc37{\\leveltext\\'02\\'02\\u12289?;}}{\\listlevel\\levelnfc22{\\leveltext\\'02\\u31532?\\'03;"
+    "}}"
+    "{\\listlevel\\levelnfc0{\\leveltext\\'00;}}\\listid80}}"
     "{\\*\\listoverridetable{\\listoverride\\listid77\\listoverridecount0\\ls1}"
-    "{\\listoverride\\listid78\\listoverridecount0\\ls5}}";
+    "{\\listoverride\\listid78\\listoverridecount0\\ls5}{\\listoverride\\listid79\\listoverridecount0\\ls6}"
+    "{\\listoverride\\listid79\\listoverridecount1{\\lfolevel\\listoverridestartat\\levelstartat30}\\ls7}"
+    "{\\listoverride\\listid80\\listoverridecount0\\ls8}}";
 
 QByteArray Whole(const QByteArray &body)
 {
@@ -79,8 +88,12 @@ void Test_Rtf_Reader::text_data()
     row("hidden text", "a{\\v secret}b", u"ab"_qs);
     row("unknown words and groups", "a\\foo12 b{\\*\\bar c {d}}{\\foo e}", u"abe"_qs);
     row("\\bin holds anything", "a{\\*\\bar\\bin3 }}}}b", u"ab"_qs);
+    row("sign by its number",
+        "{\\field{\\*\\fldinst SYMBOL 183 \\\\f \"Symbol\" \\\\s 9}{\\fldrslt\\f9\\fs18}}"
+        "{\\field{\\*\\fldinst{SYMBOL 0x4E2D \\\\u}}}{\\field{\\*\\fldinst SYMBOL 233}{\\fldrslt ?}}",
+        u"•中é"_qs);
     row("field's result", "{\\field{\\*\\fldinst PAGE}{\\fldrslt 7}}.", u"7."_qs);
-    row("footnote", "a{\\footnote\\pard one\\par two}b", u"a [one two]b"_qs);
+    row("footnote", "a{\\footnote\\pard\\tab  one\\par two}b", u"a [one two]b"_qs);
     row("header and information", "{\\header h\\par}{\\info{\\title t}}a", u"a"_qs);
     row("text of a shape", "{\\shp{\\*\\shpinst{\\sp{\\sn a}{\\sv 1}}{\\shptxt in\\par}}{\\shprslt in}}out",
         u"in\nout"_qs);
@@ -103,13 +116,13 @@ void Test_Rtf_Reader::looks_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("dump");
-    const auto row = [](const char *name, const char *body, const QString &dump) {
-        QTest::newRow(name) << QByteArray(body) << dump;
+    const auto row = [](const char *name, const QByteArray &body, const QString &dump) {
+        QTest::newRow(name) << body << dump;
     };
     row("attributes", "\\b b\\b0{\\i i}\\strike s\\plain\\super u\\nosupersub\\sub d\\plain\\fs40 z",
         u"P: {b}b{i}i{strike}s{super}u{sub}d{20pt}z"_qs);
     row("underlines", "\\ul a\\uldash b\\uld c\\uldashd d\\uldashdd e\\ulwave f\\uldb g\\ulnone h",
-        u"P: {u1}a{u2}b{u3}c{u4}d{u5}e{u6}f{u1}g{}h"_qs);
+        u"P: {u1}a{u2}b{u3}c{u4}d{u5}e{u6}f{u1 kind=7}g{}h"_qs);
     row("colours", "\\cf1 r\\cf2\\highlight1 b\\cf0\\highlight0 n\\chcbpat2 c",
         u"P: {color=#ff0000}r{color=#0000ff back=#ff0000}b{}n{back=#0000ff}c"_qs);
     row("fonts", "\\f1 a\\f2 b\\f6 c", u"P: {宋体}a{MS Gothic}b{East}c"_qs);
@@ -129,7 +142,9 @@ void Test_Rtf_Reader::looks_data()
         u"P right left=10 right=20 first=-10 before=30 after=40 line=150/1: a\nP justify line=20/2 back=#ff0000 rtl: "
         u"b\n"
         u"P heading=2 page tab=100/0 tab=200/1: c\nP: d"_qs);
-    row("page break", "a\\page b", u"P: a\nP page: b"_qs);
+    row("alignment from right to left", "\\rtlpar a\\par\\qr b\\par\\ql c\\par\\pard\\ql d",
+        u"P rtl: a\nP rtl: b\nP right rtl: c\nP: d"_qs);
+    row("page breaks", "a\\page b\\par\\sect\\sectd\\sbknone c\\sect\\sectd d", u"P: a\nP page: b\nP: c\nP page: d"_qs);
     row("lists of two levels",
         "\\pard\\ls1\\ilvl0\\fi-360\\li720 a\\par\\ilvl1\\li1440 b\\par c\\par\\ilvl0\\li720 d\\par\\ilvl1\\li1440 "
         "e\\par"
@@ -141,6 +156,16 @@ void Test_Rtf_Reader::looks_data()
         "\\pard{\\pntext\\f9\\'b7\\tab}{\\*\\pn\\pnlvlblt\\pnf9\\pnindent0{\\pntxtb\\'b7}}\\fi-200\\li200 a\\par"
         "{\\pntext\\'b7}b\\par\\pard c\\par\\pard{\\*\\pn\\pnlvlbody\\pndec{\\pntxta )}}d\\par e",
         u"P list1(-1,1): a\nP list1(-1,1): b\nP: c\nP list2(-4,1,#)): d\nP list2(-4,1,#)): e"_qs);
+    row("numbers of several levels",
+        "\\pard\\ls6\\ilvl0 a\\par b\\par\\ilvl1 c\\par d\\par\\pard between\\par\\pard\\ls6\\ilvl2 e\\par\\ilvl0 "
+        "f\\par\\ilvl1 g\\par\\pard\\ls7 h",
+        u"P list1(1,IV.): a\nP list1(1,V.): b\nP list2(2,V-1): c\nP list2(2,V-2): d\nP: between\n"
+        u"P list3(3,V-2.1): e\nP list1(1,VI.): f\nP list4(2,VI-1): g\nP list5(1,XXX.): h"_qs);
+    row("other signs and numbers",
+        "\\pard\\ls8\\ilvl0 a\\par\\ilvl1 b\\par\\ilvl2 c\\par\\ilvl3 d\\par\\ilvl4 e\\par"
+        "\\pard{\\*\\pn\\pnlvlbody\\pndec\\pnstart4{\\pntxta )}}f\\par g",
+        u"P list1(1,➢): a\nP list2(-2,2): b\nP list3(3,一、): c\nP list4(4,第01): d\nP: e\n"
+        u"P list5(1,4)): f\nP list5(1,5)): g"_qs);
     row("link",
         "{\\field{\\*\\fldinst{HYPERLINK \"http://a.b/c\" \\\\o \"tip\"}}{\\fldrslt{\\ul x}}}y"
         "{\\field{\\*\\fldinst HYPERLINK \\\\l \"here\"}{\\fldrslt z}}",
@@ -155,9 +180,21 @@ void Test_Rtf_Reader::looks_data()
     row("rows with edges of their own",
         "\\trowd\\cellx3000\\intbl a\\cell\\row\\trowd\\cellx1500\\cellx3005\\intbl b\\cell c\\cell\\row",
         u"P: \nT 2x2 w100/1 w100/1\nC 0,0 1x2\n P: a\nC 1,0\n P: b\nC 1,1\n P: c\nP: "_qs);
-    row("borders and padding",
-        "x\\par\\trowd\\trgaph75\\trhdr\\trqc\\clbrdrt\\brdrs\\brdrw30\\brdrcf2\\cellx1500\\intbl a\\cell\\row\\pard y",
-        u"P: x\nT 1x1 border=2 padding=5 header=1 center line=#0000ff w100/1\nC 0,0\n P: a\nP: y"_qs);
+    const QByteArray line = "\\brdrs\\brdrw30\\brdrcf2";
+    const QByteArray box = "\\clbrdrt" + line + "\\clbrdrl" + line + "\\clbrdrb" + line + "\\clbrdrr" + line;
+    row("a table's borders and padding",
+        "x\\par\\trowd\\trgaph75\\trhdr\\trqc" + box + "\\cellx1500" + QByteArray(box).replace("\\clbrdrl" + line, "") +
+            "\\cellx3000\\intbl a\\cell b\\cell\\row\\pard y",
+        u"P: x\nT 1x2 border=2 padding=5 header=1 center line=#0000ff w100/1 w100/1\nC 0,0\n P: a\nC 0,1\n P: b\nP: y"_qs);
+    row("cells of their own borders and padding",
+        "\\trowd\\trbrdrt\\brdrs\\brdrw15\\trbrdrv\\brdrdot\\clbrdrl\\brdrnone\\clbrdrb\\brdrdb\\brdrw15\\brdrcf1"
+        "\\clpadl150\\clpadfl3\\clpadt75\\clpadft3\\cellx1500\\intbl a\\cell\\row\\pard",
+        u"P: \nT 1x1 w100/1\nC 0,0 top=1/3+10 bottom=3/4 =#ff0000+5 right=0.666667/1\n P: a\nP: "_qs);
+    row("borders of paragraphs",
+        "\\brdrt\\brdrdash\\brdrw30\\brsp75\\brdrcf1 a\\par\\pard\\box\\brdrs\\brdrw15 b\\par\\pard c",
+        u"P top=2/2 =#ff0000+5: a\nP top=1/3+0 bottom=1/3+0 left=1/3+0 right=1/3+0: b\nP: c"_qs);
+    row("rules", "a\\par\\pard\\brdrb\\brdrs\\brdrw15\\par\\brdrcf2\\par b\\par",
+        u"P: a\nP rule: \nP back=#0000ff rule: \nP bottom=1/3 =#0000ff+0: b"_qs);
     row("table in a table",
         "\\trowd\\cellx3000\\pard\\intbl a\\par\\pard\\intbl\\itap2 "
         "b\\nestcell{\\*\\nesttableprops\\trowd\\cellx1500\\nestrow}"
@@ -174,6 +211,10 @@ void Test_Rtf_Reader::looks()
     QFETCH(QString, dump);
     QCOMPARE(Document_Dump::Of(document), dump);
     QVERIFY(!document.isModified() && document.isUndoRedoEnabled() && !document.isUndoAvailable());
+    QTextDocument again;
+    Prepare(again);
+    QVERIFY(Rich_Text::Read_Rtf(Rich_Text::Write_Rtf(document), again));
+    QCOMPARE(Document_Dump::Of(again), dump);
 }
 
 void Test_Rtf_Reader::pictures_data()
@@ -214,6 +255,9 @@ void Test_Rtf_Reader::pictures_data()
         false);
     row("once of two forms",
         "{\\*\\shppict{\\pict\\pngblip " + png + "}}{\\nonshppict{\\pict\\wmetafile8 " + end.toHex() + "}}", {3, 2});
+    row("cropped", "{\\pict\\picwgoal1500\\pichgoal3000\\piccropl300\\piccropb1500\\picscalex50\\pngblip " + png + "}",
+        {40, 100});
+    row("cropped to nothing", "{\\pict\\piccropl-99\\piccropr2000000000\\piccropt45\\pngblip " + png + "}", {3, 2});
     row("false sizes", "{\\pict\\picw-9\\pich-9\\picwgoal-2147483648\\pichgoal-5\\picscalex-7\\pngblip " + png + "}",
         {3, 2});
     row("huge sizes", "{\\pict\\picwgoal2147483647\\pichgoal99999999\\picscalex2000000000\\pngblip " + png + "}",

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "document_dump.h"
+#include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QBuffer>
@@ -57,6 +58,8 @@ private:
         format.setFontStrikeOut(Chance(6));
         format.setUnderlineStyle(Chance(3) ? QTextCharFormat::UnderlineStyle(1 + Below(6))
                                            : QTextCharFormat::NoUnderline);
+        if (format.underlineStyle() == QTextCharFormat::SingleUnderline && Chance(2))
+            format.setProperty(Rich_Text::Underline_Property, 7 + Below(3));
         if (Chance(6))
             format.setVerticalAlignment(QTextCharFormat::VerticalAlignment(1 + Below(2)));
         if (Chance(3))
@@ -99,7 +102,25 @@ private:
             format.setTabPositions({{40, QTextOption::LeftTab}, {100, QTextOption::CenterTab}});
         if (Chance(10))
             format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        if (Chance(8))
+            Borders(format, 1 + 2 * Below(8), true);
         return format;
+    }
+
+    /// Lines of all kinds on the sides that have a bit, with a distance from the text.
+    void Borders(QTextFormat &format, int sides, bool isParagraph)
+    {
+        for (int side = 0; side < 4; ++side) {
+            if ((sides >> side & 1) == 0)
+                continue;
+            const int style = 1 + Below(10);
+            format.setProperty(QTextFormat::TableCellTopBorderStyle + side, style);
+            format.setProperty(QTextFormat::TableCellTopBorder + side, (1 + Below(5)) * 0.2);
+            if (Chance(2))
+                format.setProperty(QTextFormat::TableCellTopBorderBrush + side, QBrush(Color()));
+            if (isParagraph || Chance(2))
+                format.setProperty(QTextFormat::TableCellTopPadding + side, double(Below(3)));
+        }
     }
 
     void Blocks(QTextCursor &cursor, int count, int depth)
@@ -116,7 +137,30 @@ private:
                 List_Item(cursor);
             if (depth < 3 && Chance(5))
                 Table(cursor, depth);
+            if (Chance(8))
+                Rule(cursor);
         }
+    }
+
+    void Rule(QTextCursor &cursor)
+    {
+        QTextBlockFormat format;
+        format.setProperty(QTextFormat::BlockTrailingHorizontalRulerWidth,
+                           QTextLength(QTextLength::PercentageLength, 100));
+        if (Chance(2))
+            format.setBackground(Color());
+        cursor.insertBlock(format);
+    }
+
+    /// Labels that QTextDocument cannot make.
+    void Kept_Label(QTextListFormat &format)
+    {
+        static const Rich_Text::Label_Rule rules[] = {{.kind = 0, .start = 7, .text = u"§"_qs + QChar(0) + u")"_qs},
+                                                      {.kind = 3, .start = 0, .text = QString(QChar(0))},
+                                                      {.kind = 37, .start = 20, .text = QChar(0) + u"、"_qs},
+                                                      {.kind = 23, .text = u"➢"_qs},
+                                                      {.kind = 0, .text = u"none"_qs}};
+        Rich_Text::Set_Rule(format, Any(rules));
     }
 
     void List_Item(QTextCursor &cursor)
@@ -132,6 +176,8 @@ private:
             format.setNumberPrefix(u"第("_qs);
             format.setNumberSuffix(u"}条"_qs);
         }
+        if (Chance(4))
+            Kept_Label(format);
         m_list = cursor.createList(format);
     }
 
@@ -148,6 +194,8 @@ private:
         format.setFontPointSize(12);
         format.setWidth(10 + Below(50));
         format.setHeight(10 + Below(50));
+        if (Chance(3))
+            format.setProperty(Rich_Text::Picture_Part, QRectF(0.25, 0.5, 0.5, 0.25));
         cursor.document()->addResource(QTextDocument::ImageResource, QUrl(format.name()), bytes);
         cursor.insertImage(format);
     }
@@ -156,7 +204,8 @@ private:
     {
         const int rows = 1 + Below(3), columns = 1 + Below(4);
         QTextTableFormat format;
-        format.setBorder(Below(3));
+        const bool ownBorders = Chance(3); // of the cells, not of the table as a whole
+        format.setBorder(ownBorders ? 0 : Below(3));
         format.setBorderCollapse(Chance(2));
         format.setCellSpacing(format.borderCollapse() ? 0 : Below(3));
         format.setCellPadding(Below(5));
@@ -175,13 +224,13 @@ private:
             table->mergeCells(0, 0, 1 + Below(rows), 1 + Below(columns));
         for (int row = 0; row < rows; ++row) {
             for (int column = 0; column < columns; ++column)
-                Cell(table->cellAt(row, column), row, column, depth);
+                Cell(table->cellAt(row, column), row, column, depth, ownBorders);
         }
         cursor = table->lastCursorPosition();
         cursor.movePosition(QTextCursor::NextBlock);
     }
 
-    void Cell(QTextTableCell cell, int row, int column, int depth)
+    void Cell(QTextTableCell cell, int row, int column, int depth, bool ownBorders)
     {
         if (cell.row() != row || cell.column() != column)
             return;
@@ -190,6 +239,8 @@ private:
             format.setBackground(Color());
         if (Chance(4))
             format.setVerticalAlignment(QTextCharFormat::AlignMiddle);
+        if (ownBorders)
+            Borders(format, 1 + Below(14), false);
         cell.setFormat(format);
         QTextCursor inside = cell.firstCursorPosition();
         Blocks(inside, 1 + Below(2), depth + 1);
@@ -258,16 +309,19 @@ private slots:
     /// Painting decodes pictures; their original bytes must be there for the next save all the same.
     void painting_keeps_what_is_saved()
     {
-        for (const quint32 seed : {3U, 7U, 11U}) {
+        int pictures = 0;
+        for (quint32 seed = 1; seed < 12; ++seed) {
             QTextDocument document;
             Generator(seed).Fill(document);
             const QByteArray before = Rich_Text::Write_Rtf(document);
-            QVERIFY(before.contains("\\pict"));
+            pictures += before.contains("\\pict") ? 1 : 0;
             QImage canvas(800, 2000, QImage::Format_RGB32);
             QPainter painter(&canvas);
             document.drawContents(&painter);
+            Rich_Text::Paint_Decorations(painter, document, canvas.rect(), Qt::black);
             QCOMPARE(Rich_Text::Write_Rtf(document), before);
         }
+        QVERIFY(pictures > 3);
     }
 
     /// Formats that RTF has no word for become what shows the same.

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editor/size_grips.h"
+
+#include "editor/picture_handler.h"
+#include "editor/pictures.h"
+#include "editor/text_editor.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace
+{
+constexpr qreal Grip_Side = 9;     // pixels
+constexpr qreal Line_Reach = 4;    // pixels on either side of a column's line
+constexpr qreal Least_Column = 24; // pixels
+constexpr qreal Least_Picture = 8;
+
+QPointF Scrolled(const Text_Editor &editor)
+{
+    return {static_cast<qreal>(editor.horizontalScrollBar()->value()),
+            static_cast<qreal>(editor.verticalScrollBar()->value())};
+}
+} // namespace
+
+Size_Grips::Size_Grips(Text_Editor &editor) : QObject(&editor), m_editor(editor) {}
+
+bool Size_Grips::Is_Picture(const QTextCursor &cursor)
+{
+    return cursor.selectionEnd() - cursor.selectionStart() == 1 && !cursor.hasComplexSelection() &&
+           cursor.document()->characterAt(cursor.selectionStart()) == QChar::ObjectReplacementCharacter &&
+           Pictures::Format_Of(cursor).isImageFormat();
+}
+
+QTextCursor Size_Grips::Picture_At(const QPoint &place) const
+{
+    QTextCursor cursor = m_editor.cursorForPosition(place);
+    const int near = cursor.position();
+    for (const int position : {near, near - 1}) {
+        if (position < 0)
+            continue;
+        cursor.setPosition(position);
+        cursor.setPosition(std::min(position + 1, m_editor.document()->characterCount() - 1), QTextCursor::KeepAnchor);
+        if (Is_Picture(cursor) && Place_Of(cursor).contains(place))
+            return cursor;
+    }
+    cursor.setPosition(near);
+    return cursor;
+}
+
+QRectF Size_Grips::Picture_Place() const
+{
+    const QTextCursor cursor = m_editor.textCursor();
+    return Is_Picture(cursor) ? Place_Of(cursor) : QRectF();
+}
+
+QRectF Size_Grips::Place_Of(const QTextCursor &picture) const
+{
+    const QTextBlock block = m_editor.document()->findBlock(picture.selectionStart());
+    const QTextLayout *layout = block.layout();
+    const int at = picture.selectionStart() - block.position();
+    const QTextLine line = layout->lineForTextPosition(at);
+    if (!line.isValid())
+        return {};
+    QTextObjectInterface *handler = m_editor.document()->documentLayout()->handlerForObject(QTextFormat::ImageObject);
+    const QSizeF size =
+        handler->intrinsicSize(m_editor.document(), picture.selectionStart(), Pictures::Format_Of(picture));
+    const QPointF corner(std::min(line.cursorToX(at), line.cursorToX(at + 1)),
+                         line.y() + line.ascent() - size.height());
+    const QPointF origin = m_editor.document()->documentLayout()->blockBoundingRect(block).topLeft();
+    return {origin + corner - Scrolled(m_editor), size};
+}
+
+QRectF Size_Grips::Grip() const
+{
+    const QRectF place = Picture_Place();
+    return place.isEmpty()
+               ? QRectF()
+               : QRectF(place.bottomRight() - QPointF(Grip_Side, Grip_Side) / 2, QSizeF(Grip_Side, Grip_Side));
+}
+
+/// The left edges of the columns in the viewport; the longest indent in a column says least of where it begins.
+QList<qreal> Size_Grips::Column_Edges(const QTextTable &table) const
+{
+    const QAbstractTextDocumentLayout &layout = *m_editor.document()->documentLayout();
+    QList<qreal> edges;
+    for (int column = 0; column < table.columns(); ++column) {
+        qreal edge = -1;
+        for (int row = 0; row < table.rows(); ++row) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            if (cell.column() != column)
+                continue;
+            const qreal left = layout.blockBoundingRect(cell.firstCursorPosition().block()).left();
+            edge = edge < 0 ? left : std::min(edge, left);
+        }
+        edges << edge - table.format().cellPadding() - Scrolled(m_editor).x();
+    }
+    return edges;
+}
+
+Size_Grips::Column_Line Size_Grips::Line_At(const QPoint &place) const
+{
+    // On the line itself the cursor may fall to either side of it, or beside a table whose cells are short.
+    for (const int step : {0, -8, 8}) {
+        QTextTable *table = m_editor.cursorForPosition(place + QPoint(step, 0)).currentTable();
+        if (table == nullptr)
+            continue;
+        const QRectF frame =
+            m_editor.document()->documentLayout()->frameBoundingRect(table).translated(-Scrolled(m_editor));
+        const QList<qreal> edges = Column_Edges(*table);
+        for (int column = 1; column < edges.size(); ++column) {
+            if (std::abs(place.x() - edges[column]) <= Line_Reach && place.y() >= frame.top() &&
+                place.y() <= frame.bottom())
+                return {table, column};
+        }
+    }
+    return {};
+}
+
+bool Size_Grips::Press(const QMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton || m_editor.isReadOnly())
+        return false;
+    m_from = m_at = event.position();
+    m_line = Line_At(event.position().toPoint());
+    if (Grip().contains(event.position()))
+        m_pull = Pull::Picture;
+    else if (m_line.table != nullptr)
+        m_pull = Pull::Column;
+    else if (const QTextCursor picture = Picture_At(event.position().toPoint());
+             picture.hasSelection() && !Picture_Place().contains(event.position()))
+        m_editor.setTextCursor(picture);
+    else
+        return false; // a picture that is selected already can be dragged to another place
+    return true;
+}
+
+bool Size_Grips::Move(const QMouseEvent &event)
+{
+    m_free = event.modifiers().testFlag(Qt::ShiftModifier);
+    if (m_pull != Pull::None) {
+        m_at = event.position();
+        m_editor.viewport()->update();
+        return true;
+    }
+    if (event.buttons() != Qt::NoButton || m_editor.isReadOnly())
+        return false;
+    if (Grip().contains(event.position()))
+        m_editor.viewport()->setCursor(Qt::SizeFDiagCursor);
+    else if (Line_At(event.position().toPoint()).table != nullptr)
+        m_editor.viewport()->setCursor(Qt::SplitHCursor);
+    else
+        return false;
+    return true;
+}
+
+bool Size_Grips::Release(const QMouseEvent &event)
+{
+    if (m_pull == Pull::None)
+        return false;
+    m_at = event.position();
+    if (m_at == m_from) {
+        m_pull = Pull::None;
+        return true;
+    }
+    if (m_pull == Pull::Picture)
+        Pictures::Set_Size(m_editor.textCursor(), Pulled_Size());
+    else
+        Resize_Columns();
+    m_pull = Pull::None;
+    m_editor.viewport()->update();
+    return true;
+}
+
+QSizeF Size_Grips::Pulled_Size() const
+{
+    const QSizeF old = Picture_Place().size();
+    const QPointF by = m_at - m_from;
+    const QSizeF wanted(std::max(Least_Picture, old.width() + by.x()), std::max(Least_Picture, old.height() + by.y()));
+    if (m_free)
+        return wanted;
+    const qreal scale = std::max(wanted.width() / old.width(), wanted.height() / old.height());
+    return old * scale;
+}
+
+void Size_Grips::Resize_Columns()
+{
+    QTextTable &table = *m_line.table;
+    const QList<qreal> edges = Column_Edges(table);
+    const QRectF frame =
+        m_editor.document()->documentLayout()->frameBoundingRect(&table).translated(-Scrolled(m_editor));
+    QList<qreal> widths;
+    for (int column = 0; column < edges.size(); ++column)
+        widths << (column + 1 < edges.size() ? edges[column + 1] : frame.right()) - edges[column];
+    qreal &before = widths[m_line.column - 1], &behind = widths[m_line.column];
+    const qreal both = before + behind;
+    if (both < 2 * Least_Column)
+        return;
+    before = std::clamp(before + m_at.x() - m_from.x(), Least_Column, both - Least_Column);
+    behind = both - before;
+    QTextTableFormat format = table.format();
+    const bool shares = format.width().type() == QTextLength::PercentageLength;
+    QList<QTextLength> lengths;
+    for (const qreal width : widths)
+        lengths << (shares ? QTextLength(QTextLength::PercentageLength, 100 * width / (frame.right() - edges[0]))
+                           : QTextLength(QTextLength::FixedLength, width));
+    format.setColumnWidthConstraints(lengths);
+    table.setFormat(format);
+}
+
+void Size_Grips::Paint(QPainter &painter) const
+{
+    const QColor accent = m_editor.palette().color(QPalette::Link);
+    painter.setPen(QPen(accent, 1, m_pull == Pull::None ? Qt::SolidLine : Qt::DashLine));
+    if (m_pull == Pull::Column) {
+        painter.drawLine(QPointF(m_at.x(), 0), QPointF(m_at.x(), m_editor.viewport()->height()));
+        return;
+    }
+    QRectF place = Picture_Place();
+    if (place.isEmpty() || m_editor.isReadOnly())
+        return;
+    if (m_pull == Pull::Picture)
+        place.setSize(Pulled_Size());
+    painter.drawRect(place);
+    painter.setBrush(accent);
+    painter.drawRect(QRectF(place.bottomRight() - QPointF(Grip_Side, Grip_Side) / 2, QSizeF(Grip_Side, Grip_Side)));
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTextFormat>
+
+/// What RTF says of a format and QTextDocument has no property for. It is kept with the format, so that it follows
+/// text through editing and undoing, and is written back. A paragraph's borders are kept in its block format under
+/// the properties that a table's cell has for its own (QTextFormat::TableCellTopBorder and so on).
+namespace Rich_Text
+{
+enum Kept_Property : int {
+    /// Of characters, int: a kind of underlining (an Rtf::Underline), which counts only while the format's underline
+    /// style still is the one that shows it.
+    Underline_Property = QTextFormat::UserProperty + 0x5200,
+    /// Of a picture, QRectF: the part that is shown, the whole being 1 by 1.
+    Picture_Part,
+    /// Of a list, int: the number of its first item, where that is not 1.
+    List_Start,
+    /// Of a list, int: how its numbers are written, as \levelnfc counts the ways.
+    List_Kind,
+    /// Of a list, QString: its label, in which characters 0 to 8 stand for the numbers of the levels 1 to 9.
+    List_Text,
+    /// Of a list, int: its level from 0, and what it has in common with the lists whose items its labels count.
+    List_Level,
+    List_Family,
+    /// Of the root frame, Plain_Form: how the plain file is written that the document was loaded from.
+    Plain_Form_Property,
+};
+
+/// The style of a list whose labels QTextDocument cannot make. It then draws none; Paint_Kept does.
+inline constexpr auto Kept_Labels = static_cast<QTextListFormat::Style>(7);
+} // namespace Rich_Text

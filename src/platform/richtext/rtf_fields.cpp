@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Fields: links become links, SYMBOL a sign, and any other shows its result.
+#include "platform/richtext/rtf_reader.h"
+
+#include <utility>
+
+namespace Rtf
+{
+namespace
+{
+constexpr qsizetype longestSymbol = 200; // characters of a SYMBOL field's instruction
+
+/// Arguments of a field's instruction: words apart by blanks, or in quotes, where "\" makes the next character plain.
+QStringList Arguments(QStringView instruction)
+{
+    QStringList arguments;
+    bool quoted = false, begun = false;
+    for (qsizetype i = 0; i < instruction.size(); ++i) {
+        const QChar c = instruction[i];
+        if (c == u'"') {
+            quoted = !quoted;
+            if (quoted)
+                arguments.append(QString());
+            begun = quoted;
+        } else if (!quoted && c.isSpace()) {
+            begun = false;
+        } else {
+            if (!begun)
+                arguments.append(QString());
+            begun = true;
+            const bool escape = quoted && c == u'\\' && i + 1 < instruction.size();
+            arguments.last() += escape ? instruction[++i] : c;
+        }
+    }
+    return arguments;
+}
+} // namespace
+
+void Reader::Begin_Field(int)
+{
+    m_state.field = static_cast<int>(m_fields.size());
+    m_fields.push_back({.instruction = {}, .outside = m_state.destination});
+    if (m_state.closer == Closer::None)
+        m_state.closer = Closer::Field;
+}
+
+void Reader::Field_Result(int)
+{
+    if (m_state.field < 0)
+        return;
+    Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
+    m_state.destination = field.outside;
+    if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)
+        return Skip(); // the closer shows it
+    if (!field.instruction.isEmpty())
+        field.link = Link_Of(std::exchange(field.instruction, {}));
+    if (field.link >= 0)
+        m_state.chr.link = field.link;
+}
+
+/// A field without a result that means anything shows a sign.
+void Reader::End_Field(const State &inner)
+{
+    const Symbol symbol = Symbol_Of(m_fields[static_cast<std::size_t>(inner.field)].instruction);
+    if (symbol.code < 0)
+        return;
+    const bool isGlyph = !symbol.isUnicode && symbol.code < 0x100;
+    const char16_t glyph = isGlyph ? Symbol_Glyph(static_cast<unsigned char>(symbol.code), symbol.font) : u'\0';
+    if (isGlyph && (glyph & 0xF000) != 0xF000)
+        return Emit_Unit(glyph);
+    if (!isGlyph)
+        return Emit(QString::fromUcs4(reinterpret_cast<const char32_t *>(&symbol.code), 1));
+    const char byte = static_cast<char>(symbol.code);
+    QString text;
+    m_codePages.Append(text, QByteArrayView(&byte, 1), 1252);
+    Emit(text);
+}
+
+/// The sign that a SYMBOL field asks for. Its switches are in ECMA-376, part 1, 17.16.5.66.
+Reader::Symbol Reader::Symbol_Of(const QString &instruction)
+{
+    Symbol symbol;
+    if (instruction.size() > longestSymbol ||
+        !QStringView(instruction).trimmed().startsWith(QLatin1String("SYMBOL "), Qt::CaseInsensitive))
+        return symbol;
+    const QStringList arguments = Arguments(instruction);
+    bool isNumber = false;
+    const int code = arguments.value(1).toInt(&isNumber, 0);
+    if (!isNumber || code < 0x20 || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000))
+        return symbol;
+    symbol.code = code;
+    symbol.isUnicode = arguments.contains(QLatin1String("\\u"), Qt::CaseInsensitive);
+    if (const qsizetype font = arguments.indexOf(QLatin1String("\\f")); font >= 0)
+        symbol.font = arguments.value(font + 1);
+    return symbol;
+}
+
+/// Index of the target of a HYPERLINK field, or -1. Its switches are in ECMA-376, part 1, 17.16.5.25.
+int Reader::Link_Of(const QString &instruction)
+{
+    const QStringList arguments = Arguments(instruction);
+    if (arguments.isEmpty() || arguments.first().compare(QLatin1String("HYPERLINK"), Qt::CaseInsensitive) != 0)
+        return -1;
+    QString target, place;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        if (argument == QLatin1String("\\l"))
+            place = u'#' + arguments.value(++i);
+        else if (argument == QLatin1String("\\o") || argument == QLatin1String("\\t"))
+            ++i;
+        else if (!argument.startsWith(u'\\') || argument.size() > 2)
+            target += argument;
+    }
+    target += place;
+    if (target.isEmpty())
+        return -1;
+    const auto known = m_links.constFind(target);
+    if (known != m_links.constEnd())
+        return *known;
+    const int index = static_cast<int>(m_model.links.size());
+    m_model.links.push_back(target);
+    m_links.insert(target, index);
+    return index;
+}
+} // namespace Rtf
