@@ -188,6 +188,12 @@ bool Document_Tabs::Save_All()
     return all;
 }
 
+void Document_Tabs::Show_Style(const QString &code_id)
+{
+    if (const int index = Find(code_id); index >= 0)
+        Document_At(index)->Show_Style();
+}
+
 Frm_Doc_Standard *Document_Tabs::Current_Document() const
 {
     return Document_At(currentIndex());

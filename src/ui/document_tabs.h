@@ -45,6 +45,8 @@ public:
     void Follow_Folders(const QString &oldId = {}, const QString &newId = {});
     /// Open documents of those ids live in that folder now.
     void Follow_Documents(const QStringList &ids, const QString &folderId);
+    /// The title of an open document takes the style that is stored for it.
+    void Show_Style(const QString &code_id);
     /// nullptr when the list is on screen.
     [[nodiscard]] Frm_Doc_Standard *Current_Document() const;
     /// The document after (1) or before (-1) the current tab, round about.

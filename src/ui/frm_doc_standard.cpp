@@ -14,8 +14,11 @@
 #include "platform/prompts/prompts.h"
 #include "tree/tree_loading.h"
 #include "ui/located_key.h"
+#include "ui/readable_color.h"
 #include "ui/shell.h"
 #include "ui_frm_doc_standard.h"
+#include "views/line_colors.h"
+#include "views/list_style.h"
 
 #include <QToolButton>
 #include <QUrl>
@@ -26,6 +29,26 @@ const QString Rtf = QStringLiteral("RTF");
 /// Milliseconds from a keystroke to its draft; what is typed meanwhile goes with it.
 constexpr int Draft_After = 1500;
 const QString No_Stars = QStringLiteral("☆☆☆☆☆");
+/// How much of the row's colour the title's background takes.
+constexpr float Tint = 0.12F;
+
+QString Title_Sheet(const Line_Style &style, const QColor &base)
+{
+    const auto mixed = [&](float own, float tint) {
+        return style.item_color.isValid() ? own + (tint - own) * Tint : own;
+    };
+    const QColor back =
+        QColor::fromRgbF(mixed(base.redF(), style.item_color.redF()), mixed(base.greenF(), style.item_color.greenF()),
+                         mixed(base.blueF(), style.item_color.blueF()));
+    QString sheet = QStringLiteral("QLineEdit { background: %1;").arg(back.name());
+    if (style.sub_color.isValid())
+        sheet += QStringLiteral(" color: %1;").arg(Readable(style.sub_color, back).name());
+    if (style.bold)
+        sheet += QStringLiteral(" font-weight: bold;");
+    if (style.italic)
+        sheet += QStringLiteral(" font-style: italic;");
+    return sheet + QStringLiteral(" }");
+}
 } // namespace
 
 Frm_Doc_Standard::Frm_Doc_Standard(Shell &shell, QWidget *parent)
@@ -112,6 +135,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
         m_form.type.clear();
     m_stored = true;
     Show_Form();
+    Show_Style();
     m_outside.reset();
     Set_Edit_Mode(!page && Config().CH_Lock != QLatin1String("1"));
     return true;
@@ -181,11 +205,19 @@ bool Frm_Doc_Standard::Data_Update()
         return false;
     m_stored = true;
     m_ui->Txt_Title->setText(m_form.title);
+    Show_Style();
     Clear_Changed();
     m_shell.Set_Status(status);
     m_shell.Document_Changed(m_form.code_id);
     m_shell.Folder_Changed(m_form.folder);
     return true;
+}
+
+void Frm_Doc_Standard::Show_Style()
+{
+    const std::optional<Line_Style> style = Trap(QStringLiteral("Frm_Doc_Standard\\Show_Style"),
+                                                 [this] { return Style_From_Text(Line_Color_Of(m_form.code_id)); });
+    m_ui->Txt_Title->setStyleSheet(style ? Title_Sheet(*style, palette().color(QPalette::Base)) : QString());
 }
 
 bool Frm_Doc_Standard::Is_Changed() const

@@ -47,6 +47,9 @@ public:
     /// The document lives in that folder now.
     void Choose_Folder(const QString &id);
 
+    /// The title takes the colours, bold and italic that are stored for the document's row.
+    void Show_Style();
+
     [[nodiscard]] bool Is_Changed() const;
     /// Something was typed into the body since the last load or save.
     [[nodiscard]] bool DataChanged() const;

@@ -43,15 +43,19 @@ Frm_ListView_Color::Frm_ListView_Color(QWidget *parent, QStringList codeIds)
         m_style = Trap(QStringLiteral("Frm_ListView_Color\\Form_Load"),
                        [&] { return Style_From_Text(Line_Color_Of(m_codeIds.first())); });
     m_ui->Chk_Bold->setChecked(m_style && m_style->bold);
+    m_ui->Chk_Italic->setChecked(m_style && m_style->italic);
     Show_Preview();
-    connect(m_ui->Chk_Bold, &QCheckBox::toggled, this, [this](bool on) {
-        if (on && !m_style)
-            m_style.emplace();
-        if (m_style)
-            m_style->bold = on;
-        Show_Preview();
-    });
-    connect(m_ui->Chk_Italic, &QCheckBox::toggled, this, &Frm_ListView_Color::Show_Preview);
+    const auto follow = [this](QCheckBox *box, bool Line_Style::*part) {
+        connect(box, &QCheckBox::toggled, this, [this, part](bool on) {
+            if (on && !m_style)
+                m_style.emplace();
+            if (m_style)
+                (*m_style).*part = on;
+            Show_Preview();
+        });
+    };
+    follow(m_ui->Chk_Bold, &Line_Style::bold);
+    follow(m_ui->Chk_Italic, &Line_Style::italic);
     const auto choose = [this](QColor Line_Style::*color, const QPushButton *button) {
         if (!m_style)
             m_style.emplace();
@@ -86,7 +90,7 @@ void Frm_ListView_Color::Show_Presets()
 void Frm_ListView_Color::Choose_Preset(int number)
 {
     const QColor color(Presets[number]);
-    m_style = Line_Style{color, color, m_ui->Chk_Bold->isChecked()};
+    m_style = Line_Style{color, color, m_ui->Chk_Bold->isChecked(), m_ui->Chk_Italic->isChecked()};
     Show_Preview();
 }
 
@@ -111,7 +115,7 @@ void Frm_ListView_Color::Show_Preview()
     const Line_Style style = m_style.value_or(Line_Style());
     QFont font = m_ui->Lab_Preview->font();
     font.setBold(style.bold);
-    font.setItalic(m_ui->Chk_Italic->isChecked());
+    font.setItalic(style.italic);
     m_ui->Lab_Preview->setFont(font);
     m_ui->Lab_Preview->setText(QStringLiteral("<span style='color:%1'>1</span>&nbsp;&nbsp;&nbsp;&nbsp;"
                                               "<span style='color:%2'>★★★☆☆&nbsp;&nbsp;&nbsp;&nbsp;%3</span>")

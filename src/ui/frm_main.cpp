@@ -105,6 +105,7 @@ int Frm_Main::Tree_Width() const
 void Frm_Main::Save_Placement()
 {
     m_list->Save_Columns();
+    m_left->Save();
     if (isMinimized())
         return;
     const QRect place = normalGeometry();
@@ -241,6 +242,14 @@ void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString &folder
 void Frm_Main::Folder_Renumbered(const QString &oldId, const QString &newId)
 {
     m_tabs->Follow_Folders(oldId, newId);
+}
+
+void Frm_Main::Colors_Chosen(const QStringList &codeIds)
+{
+    for (const QString &id : codeIds) {
+        m_list->Refresh_Row(id);
+        m_tabs->Show_Style(id);
+    }
 }
 
 void Frm_Main::Move_Documents(const QStringList &codeIds)

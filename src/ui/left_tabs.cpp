@@ -138,6 +138,11 @@ void Left_Tabs::Show_Page(const char *page, bool on)
         m_tabs.setCurrentIndex(index);
 }
 
+void Left_Tabs::Save()
+{
+    m_search->Save_History();
+}
+
 void Left_Tabs::Show_Search()
 {
     m_tabs.setCurrentWidget(m_searchPage);

@@ -28,6 +28,8 @@ public:
     void Reload();
     /// Shows a tab, and brings it to the front, or hides it; `page` is its name.
     void Show_Page(const char *page, bool on);
+    /// Writes what the tabs keep for the next start.
+    void Save();
     /// Puts the cursor into the key of the search.
     void Show_Search();
 

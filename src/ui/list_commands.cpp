@@ -151,10 +151,8 @@ void Frm_ListView::Color_Rows()
     const QStringList ids = Selected_Ids();
     if (ids.isEmpty())
         return;
-    Forms::Show_Modal(QStringLiteral("Frm_ListView_Color"), this, ids.join(QLatin1Char('/')), [&] {
-        for (const QString &id : ids)
-            Refresh_Row(id);
-    });
+    Forms::Show_Modal(QStringLiteral("Frm_ListView_Color"), this, ids.join(QLatin1Char('/')),
+                      [&] { m_shell.Colors_Chosen(ids); });
 }
 
 void Frm_ListView::Set_Up_Columns()

@@ -14,6 +14,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <algorithm>
 
 namespace
 {
@@ -46,6 +47,8 @@ Search_Pane::Search_Pane(Shell &shell, QWidget *parent)
     m_ui->Cmd_FindTxt->setIcon(Line_Icon(QStringLiteral("find")));
     m_ui->Chk_Lsv_Detail->setChecked(Config().CH_Lsv_Detail == QLatin1String("1"));
     m_ui->Spl_Find->setStretchFactor(0, 1);
+    m_ui->Cob_FindKey->addItems(Config().KEYS.split(QLatin1Char(','), Qt::SkipEmptyParts));
+    m_ui->Cob_FindKey->setCurrentIndex(-1);
     Fill_Fields();
     Show_Running(false);
     Connect_Controls();
@@ -64,6 +67,18 @@ void Search_Pane::Start_Typing()
 {
     m_ui->Cob_FindKey->setFocus();
     m_ui->Cob_FindKey->lineEdit()->selectAll();
+}
+
+void Search_Pane::Save_History()
+{
+    const QComboBox &keys = *m_ui->Cob_FindKey;
+    const int most = Config().KEYS_NUM.toInt();
+    QString history;
+    for (int i = keys.count() - 1; i >= std::max(0, keys.count() - most); --i)
+        history += keys.itemText(i) + QLatin1Char(',');
+    Config().KEYS = history;
+    WriteIni(QStringLiteral("Col"), QStringLiteral("KEYS_NUM"), Config().KEYS_NUM);
+    WriteIni(QStringLiteral("Col"), QStringLiteral("KEYS"), history);
 }
 
 void Search_Pane::Cmd_FindTxt()

@@ -35,6 +35,8 @@ public:
     void Copy_Folders(const Tree_Model &tree);
     /// Puts the cursor into the key.
     void Start_Typing();
+    /// Writes the last keys, the latest first, to the settings.
+    void Save_History();
     /// Starts the search that is set up on screen.
     void Cmd_FindTxt();
 

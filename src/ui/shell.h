@@ -43,6 +43,8 @@ public:
     virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
     /// A folder with its subtree has other ids now: what keeps ids of folders follows.
     virtual void Folder_Renumbered(const QString &oldId, const QString &newId) = 0;
+    /// The colours of documents were chosen: their rows and the titles of open ones follow.
+    virtual void Colors_Chosen(const QStringList &codeIds) = 0;
     /// Asks for a folder and moves documents there.
     virtual void Move_Documents(const QStringList &codeIds) = 0;
 };

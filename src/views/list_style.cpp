@@ -38,14 +38,17 @@ std::optional<Line_Style> Style_From_Text(const QString &stored)
     const QStringList parts = stored.split(QLatin1Char('|'));
     if (parts.size() < 3)
         return std::nullopt;
-    return Line_Style{Stored_Color(parts[0]), Stored_Color(parts[1]), Is_True(parts[2])};
+    return Line_Style{Stored_Color(parts[0]), Stored_Color(parts[1]), Is_True(parts[2]),
+                      parts.value(3) == QLatin1String("True")};
 }
 
 QString Style_To_Text(const Line_Style &style)
 {
-    return QStringList{Color_Number(style.sub_color), Color_Number(style.item_color),
-                       style.bold ? QStringLiteral("True") : QStringLiteral("False")}
-        .join(QLatin1Char('|'));
+    QStringList parts{Color_Number(style.sub_color), Color_Number(style.item_color),
+                      style.bold ? QStringLiteral("True") : QStringLiteral("False")};
+    if (style.italic)
+        parts << QStringLiteral("True");
+    return parts.join(QLatin1Char('|'));
 }
 
 void Apply_Line_Color(List_Row &row, const QString &stored)

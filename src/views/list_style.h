@@ -7,12 +7,14 @@
 #include <QString>
 #include <optional>
 
-/// How a row of the list looks, as Code_LineColor keeps it: "sub-items' colour|item's colour|bold", the colours as
-/// numbers 0xBBGGRR. Text with fewer than three parts means the default style.
+/// How a document's row and title look, as Code_LineColor keeps it: "sub-items' colour|item's colour|bold", the colours
+/// as numbers 0xBBGGRR, and "|True" behind that for a title in italics. Text with fewer than three parts means the
+/// default style.
 struct Line_Style {
     QColor sub_color;
     QColor item_color;
     bool bold = false;
+    bool italic = false; ///< of the title only
 };
 
 /// No value for the default style.

@@ -21,5 +21,6 @@ struct No_Shell : Shell {
     void Clear_List() override {}
     void Documents_Moved(const QStringList & /*codeIds*/, const QString & /*folderId*/) override {}
     void Folder_Renumbered(const QString & /*oldId*/, const QString & /*newId*/) override {}
+    void Colors_Chosen(const QStringList & /*codeIds*/) override {}
     void Move_Documents(const QStringList & /*codeIds*/) override {}
 };

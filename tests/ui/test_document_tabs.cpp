@@ -10,6 +10,7 @@
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/star_field.h"
+#include "views/line_colors.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -111,6 +112,25 @@ private slots:
         m_shell.reset();
         QCOMPARE(m_program->prompts.Problems(), QStringList());
         m_program.reset();
+    }
+
+    void A_Title_Wears_The_Colours_Of_Its_Row()
+    {
+        const QString id = Stored(u"Rivers"_s, u"text"_s);
+        m_tabs->Open(id);
+        QLineEdit &title = Control<QLineEdit>("Txt_Title");
+        const QColor plain = title.palette().color(QPalette::Text);
+        Store_Line_Color({id}, u"255|16711680|True|True"_s);
+        m_tabs->Show_Style(id);
+        title.ensurePolished();
+        QVERIFY(title.font().bold() && title.font().italic());
+        QVERIFY(title.palette().color(QPalette::Text).red() > 150);
+        // A save drops the style of the row, and the title follows.
+        Type(u" more"_s);
+        QVERIFY(m_tabs->Save_Current());
+        title.ensurePolished();
+        QVERIFY(!title.font().bold());
+        QCOMPARE(title.palette().color(QPalette::Text), plain);
     }
 
     void What_Is_Typed_Has_A_Draft_Within_Two_Seconds()

@@ -196,6 +196,13 @@ private slots:
             QVERIFY2(nothing->scope.contains(QString::fromUtf16(named)), qPrintable(nothing->scope));
         search(u"nowhere"_s);
         QCOMPARE(keys->count(), 2);
+        search(u"third"_s);
+        Config().KEYS_NUM = u"2"_s;
+        pane.Save_History();
+        QCOMPARE(GetIni(u"Col"_s, u"KEYS"_s), u"third,nowhere,"_s);
+        const Search_Pane again(*m_shell);
+        const auto *kept = again.findChild<QComboBox *>(u"Cob_FindKey"_s);
+        QCOMPARE(kept->itemText(0) + kept->itemText(1) + kept->currentText(), u"thirdnowhere"_s);
         m_program->prompts.Expect(u"关键字"_s, u"ok"_s);
         keys->setEditText(u"''"_s);
         pane.Cmd_FindTxt();

@@ -65,6 +65,7 @@ private slots:
         QTest::addRow("bold as a number") << u"0|0|-1"_s << u"0|0|True"_s;
         QTest::addRow("more parts") << u"1|2|false|9"_s << u"1|2|False"_s;
         QTest::addRow("one part") << u"255"_s << u""_s;
+        QTest::addRow("title in italics") << u"255|16711680|False|True"_s << u"255|16711680|False|True"_s;
         QTest::addRow("two parts") << u"255|255"_s << u""_s;
         QTest::addRow("none") << u""_s << u""_s;
     }

@@ -32,7 +32,7 @@ std::vector<qint64> Text_Test::Run()
     // What a transaction has written so far is seen by its own connection only.
     const size_t useful = m_connection.Has_Written() ? 1 : m_candidates.size() / Rows_At_Once;
     const size_t threads =
-        std::clamp<size_t>(useful, 1, std::min<size_t>(Most_Threads, std::thread::hardware_concurrency()));
+        std::clamp<size_t>(useful, 1, std::clamp<size_t>(std::thread::hardware_concurrency(), 1, Most_Threads));
     std::vector<std::thread> others;
     for (size_t i = 1; i < threads; ++i) {
         others.emplace_back([this] { Work_Beside(); });
