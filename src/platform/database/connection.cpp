@@ -12,14 +12,8 @@
 #include "platform/database/sqlite_cursor.h"
 #include "platform/database/watched_query.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QtEndian>
 #include <algorithm>
 #include <sqlite3.h>
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -27,32 +21,6 @@ namespace
 {
 constexpr size_t Most_Kept_Statements = 128;
 constexpr qsizetype Longest_Kept_Shape = 4096;
-constexpr qsizetype Header_Size = 100;
-
-struct File_Identity {
-    quint64 device = 0;
-    quint64 inode = 0;
-};
-
-/// Which file stands under a path; zeros when none does, or where files have no such numbers.
-File_Identity Identity_Of(const QString &path)
-{
-#ifdef Q_OS_UNIX
-    struct stat info {
-    };
-    if (::stat(QFile::encodeName(path).constData(), &info) == 0) {
-        return {static_cast<quint64>(info.st_dev), static_cast<quint64>(info.st_ino)};
-    }
-#endif
-    return {};
-}
-
-bool Marked_Read_Only(const QString &path)
-{
-    // Whoever runs this: a file that nobody may write stays as it is.
-    constexpr auto writable = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    return !(QFile::permissions(path) & writable) || !QFileInfo(path).isWritable();
-}
 } // namespace
 
 Prepared_Statement::~Prepared_Statement()
@@ -63,17 +31,8 @@ Prepared_Statement::~Prepared_Statement()
 std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 {
     auto connection = std::make_shared<Connection>(nativePath);
-    connection->Check_File();
-    connection->m_readOnly = Marked_Read_Only(nativePath);
-    const int flags = (connection->m_readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
-    if (sqlite3_open_v2(nativePath.toUtf8().constData(), &connection->m_db, flags, nullptr) != SQLITE_OK) {
-        connection->Fail();
-    }
-    connection->m_readOnly = sqlite3_db_readonly(connection->m_db, "main") == 1;
-    const File_Identity identity = Identity_Of(nativePath);
-    connection->m_device = identity.device;
-    connection->m_inode = identity.inode;
-    connection->Configure();
+    connection->m_readOnly = connection->m_hold.Is_Read_Only();
+    connection->Open_File();
     connection->Tables();
     if (!connection->m_readOnly) {
         Ddl::Make_Missing_Indexes(*connection);
@@ -84,41 +43,20 @@ std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 
 std::shared_ptr<Connection> Connection::Open_Beside(const Connection &other)
 {
-    // Not by way of Check_File: closing the file in this process would drop the locks of the other connection.
     auto connection = std::make_shared<Connection>(other.m_path);
     connection->m_readOnly = true;
-    if (sqlite3_open_v2(other.m_path.toUtf8().constData(), &connection->m_db,
-                        SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
-        connection->Fail();
-    }
-    connection->Configure();
+    connection->Open_File();
     return connection;
 }
 
-/// A cheap look at the header (sqlite.org/fileformat2.html, section 1.3), so that other files are refused clearly.
-void Connection::Check_File() const
+void Connection::Open_File()
 {
-    if (!QFileInfo(m_path).isFile()) {
-        throw Engine_Error::File_Missing(m_path);
+    const int flags = (m_readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, nullptr) != SQLITE_OK) {
+        Fail();
     }
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Engine_Error::Failed(u"The database file '%1' cannot be opened: %2."_s.arg(m_path, file.errorString()),
-                                   Failure::Path_Access);
-    }
-    const QByteArray header = file.read(Header_Size);
-    if (header.size() < Header_Size || !header.startsWith(QByteArrayView("SQLite format 3\0", 16))) {
-        throw Engine_Error::Not_A_Database(m_path,
-                                           header.isEmpty() ? u"it is empty"_s : u"its content has another form"_s);
-    }
-    const auto *bytes = header.constData();
-    const qint64 stored = qFromBigEndian<quint16>(bytes + 16);
-    const qint64 pageSize = stored == 1 ? 65536 : stored;
-    const qint64 pages = qFromBigEndian<quint32>(bytes + 28);
-    const bool countHolds = qFromBigEndian<quint32>(bytes + 24) == qFromBigEndian<quint32>(bytes + 92);
-    if (countHolds && file.size() < pages * pageSize && !QFile::exists(m_path + u"-journal"_s)) {
-        throw Engine_Error::Damaged(m_path);
-    }
+    m_readOnly = sqlite3_db_readonly(m_db, "main") == 1;
+    Configure();
 }
 
 /// The file is not trusted: nothing in its schema may run code, and nothing may write the schema by itself.
@@ -137,10 +75,8 @@ void Connection::Configure()
     Register_Functions(m_db, m_functionError);
     Execute("PRAGMA foreign_keys = OFF; PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; "
             "PRAGMA recursive_triggers = OFF; PRAGMA temp_store = MEMORY");
-    QFile file(m_path);
-    constexpr qint64 writeVersionAt = 18;
-    if (!m_readOnly && file.open(QIODevice::ReadOnly) && file.seek(writeVersionAt) && file.read(1) == "\2") {
-        Execute("PRAGMA journal_mode = DELETE"); // the file came with a write-ahead log
+    if (!m_readOnly && m_hold.Has_Log()) {
+        Execute("PRAGMA journal_mode = DELETE");
     }
 }
 
@@ -149,16 +85,6 @@ Connection::~Connection()
     m_cached.clear();
     m_cache.clear();
     sqlite3_close_v2(m_db);
-}
-
-bool Connection::Is_Current() const
-{
-    const File_Identity identity = Identity_Of(m_path);
-#ifdef Q_OS_UNIX
-    return identity.device == m_device && identity.inode == m_inode;
-#else
-    return QFile::exists(m_path);
-#endif
 }
 
 Run_Time_Error Connection::Error()

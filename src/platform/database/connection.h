@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/database/catalog.h"
+#include "platform/database/file_hold.h"
 #include "platform/database/row_source.h"
 #include "platform/errors/run_time_error.h"
 
@@ -48,7 +49,7 @@ public:
     static std::shared_ptr<Connection> Open(const QString &nativePath);
     /// A connection for reading beside another one's, for a thread of its own. It runs plans and knows no tables.
     static std::shared_ptr<Connection> Open_Beside(const Connection &other);
-    explicit Connection(QString path) : m_path(std::move(path)) {}
+    explicit Connection(const QString &path) : m_path(path), m_hold(path) {}
     ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
@@ -80,7 +81,7 @@ public:
     [[nodiscard]] const QString &Path() const { return m_path; }
     [[nodiscard]] bool Is_Read_Only() const { return m_readOnly; }
     /// The file under the path is still the one that was opened.
-    [[nodiscard]] bool Is_Current() const;
+    [[nodiscard]] bool Is_Current() const { return m_hold.Is_Current(); }
 
     void Begin_Group() { ++m_groupDepth; }
     /// @throws Run_Time_Error when the outermost group cannot be committed; then nothing of it was written.
@@ -100,7 +101,7 @@ private:
     using Cache = std::list<std::pair<QString, std::shared_ptr<Prepared_Statement>>>;
 
     void Configure();
-    void Check_File() const;
+    void Open_File();
     std::shared_ptr<Prepared_Statement> Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
                                                 bool &ranAsDdl);
     std::unique_ptr<Sqlite_Cursor> Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip);
@@ -113,13 +114,12 @@ private:
     bool Tables_Are_Stale();
 
     QString m_path;
+    File_Hold m_hold;
     sqlite3 *m_db = nullptr;
     std::optional<Run_Time_Error> m_functionError;
     Catalog m_catalog;
     qint64 m_catalogVersion = -1; ///< -1 when the catalog is to be read
     bool m_readOnly = false;
-    quint64 m_device = 0;
-    quint64 m_inode = 0;
     Cache m_cache; // the most recently used first
     QHash<QString, Cache::iterator> m_cached;
     std::vector<Sqlite_Cursor *> m_cursors;
