@@ -16,8 +16,7 @@ QString Store_Blank_File(const QString &type, const QString &folder_id, const QS
             const Staging staging(10000, {name});
             Files::Write_Bytes(staging.Path(name), Runtime_File_Bytes(QStringLiteral("BLANK_") + type),
                                Files::Durability::Staging);
-            QString id =
-                AddCodeContent_File_Ex(staging.Path(name), folder_id, QStringLiteral("0"), title, type, false);
+            QString id = AddCodeContent_File_Ex(staging.Path(name), folder_id, QStringLiteral("0"), title, type, false);
             staging.Drop(name);
             return id;
         },

@@ -110,6 +110,9 @@ void Table_Commands::Insert(Text_Editor &editor, const Shape &shape)
     format.setHeaderRowCount(shape.header ? 1 : 0);
     QTextTable *table = cursor.insertTable(rows, columns, format);
     Set_Up_Cells(*table, around, shape.header);
+    QTextCursor behind = table->lastCursorPosition();
+    if (behind.movePosition(QTextCursor::NextBlock) && behind.block().length() == 1)
+        behind.setBlockCharFormat(around);
     cursor.endEditBlock();
     editor.setTextCursor(table->cellAt(0, 0).firstCursorPosition());
     editor.ensureCursorVisible();

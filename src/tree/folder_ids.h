@@ -11,6 +11,7 @@
 
 inline const QString Root_Key = QStringLiteral("qvmxcode_");
 inline const QString Recycle_Bin_Id = QStringLiteral("000");
+inline const QString Recycle_Bin_Name = QStringLiteral("回收站"); ///< in a new file
 
 enum class Key_Part {
     After_Underscore = 1,  ///< what follows the first "_"

@@ -11,6 +11,7 @@
 #include "tree/folder_moving.h"
 #include "tree/folder_sql.h"
 #include "tree/folder_trouble.h"
+#include "tree/tree_loading.h"
 
 #include <QStringList>
 
@@ -22,7 +23,7 @@ QString Folder_Name(const QString &id)
 {
     Recordset row;
     row.Open(Sql_Text(Sql::Name_Of_Folder, id), App().Conn_Str);
-    return row.Eof() ? QString() : row[0].Text();
+    return row.Eof() ? QString() : Shown_Folder_Name(id, row[0].Text());
 }
 
 bool Agreed(const QString &question, Prompts::Answer preset)
@@ -104,7 +105,7 @@ bool Clean_RecycleBin_Ex(Tree_Model &tree)
             [](const Tree_Node &node) { return node.key.size() >= 6 && node.key.startsWith(QLatin1String("C_000")); });
         const int bin = tree.Find(Folder_Key(Recycle_Bin_Id));
         if (bin >= 0)
-            tree.Set_Caption(bin, QStringLiteral("回收站[0]"));
+            tree.Set_Caption(bin, Shown_Folder_Name(Recycle_Bin_Id, Recycle_Bin_Name) + QStringLiteral("[0]"));
         return true;
     });
 }

@@ -3,6 +3,7 @@
 
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
@@ -33,7 +34,8 @@ QList<Folder_Row> Read_Folders(const QString &connection)
     rows.Open(Sql_Text(Sql::All_Folders), connection);
     for (; !rows.Eof(); rows.MoveNext()) {
         const Field expanded = rows[QStringLiteral("Cate_Exp")];
-        folders.append({rows[QStringLiteral("cate_ID")].Text(), rows[QStringLiteral("cate_Name")].Text(),
+        const QString id = rows[QStringLiteral("cate_ID")].Text();
+        folders.append({id, Shown_Folder_Name(id, rows[QStringLiteral("cate_Name")].Text()),
                         rows[QStringLiteral("Icon_Name")].Text().toUpper(),
                         expanded.Is_Null() || expanded.Text() != QLatin1String("0")});
     }
@@ -118,7 +120,7 @@ void Append_Combo_Lines(Folder_Combo &combo, const char16_t *statement)
     rows.Open(Sql_Text(statement), App().Conn_Str);
     for (; !rows.Eof(); rows.MoveNext()) {
         const QString id = rows[QStringLiteral("cate_ID")].Text();
-        combo.items.append(Combo_Line(id, rows[QStringLiteral("cate_Name")].Text()));
+        combo.items.append(Combo_Line(id, Shown_Folder_Name(id, rows[QStringLiteral("cate_Name")].Text())));
         Cate_ID_List().last() = id;
         Cate_ID_List().append(QString());
     }
@@ -136,6 +138,11 @@ QString Fact_Or_Default(const QString &name, const QString &preset)
     return preset;
 }
 } // namespace
+
+QString Shown_Folder_Name(const QString &id, const QString &name)
+{
+    return id == Recycle_Bin_Id && name == Recycle_Bin_Name ? Pack_Text("Frm_Main", "_RecycleBin") : name;
+}
 
 bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString &defaultRootName)
 {

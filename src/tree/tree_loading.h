@@ -24,6 +24,10 @@ struct Folder_Combo {
     QStringList items;
 };
 
+/// What a folder is shown as: its name, but the recycle bin with its usual name, which every file keeps in Chinese, in
+/// the language in force.
+QString Shown_Folder_Name(const QString &id, const QString &name);
+
 /// Ids of the folders in the combos, in their order, with one spare empty element at the end.
 QStringList &Cate_ID_List();
 

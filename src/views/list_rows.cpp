@@ -5,6 +5,7 @@
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "platform/database/text_fold.h"
+#include "tree/tree_loading.h"
 #include "views/list_columns.h"
 #include "views/list_engine_sql.h"
 #include "views/list_style.h"
@@ -179,7 +180,8 @@ void Fill_Lookups(std::vector<List_Row> &filled, const std::vector<Cell_Plan> &p
             if (plan[i].content == Content::Attachments)
                 text = attachments.Answer(row.tag);
             else if (plan[i].content == Content::Folder_Name)
-                text = names.Answer(row.tag2).isNull() ? Unknown_Folder : names.Answer(row.tag2);
+                text = names.Answer(row.tag2).isNull() ? Unknown_Folder
+                                                       : Shown_Folder_Name(row.tag2, names.Answer(row.tag2));
         }
     }
 }
