@@ -62,13 +62,6 @@ Slot Caption_Slot(Control &control)
             }};
 }
 
-/// What a tool bar shows of a menu entry's text: no access key, and no dots that promise a dialog.
-QString Button_Text(const QString &text)
-{
-    static const QRegularExpression menuOnly(QStringLiteral("\\(&\\w\\)|&|\\.\\.\\.$"));
-    return QString(text).remove(menuOnly);
-}
-
 /// The page of a tab control keeps its caption in the tab.
 Slot Page_Slot(QTabWidget &tabs, QWidget &page)
 {
@@ -92,8 +85,7 @@ std::vector<Slot> Slots_Of(QObject &object)
     if (auto *action = qobject_cast<QAction *>(&object)) {
         found.push_back({"Caption", [action] { return action->text(); },
                          [action](const QString &text) {
-                             action->setText(text);
-                             action->setIconText(Button_Text(text));
+                             Set_Caption(*action, text);
                          }});
         return found;
     }
@@ -176,6 +168,13 @@ List_Slot List_Of(QObject &object)
     return {};
 }
 } // namespace
+
+void Set_Caption(QAction &action, const QString &text)
+{
+    static const QRegularExpression menuOnly(QStringLiteral("\\(&\\w\\)|&|\\.\\.\\.$"));
+    action.setText(text);
+    action.setIconText(QString(text).remove(menuOnly));
+}
 
 ctrlLanguage::ctrlLanguage(QWidget &form, QString formName) : m_form(&form), m_name(std::move(formName))
 {

@@ -3,8 +3,12 @@
 
 #include <QString>
 
+class QAction;
 class QObject;
 class QWidget;
+
+/// Gives a menu entry its text, and its button in a tool bar the same without access key and dots.
+void Set_Caption(QAction &action, const QString &text);
 
 /// The language control of one form: fills in the texts of the form's controls from the pack in force and fetches
 /// message texts by key.

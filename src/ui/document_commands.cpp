@@ -7,6 +7,7 @@
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
+#include "ui/ctrl_language.h"
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/icons.h"
@@ -136,7 +137,8 @@ QString File_Name(const QString &title)
 void Document_Tabs::Add_Commands()
 {
     for (const Command &command : Commands()) {
-        auto *action = new QAction(Pack_Text("Frm_Main", command.caption), this);
+        auto *action = new QAction(this);
+        Set_Caption(*action, Pack_Text("Frm_Main", command.caption));
         action->setObjectName(QLatin1String(command.name));
         if (*command.icon != '\0')
             action->setIcon(Line_Icon(QLatin1String(command.icon)));
