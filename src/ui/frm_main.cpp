@@ -23,6 +23,7 @@
 #include "ui/tree_pane.h"
 #include "ui/twips.h"
 #include "ui/view_entries.h"
+#include "ui/window_placement.h"
 #include "ui_frm_main.h"
 
 #include <QApplication>
@@ -30,25 +31,14 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QProgressDialog>
-#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QToolButton>
 
-namespace
-{
-const QString Settings_Section = QStringLiteral("Settings");
-
-int Stored_Number(const char *key)
-{
-    return GetIni(Settings_Section, QLatin1String(key)).toInt();
-}
-} // namespace
-
 Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QStringLiteral("Frm_Main"))
 {
     m_ui->setupUi(this);
-    Place_Window();
+    Window_Placement::Restore(*this);
     Load_Lang();
     Add_Panes();
     Add_Editor_Menus();
@@ -66,13 +56,7 @@ Frm_Main::~Frm_Main() = default;
 
 void Frm_Main::Show_As_Kept()
 {
-    const int kept = Config().CH_MIN == QLatin1String("1") ? 1 : Stored_Number("WindowState");
-    if (kept == 1)
-        showMinimized();
-    else if (kept == 2)
-        showMaximized();
-    else
-        show();
+    Window_Placement::Show(*this);
     QTimer::singleShot(0, m_tabs, &Document_Tabs::Offer_Drafts);
 }
 
@@ -105,21 +89,7 @@ int Frm_Main::Tree_Width() const
 void Frm_Main::Save_Placement()
 {
     m_list->Save_Columns();
-    m_left->Save();
-    if (isMinimized())
-        return;
-    const QRect place = normalGeometry();
-    const auto keep = [](const char *key, int value) {
-        WriteIni(Settings_Section, QLatin1String(key), QString::number(value));
-    };
-    // The frame's corner, which is what move() takes; without it the window would creep at each start.
-    const QPoint corner = isMaximized() ? place.topLeft() : pos();
-    keep("MainLeft", Twips(corner.x()));
-    keep("MainTop", Twips(corner.y()));
-    keep("MainWidth", Twips(place.width()));
-    keep("MainHeight", Twips(place.height()));
-    constexpr int Normal_Window = 3; // any positive number that is neither minimised (1) nor maximised (2)
-    keep("WindowState", isMaximized() ? 2 : Normal_Window);
+    Window_Placement::Keep(*this);
 }
 
 void Frm_Main::Remove_Tray_Icon()
@@ -278,19 +248,6 @@ void Frm_Main::Load_Lang()
 {
     m_lang.LoadControlsCaption();
     setWindowTitle(App().App_Title + QStringLiteral("  ") + m_lang.GetString("_Edition"));
-}
-
-void Frm_Main::Place_Window()
-{
-    const QRect area = screen()->availableGeometry();
-    if (Stored_Number("WindowState") <= 0) {
-        resize(size().boundedTo(area.size()));
-        move(area.center() - rect().center());
-        return;
-    }
-    const QSize kept(Pixels(Stored_Number("MainWidth")), Pixels(Stored_Number("MainHeight")));
-    resize(kept.boundedTo(area.size()));
-    move(Pixels(Stored_Number("MainLeft")), Pixels(Stored_Number("MainTop")));
 }
 
 void Frm_Main::Add_Panes()

@@ -74,7 +74,6 @@ protected:
 
 private:
     void Load_Lang();
-    void Place_Window();
     void Add_Panes();
     void Add_Editor_Menus();
     void Add_Tray_Icon();

@@ -191,7 +191,7 @@ size_t Needle::Find_Bytes(std::string_view hay, size_t from) const
         return std::string_view::npos;
     }
     const size_t end = hay.size() - size + 1; // behind the last place where it can begin
-    const auto at = [this](const QByteArray &bytes, size_t place) {
+    const auto at = [](const QByteArray &bytes, size_t place) {
         return static_cast<unsigned char>(bytes[static_cast<qsizetype>(place)]);
     };
     const unsigned char byteA = at(m_bytes, m_rarest);

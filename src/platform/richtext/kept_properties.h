@@ -25,6 +25,8 @@ enum Kept_Property : int {
     List_Family,
     /// Of the root frame, Plain_Form: how the plain file is written that the document was loaded from.
     Plain_Form_Property,
+    /// Of the root frame, QStringList: headers and footers, by the kinds of Rtf::Page_Text_Words.
+    Page_Texts_Property,
 };
 
 /// The style of a list whose labels QTextDocument cannot make. It then draws none; Paint_Kept does.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Actions of control words on text: characters, fonts, styles, paragraphs, notes, pictures.
+#include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
@@ -76,6 +77,22 @@ void Reader::Begin_Note(int)
     m_state.closer = Closer::Note;
     ++m_noteDepth;
     m_noteBegins = true;
+}
+
+/// Of several sections the first one's counts.
+void Reader::Begin_Page_Text(int kind)
+{
+    m_model.pageTexts.resize(std::size(Page_Text_Words));
+    if (m_state.destination != Destination::Body || !m_model.pageTexts[kind].isEmpty())
+        return Skip();
+    m_state.destination = Destination::Page_Text;
+    m_pageText = kind;
+}
+
+void Reader::Page_Number(int)
+{
+    if (m_state.destination == Destination::Page_Text)
+        Emit_Unit(Page_Number_Mark);
 }
 
 void Reader::Alternative(int)
@@ -311,6 +328,8 @@ void Reader::Tab_Stop_At(int)
 
 void Reader::Paragraph_Mark(int)
 {
+    if (m_state.destination == Destination::Page_Text)
+        return Emit_Unit(u'\n');
     if (m_state.destination != Destination::Body)
         return;
     if (m_noteDepth > 0)

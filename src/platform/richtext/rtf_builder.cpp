@@ -10,6 +10,7 @@
 #include <QCryptographicHash>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
 #include <QTextList>
 #include <QTextTable>
 #include <QUrl>
@@ -208,12 +209,31 @@ QString Picture_Name(const QByteArray &bytes)
     return QLatin1String("picture:") + QLatin1String(hash.toHex());
 }
 
+namespace
+{
+void Keep_Page_Texts(const Model &model, QTextDocument &document)
+{
+    QStringList texts = model.pageTexts;
+    for (QString &text : texts) {
+        if (text.endsWith(u'\n'))
+            text.chop(1);
+    }
+    QTextFrameFormat root = document.rootFrame()->frameFormat();
+    if (texts.join(QString()).isEmpty())
+        root.clearProperty(Rich_Text::Page_Texts_Property);
+    else
+        root.setProperty(Rich_Text::Page_Texts_Property, texts);
+    document.rootFrame()->setFrameFormat(root);
+}
+} // namespace
+
 void Build_Document(const Model &model, QTextDocument &document)
 {
     const bool undo = document.isUndoRedoEnabled();
     document.setUndoRedoEnabled(false);
     document.clear();
     Builder(model, document).Fill();
+    Keep_Page_Texts(model, document);
     document.setUndoRedoEnabled(undo);
     document.setModified(false);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Fields: links become links, SYMBOL a sign, and any other shows its result.
+#include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_reader.h"
 
 #include <utility>
@@ -50,6 +51,10 @@ void Reader::Field_Result(int)
         return;
     Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
     m_state.destination = field.outside;
+    if (const char16_t mark = Page_Mark_Of(field.instruction); mark != 0 && field.outside == Destination::Page_Text) {
+        Emit_Unit(mark);
+        return Skip();
+    }
     if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)
         return Skip(); // the closer shows it
     if (!field.instruction.isEmpty())

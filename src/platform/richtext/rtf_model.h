@@ -204,6 +204,7 @@ struct Model {
     std::vector<QString> links;
     std::vector<Picture> pictures;
     std::vector<List_Definition> lists;
+    QStringList pageTexts;        ///< headers and footers, by their kinds; empty for none
     QHash<int, int> listOfNumber; ///< \ls number to index of lists
     std::vector<Old_List> oldLists;
 };

@@ -265,6 +265,9 @@ void Reader::Emit(QStringView text)
         if (m_state.field >= 0)
             m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
         return;
+    case Destination::Page_Text:
+        m_model.pageTexts[m_pageText] += text;
+        return;
     case Destination::Old_List_Before:
         m_oldList.before += text;
         return;

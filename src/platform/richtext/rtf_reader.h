@@ -47,6 +47,7 @@ private:
         List_Override,
         Level_Text,
         Field_Instruction,
+        Page_Text, ///< a header or footer
         Picture,
         Old_List_Before,
         Old_List_After,
@@ -218,6 +219,8 @@ private:
     void Field_Result(int value);
     void Same_Page(int value);
     void Begin_Note(int value);
+    void Begin_Page_Text(int kind);
+    void Page_Number(int value);
     void Begin_Picture(int value);
     void Picture_Format(int kind);
     void Shape_Picture(int isFallback);
@@ -278,6 +281,7 @@ private:
     std::vector<Field> m_fields;
     QHash<QString, int> m_links;
     int m_noteDepth = 0;
+    int m_pageText = 0;        ///< the kind of header or footer that is read
     bool m_noteBegins = false; ///< blanks before its text are left out
     Picture_Source m_picture;
     bool m_shapePictureTaken = false;

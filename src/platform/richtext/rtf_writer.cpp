@@ -7,6 +7,7 @@
 #include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
 #include "platform/richtext/rtf_model.h"
+#include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_pictures.h"
 
 #include <QBuffer>
@@ -149,7 +150,9 @@ QByteArray Writer::Write()
 {
     m_tables.Font_Number(m_document.defaultFont().family());
     Write_Frame(*m_document.rootFrame(), 0);
-    return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\r\n" + m_tables.Bytes() + m_out + '}' +
+    const QStringList pageTexts =
+        m_document.rootFrame()->frameFormat().property(Rich_Text::Page_Texts_Property).toStringList();
+    return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\r\n" + m_tables.Bytes() + Write_Page_Texts(pageTexts) + m_out + '}' +
            QByteArray("\r\n").repeated(tailLength / 2);
 }
 

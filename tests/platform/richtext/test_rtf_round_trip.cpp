@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "document_dump.h"
 #include "platform/richtext/decorations.h"
+#include "platform/richtext/kept_properties.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QBuffer>
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QTest>
+#include <QTextFrame>
 
 #include <algorithm>
 
@@ -267,6 +269,31 @@ private slots:
         QTest::addColumn<quint32>("seed");
         for (quint32 block = 0; block < 8; ++block)
             QTest::addRow("seeds from %u", block * 40) << block * 40;
+    }
+
+    /// Text of no page of its own is kept, not shown; an empty document read afterwards has none.
+    void headers_and_footers()
+    {
+        const QByteArray rtf =
+            "{\\rtf1\\ansi{\\header\\pard\\qr My {\\b notes}\\par second \\u20013?\\par}"
+            "{\\footerf first\\tab {\\field{\\*\\fldinst { PAGE \\\\* MERGEFORMAT}}{\\fldrslt 7}} of "
+            "{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 9}}}{\\footer\\chpgn\\par}\\pard body\\par"
+            "\\sect{\\header another}}";
+        const QStringList kept{u"My notes\nsecond 中"_qs, {}, {}, {}, u"\x1"_qs, {}, {}, u"first\t\x1 of \x2"_qs};
+        const auto texts = [](const QTextDocument &document) {
+            return document.rootFrame()->frameFormat().property(Rich_Text::Page_Texts_Property).toStringList();
+        };
+        QTextDocument first, second;
+        QVERIFY(Rich_Text::Read_Rtf(rtf, first));
+        QCOMPARE(first.toPlainText(), u"body"_qs);
+        QCOMPARE(texts(first), kept);
+        const QByteArray written = Rich_Text::Write_Rtf(first);
+        QVERIFY(written.contains("\\titlepg") && !written.contains("\\facingp"));
+        QVERIFY(Rich_Text::Read_Rtf(written, second));
+        QCOMPARE(second.toPlainText(), u"body"_qs);
+        QCOMPARE(texts(second), kept);
+        QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 none}", second));
+        QCOMPARE(texts(second), QStringList());
     }
 
     void generated_documents()

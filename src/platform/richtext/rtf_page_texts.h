@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+/// Headers and footers: a text document has no place for them, so their text is kept beside the body, paragraphs
+/// parted by line feeds, and is written back. Page numbers are kept as the marks below.
+namespace Rtf
+{
+/// The kinds, in the order in which their texts are kept: of all or the right-hand pages, the left-hand ones, the
+/// right-hand ones, the first.
+inline constexpr const char *Page_Text_Words[] = {"header", "headerl", "headerr", "headerf",
+                                                  "footer", "footerl", "footerr", "footerf"};
+
+inline constexpr char16_t Page_Number_Mark = u'\x1';
+inline constexpr char16_t Page_Count_Mark = u'\x2';
+
+/// The mark for a field's instruction; 0 where it asks for neither.
+char16_t Page_Mark_Of(const QString &instruction);
+/// The groups of all texts that are not empty, with what makes the pages different.
+QByteArray Write_Page_Texts(const QStringList &texts);
+} // namespace Rtf
