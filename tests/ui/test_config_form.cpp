@@ -2,6 +2,7 @@
 #include "core/config_store.h"
 #include "core/language_pack.h"
 #include "core/settings_table.h"
+#include "support/controls.h"
 #include "support/test_program.h"
 #include "ui/color_button.h"
 #include "ui/frm_config.h"
@@ -19,15 +20,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-template <class Control>
-Control &Get(const QWidget &form, const char *name)
-{
-    return *form.findChild<Control *>(QLatin1String(name));
-}
-} // namespace
 
 class Test_Config_Form : public QObject
 {

@@ -11,6 +11,7 @@
 #include "platform/prompts/prompts.h"
 #include "storage/database_choice.h"
 #include "storage/database_lifecycle.h"
+#include "support/controls.h"
 #include "ui/frm_about.h"
 #include "ui/frm_database.h"
 #include "ui/frm_db_log.h"
@@ -35,15 +36,6 @@
 namespace
 {
 bool programEnded = false;
-
-template <class Control>
-Control &Get(const QWidget &form, const char *name)
-{
-    auto *control = form.findChild<Control *>(QLatin1String(name));
-    if (control == nullptr)
-        qFatal("no control %s", name);
-    return *control;
-}
 
 void Click(const QWidget &form, const char *button)
 {

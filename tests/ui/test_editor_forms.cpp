@@ -5,6 +5,7 @@
 #include "editor/printing.h"
 #include "editor/table_commands.h"
 #include "editor/text_editor.h"
+#include "support/controls.h"
 #include "support/test_program.h"
 #include "ui/editor_bar.h"
 #include "ui/find_bar.h"
@@ -34,15 +35,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-template <class Control>
-Control &Get(const QWidget &form, const char *name)
-{
-    auto *control = form.findChild<Control *>(QLatin1String(name));
-    if (control == nullptr)
-        qFatal("no control %s", name);
-    return *control;
-}
-
 /// A pane with its bar above it and the find bar below it, as in a document.
 struct Desk {
     explicit Desk(const QString &text = {})

@@ -3,6 +3,7 @@
 #include "platform/database/database.h"
 #include "storage/database_lifecycle.h"
 #include "storage/old_databases.h"
+#include "support/controls.h"
 #include "support/test_program.h"
 #include "ui/frm_update_235.h"
 
@@ -12,18 +13,6 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-template <class Control>
-Control &Get(const QWidget &form, const char *name)
-{
-    auto *control = form.findChild<Control *>(QLatin1String(name));
-    if (control == nullptr)
-        qFatal("no control %s", name);
-    return *control;
-}
-} // namespace
 
 class Test_Update_235 : public QObject
 {
