@@ -56,9 +56,7 @@ void Read_Settings()
 void Translate_Toolkit()
 {
     static QTranslator texts;
-    const bool chinese = Config().LANGUAGE.startsWith(QLatin1String("Chinese"), Qt::CaseInsensitive);
-    const QLocale locale = chinese ? QLocale(QLocale::Chinese, QLocale::China) : QLocale(QLocale::English);
-    if (texts.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
+    if (texts.load(QLocale(Pack_Text("Main", "_Locale")), QStringLiteral("qtbase"), QStringLiteral("_"),
                    QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&texts);
 }
@@ -75,29 +73,39 @@ void Deploy_Runtime_Files()
     Translate_Toolkit();
 }
 
-bool Show_Upgrade_Window(const QString &connStr)
+/// A form that the user works in has the ordinary pointer, whatever start-up is doing behind it.
+Forms::Outcome Show_Form(const char *name, const QString &preset = {})
 {
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    Forms::Show_Modal(QStringLiteral("Frm_Update_235"), nullptr, connStr);
+    const Forms::Outcome outcome = Forms::Show_Modal(QLatin1String(name), nullptr, preset);
     QGuiApplication::restoreOverrideCursor();
+    return outcome;
+}
+
+bool Show_Upgrade_Window(const QString &connStr)
+{
+    Show_Form("Frm_Update_235", connStr);
     return App().Update_235_Done;
 }
 
-/// Whether the version can be asked for, so that a database from before the folder tree, which does not pass the
-/// opening test yet, is told from a file that is none.
-bool Is_Old_Without_Folders()
+/// A database from before the folder tree does not pass the opening test yet, but can be asked for its version. One
+/// that cannot has the trouble that the opening test met, which knows more: a full disk may have kept it from being
+/// made.
+bool Is_To_Be_Raised()
 {
     bool old = false;
-    const bool asked = Resume_Next([&] { old = Need_Update_Db(App().Conn_Str); });
-    Clear_Pending();
-    return asked && old;
+    if (!Resume_Next([&] { old = Need_Update_Db(App().Conn_Str); })) {
+        const Pending_Error trouble = App().Conn_OK ? Err() : App().Conn_Trouble;
+        throw Run_Time_Error(trouble.number, trouble.description, trouble.failure);
+    }
+    return old;
 }
 
 /// @returns false when the program is to end without a message
 bool Raise_Database()
 {
     App().Date_Delim = Config().Op_DB_Sql == QLatin1String("0") ? QStringLiteral("#") : QStringLiteral("'");
-    if (App().Conn_OK ? !Need_Update_Db(App().Conn_Str) : !Is_Old_Without_Folders())
+    if (!Is_To_Be_Raised())
         return true;
     if (!Run_Ladder(App().Conn_Str, Config().Op_DB_Sql, {Show_Upgrade_Window, Yield}))
         return false;
@@ -156,6 +164,8 @@ bool Start_Up::Bring_Up()
         return Fail(0, Error_Text(App().Conn_Trouble));
     Load_Facts();
     Read_Last_User();
+    m_about->Set_Login_Uname(App().Curr_User);
+    App().Curr_User = m_about->Login_Uname();
     Repair_Users();
     if (Decide_Login() == Login_Need::Dialog && !Log_In())
         return false;
@@ -182,7 +192,7 @@ void Start_Up::Show_Splash()
 bool Start_Up::Log_In()
 {
     m_about->hide();
-    return Forms::Show_Modal(QStringLiteral("frmLogin"), nullptr, App().Curr_User) == Forms::Outcome::Accepted;
+    return Show_Form("frmLogin", App().Curr_User) == Forms::Outcome::Accepted;
 }
 
 void Start_Up::Show_Main()
@@ -240,6 +250,6 @@ bool Start_Up::Fail(qint32 number, const QString &description)
 
 bool Start_Up::Choose_Other_Database()
 {
-    m_restart = Forms::Show_Modal(QStringLiteral("Frm_Database"), nullptr) == Forms::Outcome::Accepted;
+    m_restart = Show_Form("Frm_Database") == Forms::Outcome::Accepted;
     return false;
 }

@@ -55,7 +55,7 @@ bool Form_QueryUnload(Frm_Main &window)
     if (!Back_Up_At_Exit(window))
         return false;
     window.hide();
-    WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"), QString::number(window.Tree_Width()));
+    window.Save_Left_Side();
     Delete_Files(QStringLiteral("data/temp"), QStringLiteral("*"));
     Delete_Files(QStringLiteral("editor"), QStringLiteral("~*.htm"));
     return true;

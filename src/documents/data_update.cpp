@@ -33,8 +33,8 @@ bool Is_Date(const QString &text)
     return Database_Engine::Date_From_Text(text).isValid();
 }
 
-/// A folder may have been deleted while its document was open: stored there, it would be nowhere to be found. A
-/// database that can't be asked will say so itself at the save.
+} // namespace
+
 bool Is_Folder(const QString &id)
 {
     bool found = !id.isEmpty();
@@ -46,7 +46,6 @@ bool Is_Folder(const QString &id)
         Clear_Pending();
     return found;
 }
-} // namespace
 
 Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain)
 {

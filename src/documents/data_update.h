@@ -8,6 +8,10 @@
 /// Why a document is not saved as it stands, in the order of the tests; the names tell the control that is wanted.
 enum class Save_Refusal { None, Nothing_To_Save, No_Folder, Create_Date, Update_Date, Title_Too_Long, Password };
 
+/// Whether a folder is there: it may have been deleted while its document was open, and stored there, the document
+/// would be nowhere to be found. A database that can't be asked will say so itself at the save.
+bool Is_Folder(const QString &id);
+
 /// Gives an empty title the beginning of the content, then tests the form's fields.
 /// @param passwordAgain  what stands in the repeat box
 Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain);

@@ -2,30 +2,19 @@
 #include "documents/drafts.h"
 
 #include "core/error_log.h"
-#include "core/process_state.h"
-#include "core/sql_text.h"
-#include "documents/document_sql.h"
-#include "platform/database/database.h"
-#include "platform/database/recordset.h"
+#include "documents/document_store.h"
+#include "documents/draft_folder.h"
 #include "platform/files/paths.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QCborMap>
 #include <QCborValue>
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QLockFile>
-#include <QRandomGenerator>
 #include <QTextDocument>
-#include <map>
-#include <memory>
 
 namespace
 {
 const QByteArray Clear_Mark = QByteArrayLiteral("zelqor draft 1\n");
 const QByteArray Sealed_Mark = QByteArrayLiteral("zelqor sealed draft 1\n");
-const QString Lock_Suffix = QStringLiteral(".lock");
 const QString Draft_Suffix = QStringLiteral(".draft");
 
 struct Text_Row {
@@ -63,60 +52,6 @@ constexpr Pane_Row Panes[] = {
     {"sum", &Document_Form::sum},
 };
 
-QString Folder()
-{
-    const QString database = Database_Engine::File_Of(App().Conn_Str);
-    return database.isEmpty() ? App().App_Path + QStringLiteral("data/drafts/") : database + QStringLiteral("-drafts/");
-}
-
-/// This process's mark in a directory of drafts: the beginning of its files' names, and a lock that dies with it.
-class Process_Mark
-{
-public:
-    explicit Process_Mark(const QString &folder)
-        : name(QStringLiteral("%1-%2")
-                   .arg(QCoreApplication::applicationPid())
-                   .arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'))),
-          m_lock(folder + name + Lock_Suffix)
-    {
-        m_lock.setStaleLockTime(0);
-        m_lock.tryLock(0);
-    }
-
-    const QString name;
-    int number = 0;
-
-private:
-    QLockFile m_lock;
-};
-
-std::map<QString, std::unique_ptr<Process_Mark>> &Marks()
-{
-    static std::map<QString, std::unique_ptr<Process_Mark>> marks;
-    return marks;
-}
-
-QString New_Path()
-{
-    const QString folder = Folder();
-    Files::Make_Directory(folder);
-    std::unique_ptr<Process_Mark> &mark = Marks()[folder];
-    if (mark == nullptr)
-        mark = std::make_unique<Process_Mark>(folder);
-    return folder + mark->name + QStringLiteral("_%1").arg(++mark->number) + Draft_Suffix;
-}
-
-bool Is_Left(const QString &folder, const QString &name)
-{
-    const QString owner = name.section(QLatin1Char('_'), 0, 0);
-    const auto own = Marks().find(folder);
-    if (own != Marks().end() && own->second->name == owner)
-        return false;
-    QLockFile lock(folder + owner + Lock_Suffix);
-    lock.setStaleLockTime(0);
-    return lock.tryLock(0);
-}
-
 QByteArray Packed(const Document_Form &form, bool stored)
 {
     QCborMap map;
@@ -146,13 +81,6 @@ void Fill(const QCborMap &map, Document_Form &form)
     }
 }
 
-bool Is_In_Database(const QString &code_id)
-{
-    Recordset row;
-    row.Open(Sql_Text(Sql::Find_Document, code_id), App().Conn_Str);
-    return !row.Eof();
-}
-
 std::optional<QByteArray> Plain_Bytes(const QByteArray &file, const QString &password)
 {
     if (file.startsWith(Clear_Mark))
@@ -165,7 +93,7 @@ std::optional<QByteArray> Plain_Bytes(const QByteArray &file, const QString &pas
 void Draft::Write(const Document_Form &form, bool stored, const QString &password)
 {
     if (m_path.isEmpty())
-        m_path = New_Path();
+        m_path = Draft_Folder::New_Path(Draft_Suffix);
     const QByteArray bytes = Packed(form, stored);
     if (password.isEmpty()) {
         Files::Write_Bytes(m_path, Clear_Mark + bytes, Files::Durability::Staging);
@@ -190,11 +118,7 @@ void Draft::Remove()
 QList<Left_Draft> Left_Drafts()
 {
     QList<Left_Draft> drafts;
-    const QDir folder(Folder());
-    for (const QString &name : folder.entryList({QLatin1Char('*') + Draft_Suffix}, QDir::Files, QDir::Time)) {
-        if (!Is_Left(Folder(), name))
-            continue;
-        const QString path = folder.filePath(name);
+    for (const QString &path : Draft_Folder::Left(Draft_Suffix)) {
         QByteArray bytes;
         if (!Resume_Next([&] { bytes = Files::Read_Bytes(path); })) {
             Error_Log(QStringLiteral("Drafts\\Left_Drafts"));
@@ -217,7 +141,7 @@ Draft_Answer Restore_Draft(const Left_Draft &draft, const QString &password, Doc
         if (map.isEmpty())
             return Draft_Answer::Damaged;
         Fill(map, form);
-        stored = map[QStringLiteral("stored")].toBool() && Is_In_Database(form.code_id);
+        stored = map[QStringLiteral("stored")].toBool() && Is_Stored(form.code_id);
         if (!stored)
             form.code_id.clear();
         return Draft_Answer::Restored;

@@ -43,15 +43,24 @@ void Make_Data_Directories()
         Files::Make_Directory(App().App_Path + QLatin1String(name));
 }
 
+Database_Check Test_File_Database()
+{
+    App().Conn_Str = File_Conn_Str(Config().DATABASE_NAME);
+    App().Conn_OK = Opening_Test(App().Conn_Str);
+    return Database_Check::Go_On;
+}
+
 /// A database that is not there goes back to the default path, and is made when that path holds none. One that
-/// cannot be made ends the search: the failure path of start-up tells why.
+/// cannot be made ends the search: the failure path of start-up tells why. Where the settings file refuses the path,
+/// which would be read again for ever, this run goes on with it.
 Database_Check Make_Missing_Database()
 {
     WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), Default_Database);
+    const bool noted = GetIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME")) == Default_Database;
     Config().DATABASE_NAME = Full_Database_Path(Default_Database);
     const bool placed = Resume_Next(Make_Data_Directories);
     if (placed && (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME)))
-        return Database_Check::Read_Again;
+        return noted ? Database_Check::Read_Again : Test_File_Database();
     if (!placed) {
         App().Conn_Trouble = Err();
         Clear_Pending();
@@ -65,8 +74,7 @@ Database_Check Find_File_Database()
     App().Conn_Str = File_Conn_Str(Config().DATABASE_NAME);
     if (Config().DATABASE_NAME.isEmpty() || !Exists(Config().DATABASE_NAME))
         return Make_Missing_Database();
-    App().Conn_OK = Opening_Test(App().Conn_Str);
-    return Database_Check::Go_On;
+    return Test_File_Database();
 }
 
 Database_Check Find_Source_Database()

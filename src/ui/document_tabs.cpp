@@ -4,6 +4,8 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "core/system_log.h"
+#include "documents/outside_file.h"
 #include "platform/prompts/prompts.h"
 #include "ui/frm_doc_standard.h"
 #include "ui/icons.h"
@@ -89,6 +91,17 @@ bool Document_Tabs::Save_Current()
 {
     Frm_Doc_Standard *document = Current_Document();
     return document != nullptr && document->Data_Update();
+}
+
+void Document_Tabs::Bring_Back_Unsaved()
+{
+    for (const Stored_Copy &copy : Outside_File::Take_Back_Left()) {
+        const QString status = Pack_Text("Frm_Doc_Standard", "_ModifySucc") + copy.title;
+        Add_Log(Log_Type::Changed, status);
+        m_shell.Set_Status(status);
+        m_shell.Document_Changed(copy.id);
+    }
+    Offer_Drafts();
 }
 
 void Document_Tabs::Offer_Drafts()

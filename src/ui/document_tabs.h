@@ -28,8 +28,9 @@ public:
     /// Opens a document, or selects the tab that has it.
     void Open(const QString &code_id);
     void Open_New(const QString &kind, const QString &folderId);
-    /// Asks whether drafts of a program that died are wanted, and opens them.
-    void Offer_Drafts();
+    /// What a program that died left of this database: what other programs saved is stored, and for drafts it asks
+    /// whether they are wanted, and opens them.
+    void Bring_Back_Unsaved();
     /// Saves the document on screen. @returns false when there is none or it was not stored
     bool Save_Current();
     /// Closes a tab, asking when it is unsaved. @returns false when it stays
@@ -79,6 +80,7 @@ private:
     void New_Outside(const QString &type);
     void New_From_Page();
     void Switch_Mode();
+    void Offer_Drafts();
     void Restore(const QList<Left_Draft> &drafts);
     void Keep_List_First();
 

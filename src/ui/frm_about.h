@@ -28,14 +28,12 @@ public:
     /// Off at first; started, it lets the state line show that the start goes on, with a pulse of dots behind it.
     QTimer Tmr_State;
 
-    /// What start-up is doing now.
-    void Set_State(const QString &state);
-
     /// The hidden control that start-up passes the last login's name through.
     void Set_Login_Uname(const QString &name);
     [[nodiscard]] QString Login_Uname() const;
 
 private:
+    void Set_State(const QString &state);
     void Load_Lang();
     void Show_Title();
     void Tmr_State_Timer();

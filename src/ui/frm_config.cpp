@@ -91,12 +91,14 @@ Frm_Config::~Frm_Config() = default;
 void Frm_Config::Show_Languages()
 {
     m_language = GetIni(Page, Language_Key);
+    int present = -1; // a language without a pack is nobody's choice of another one
     const QDir folder(Files::Native_Path(App().App_Path + QStringLiteral("Lang")));
     for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name)) {
         m_ui->Comb_Language->addItem(file.completeBaseName());
         if (file.completeBaseName().compare(m_language, Qt::CaseInsensitive) == 0)
-            m_ui->Comb_Language->setCurrentIndex(m_ui->Comb_Language->count() - 1);
+            present = m_ui->Comb_Language->count() - 1;
     }
+    m_ui->Comb_Language->setCurrentIndex(present);
 }
 
 void Frm_Config::Show_Settings()

@@ -57,7 +57,7 @@ Frm_Main::~Frm_Main() = default;
 void Frm_Main::Show_As_Kept()
 {
     Window_Placement::Show(*this);
-    QTimer::singleShot(0, m_tabs, &Document_Tabs::Offer_Drafts);
+    QTimer::singleShot(0, m_tabs, &Document_Tabs::Bring_Back_Unsaved);
 }
 
 void Frm_Main::Select_Last_Folder()
@@ -81,9 +81,12 @@ bool Frm_Main::Save_All_Documents()
     return m_tabs->Save_All();
 }
 
-int Frm_Main::Tree_Width() const
+void Frm_Main::Save_Left_Side()
 {
-    return Twips(m_ui->Pic_Main->sizes().value(0));
+    m_left->Save();
+    if (!m_ui->Pic_On_Left->isHidden())
+        WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"),
+                 QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
 }
 
 void Frm_Main::Save_Placement()
@@ -276,6 +279,7 @@ void Frm_Main::Add_Editor_Menus()
                                    *m_tabs, *this);
     connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
         const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
+        Save_Left_Side(); // hidden, it has no width
         m_ui->Pic_On_Left->setVisible(all);
         m_ui->Tlb_Command->setVisible(all);
     });
@@ -423,11 +427,13 @@ void Frm_Main::Choose_Database()
     // A document belongs to its database; saved from an open tab, it would be written into the other one.
     if (!m_tabs->Close_All())
         return;
-    Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
+    const Forms::Outcome outcome = Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
         if (Database_Chosen)
             Database_Chosen();
         Reload_All();
     });
+    if (outcome == Forms::Outcome::Accepted)
+        m_tabs->Bring_Back_Unsaved();
 }
 
 void Frm_Main::Compact()
@@ -478,6 +484,8 @@ void Frm_Main::Put_Away()
 
 void Frm_Main::Bring_Back()
 {
-    showNormal();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
     activateWindow();
 }

@@ -37,7 +37,8 @@ public:
     /// Saves every unsaved document. @returns false when one stays unsaved
     bool Save_All_Documents();
     /// Width of the tree pane, in twips.
-    [[nodiscard]] int Tree_Width() const;
+    /// Keeps the width of the tree's side, while it is shown, and the keys of the searches.
+    void Save_Left_Side();
     /// Writes the window's placement to section Settings; a minimised window leaves the stored one alone.
     void Save_Placement();
     /// Takes the tray icon away.

@@ -5,8 +5,10 @@
 #include "core/settings.h"
 #include "ui/twips.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 namespace
 {
@@ -23,6 +25,23 @@ void Keep_Number(const char *key, int value)
 {
     WriteIni(Section, QLatin1String(key), QString::number(value));
 }
+
+/// The place itself when enough of the window's head to take hold of lies on a screen, else the nearest one in `area`:
+/// a screen may be gone.
+QRect On_A_Screen(QRect place, const QRect &area)
+{
+    constexpr int Head = 40, Hold = 200;
+    const QRect head(place.topLeft(), QSize(place.width(), Head));
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const bool reached = std::any_of(screens.begin(), screens.end(), [&](const QScreen *screen) {
+        const QRect seen = screen->availableGeometry() & head;
+        return seen.height() > Head / 2 && seen.width() >= std::min(Hold, head.width());
+    });
+    if (!reached)
+        place.moveTo(std::clamp(place.x(), area.left(), area.right() + 1 - place.width()),
+                     std::clamp(place.y(), area.top(), area.bottom() + 1 - place.height()));
+    return place;
+}
 } // namespace
 
 void Window_Placement::Restore(QWidget &window)
@@ -33,9 +52,8 @@ void Window_Placement::Restore(QWidget &window)
         window.move(area.center() - window.rect().center());
         return;
     }
-    const QSize kept(Pixels(Kept("MainWidth")), Pixels(Kept("MainHeight")));
-    window.resize(kept.boundedTo(area.size()));
-    window.move(Pixels(Kept("MainLeft")), Pixels(Kept("MainTop")));
+    const QSize size = QSize(Pixels(Kept("MainWidth")), Pixels(Kept("MainHeight"))).boundedTo(area.size());
+    window.setGeometry(On_A_Screen({QPoint(Pixels(Kept("MainLeft")), Pixels(Kept("MainTop"))), size}, area));
 }
 
 void Window_Placement::Show(QWidget &window)
@@ -53,11 +71,10 @@ void Window_Placement::Keep(const QWidget &window)
 {
     if (window.isMinimized())
         return;
+    // Without its frame, as setGeometry() takes it: a frame has no size while the window fills the screen.
     const QRect place = window.normalGeometry();
-    // The frame's corner, which is what move() takes; without it the window would creep at each start.
-    const QPoint corner = window.isMaximized() ? place.topLeft() : window.pos();
-    Keep_Number("MainLeft", Twips(corner.x()));
-    Keep_Number("MainTop", Twips(corner.y()));
+    Keep_Number("MainLeft", Twips(place.x()));
+    Keep_Number("MainTop", Twips(place.y()));
     Keep_Number("MainWidth", Twips(place.width()));
     Keep_Number("MainHeight", Twips(place.height()));
     Keep_Number("WindowState", window.isMaximized() ? Maximised : Normal);

@@ -39,7 +39,8 @@ QString Below(const QString &folder, const QString &name)
     const QStringList parts = relative.split(QLatin1Char('/'));
     if (!std::all_of(parts.begin(), parts.end(), Files::Is_Plain_Name))
         Refuse(QStringLiteral("Not a name below the folder: %1").arg(name));
-    QString path = QDir(folder).filePath(relative);
+    // The file that is there is the one that is meant, however its name is spelled.
+    QString path = Files::Native_Path(QDir(folder).filePath(relative));
     const QString root = QFileInfo(folder).exists() ? QFileInfo(folder).canonicalFilePath() : QString();
     const QString ground = Real_Ground(path);
     if (!root.isEmpty() && ground != root && !ground.startsWith(root + QLatin1Char('/')))
@@ -110,7 +111,10 @@ QList<Item> Read_List(const QString &listFile, const QString &programDirectory)
         const QString section = QStringLiteral("File %1").arg(number, 2, 10, QLatin1Char('0'));
         if (!list.Contains(section, QStringLiteral("Source")))
             return items;
-        items << Read_Item(list, section, from, programDirectory);
+        const Item item = Read_Item(list, section, from, programDirectory);
+        if (std::any_of(items.begin(), items.end(), [&](const Item &other) { return other.target == item.target; }))
+            Refuse(QStringLiteral("Two files for one place: %1").arg(item.target));
+        items << item;
     }
 }
 

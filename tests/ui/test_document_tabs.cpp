@@ -179,7 +179,7 @@ private slots:
         Kill_And_Start();
         for (qsizetype i = 0; i + 1 < answers.size(); i += 2)
             m_program->prompts.Expect(answers[i], answers[i + 1]);
-        m_tabs->Offer_Drafts();
+        m_tabs->Bring_Back_Unsaved();
         QCOMPARE(m_tabs->count(), tabs);
         QCOMPARE(Drafts().size(), drafts);
         if (tabs > 1) {

@@ -51,6 +51,8 @@ private slots:
         QTest::newRow("absolute target") << QByteArray("Source=first.txt\nTarget=/tmp/x");
         QTest::newRow("drive") << QByteArray("Source=first.txt\nTarget=C:\\x");
         QTest::newRow("through a link") << QByteArray("Source=first.txt\nTarget=link\\x");
+        QTest::newRow("through a link of another spelling") << QByteArray("Source=first.txt\nTarget=LINK\\x");
+        QTest::newRow("two files for one place") << QByteArray("Source=deep\\second.txt\nTarget=FIRST.TXT");
         QTest::newRow("a folder in its place") << QByteArray("Source=first.txt\nTarget=update");
     }
 

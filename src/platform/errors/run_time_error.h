@@ -5,7 +5,7 @@
 #include <exception>
 
 /// What went wrong, apart from the number that the system's procedures look at: the key under which a clear text in
-/// the user's language is found (see core/error_log.h). The description stays the engine's or the platform's own.
+/// the user's language is found (see core/error_text.h). The description stays the engine's or the platform's own.
 enum class Failure {
     Other,
     File_Not_Found,
