@@ -1,15 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/main_startup.h"
+#include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/process_state.h"
 #include "platform/desktop/single_instance.h"
+#include "platform/prompts/prompts.h"
 #include "ui/logo_view.h"
 
 #include <QApplication>
 #include <QProcess>
 
+namespace
+{
+/// A failure that no procedure trapped ends what the user asked for, not the program with what is typed in it.
+class Program : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        return Trap(
+            QStringLiteral("Main\\notify"), [&] { return QApplication::notify(receiver, event); },
+            [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
+    }
+};
+} // namespace
+
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
+    Program application(argc, argv);
     QApplication::setApplicationName(App().App_Title);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(Program_Icon());

@@ -92,6 +92,31 @@ bool Is_Password(const QString &typed, const QString &tail)
     return Encode(typed.trimmed()) == tail;
 }
 
+/// The steps of one reading: a step that fails does not keep the next one from running, and the last failure is told.
+class Steps
+{
+public:
+    /// @returns whether the step ran to its end
+    template <class Body>
+    bool Run(Body &&step)
+    {
+        if (Resume_Next(std::forward<Body>(step)))
+            return true;
+        m_trouble = Err();
+        Clear_Pending();
+        return false;
+    }
+    /// @throws the last failure
+    void Tell() const
+    {
+        if (m_trouble.number != 0)
+            throw Run_Time_Error(m_trouble.number, m_trouble.description, m_trouble.failure);
+    }
+
+private:
+    Pending_Error m_trouble;
+};
+
 enum class Password { None, Right, Wrong };
 
 /// Asks for the password that a staged stream carries, and cuts its tail when the right one was typed.
@@ -135,23 +160,31 @@ QString Show_Content(const Reading_Stages &stages, const QString &type, Recordse
 }
 
 /// @returns false after a wrong password.
-bool Read_Content(Recordset &row, const QString &type, const Reading_Stages &stages, Document_Form &form)
+bool Read_Stream(Recordset &row, const QString &type, const Reading_Stages &stages, Document_Form &form)
 {
-    form.content->clear();
-    form.type = type;
-    form.stored_type = type;
-    form.page = type == QLatin1String("HTM") ? row[QStringLiteral("Code_Content")].Text() : QString();
-    const Field stream = row[QStringLiteral("Code_Content_IO")];
-    if (stream.Is_Null()) {
-        Show_Plain(*form.content, row[QStringLiteral("Code_Content")].Text());
-        return true;
-    }
-    stages.Stage(stream);
+    stages.Stage(row[QStringLiteral("Code_Content_IO")]);
     if (Check_Password(stages, form) == Password::Wrong)
         return false;
     stages.Decode(stages.Content());
     form.type = Show_Content(stages, type, row, *form.content);
     return true;
+}
+
+/// A stream that cannot be read leaves the text beside it, so that something of the document is there.
+/// @returns false after a wrong password.
+bool Read_Content(Recordset &row, const QString &type, const Reading_Stages &stages, Document_Form &form, Steps &steps)
+{
+    form.content->clear();
+    form.type = type;
+    form.stored_type = type;
+    const QString text = row[QStringLiteral("Code_Content")].Text();
+    form.page = type == QLatin1String("HTM") ? text : QString();
+    bool opened = true;
+    const bool whole = !row[QStringLiteral("Code_Content_IO")].Is_Null() &&
+                       steps.Run([&] { opened = Read_Stream(row, type, stages, form); });
+    if (!whole)
+        Show_Plain(*form.content, text);
+    return opened;
 }
 
 void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn, const Reading_Stages &stages,
@@ -221,17 +254,21 @@ bool Read_Document(const QString &code_id, Document_Form &form)
     const QString stored = row[QStringLiteral("Code_Type")].Text().toUpper();
     const QString type = stored.isEmpty() ? QStringLiteral("RTF") : stored;
     const Reading_Stages stages(type);
-    if (!Read_Content(row, type, stages, form))
+    Steps steps;
+    if (!Read_Content(row, type, stages, form, steps)) {
+        form.code_id.clear();
         return false;
-    Read_Pane(row, "Code_Memo", "Code_Memo_IO", stages, Memo, *form.memo);
-    Read_Pane(row, "Code_Sum", "Code_Sum_IO", stages, Sum, *form.sum);
-    Read_Fields(row, form);
+    }
+    steps.Run([&] { Read_Pane(row, "Code_Memo", "Code_Memo_IO", stages, Memo, *form.memo); });
+    steps.Run([&] { Read_Pane(row, "Code_Sum", "Code_Sum_IO", stages, Sum, *form.sum); });
+    steps.Run([&] { Read_Fields(row, form); });
     const Field readings = row[QStringLiteral("Code_Readnum")];
     const qint64 number = readings.Is_Null() ? 1 : readings.Number() + 1;
     row.Close();
     // A reading that cannot be counted, as in a read-only file, is no reason not to show the document.
     if (!Resume_Next([&] { Count_Reading(code_id, number); }))
         Error_Log(QStringLiteral("Mod_DataBase\\GetCodeContent_Ex---Modify"));
+    steps.Tell();
     return true;
 }
 } // namespace

@@ -7,6 +7,7 @@
 
 /// Loads a document into the form's fields and panes, asks for its password when its stream carries one, and counts
 /// the reading.
-/// @returns true when the document was read whole. After false the form is partly filled and must not be stored;
-/// a failure has been shown and recorded under "Mod_DataBase\GetCodeContent_Ex".
+/// @returns true when the document was read whole. After false its id stands in the form when a part of it was read,
+/// which must not be stored; a form that could not be read at all is as it was, and a wrong password leaves no id. A
+/// failure has been shown and recorded under "Mod_DataBase\GetCodeContent_Ex".
 bool GetCodeContent_Ex(const QString &code_id, Document_Form &form);

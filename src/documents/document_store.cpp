@@ -93,9 +93,10 @@ void Write_Form_Fields(Document_Row &document, const Document_Form &form)
     document["Code_Keys"].Set(form.keys);
 }
 
-/// Compresses a staged file. A missing output is the only sign of failure.
+/// Compresses a staged file. A missing output is the only sign of failure, so an older one may not stand there.
 void Compress(const QString &input, const QString &output)
 {
+    Files::Delete_If_Present(output);
     Run_Coder("e", input, output);
     if (!QFileInfo::exists(Files::Native_Path(output)))
         throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + output,
@@ -138,7 +139,6 @@ void Write_Content(Document_Row &document, const Document_Form &form, const Stag
     if (form.type == Rtf)
         Stage_Rtf(staging.Path(stages.written), *form.content);
     staging.Drop(stages.input);
-    staging.Drop(stages.output);
     // Only rich text was written: any other type meets the missing output.
     if (form.type != Rtf)
         throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("No rich text: ") + form.type,
@@ -152,7 +152,6 @@ void Write_Content(Document_Row &document, const Document_Form &form, const Stag
         Write_Password(staging.Path(stages.output), form.password);
     }
     Copy_File_To_Blob(staging.Path(stages.output), document["Code_Content_IO"]);
-    staging.Drop(stages.output);
 }
 
 void Write_Pane(Document_Row &document, const QTextDocument *pane, const char *textColumn, const char *streamColumn,
@@ -185,8 +184,10 @@ void Save_Form(Document_Form &form, const QString &code_id)
     Database_Engine::One_Action(App().Conn_Str, [&] {
         document.row.UpdateBatch();
         document.row.Close();
-        if (document.inserted)
-            Run_Statement(Sql_Text(Sql::Adopt_Attachments, document.id), App().Conn_Str);
+        // The row is stored, whatever becomes of the attachments: saving again would store it twice.
+        if (document.inserted &&
+            !Resume_Next([&] { Run_Statement(Sql_Text(Sql::Adopt_Attachments, document.id), App().Conn_Str); }))
+            Error_Log(QStringLiteral("Mod_DataBase\\AddCodeContent_Ex_Standard"));
     });
     if (document.inserted)
         form.code_id = document.id;
@@ -207,7 +208,6 @@ void Write_File_Stream(Document_Row &document, const QString &path, bool linkOnl
 {
     const QString output = QStringLiteral("zip.dd");
     const Staging staging(1000, {output, QStringLiteral("tt.txt")});
-    staging.Drop(output);
     Compress(linkOnly ? Path_As_File(staging, path) : path, staging.Path(output));
     Copy_File_To_Blob(staging.Path(output), document["Code_Content_IO"]);
     staging.Drop(output);
@@ -247,7 +247,6 @@ QString Save_Captured(const QTextDocument &source, const QString &folder_id, con
     Document_Row document = Open_Row(code_id);
     Write_Captured_Fields(document, folder_id, title.isEmpty() ? text.left(Title_From_Source) : title);
     Files::Make_Directory(folder);
-    Files::Delete_If_Present(output);
     Stage_Rtf(written, source);
     Compress(written + QLatin1Char(' '), output);
     document["Code_Content"].Set(text);

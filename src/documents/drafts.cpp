@@ -52,12 +52,13 @@ constexpr Pane_Row Panes[] = {
     {"sum", &Document_Form::sum},
 };
 
-QByteArray Packed(const Document_Form &form, bool stored)
+/// @param sealed  the bytes will be; else a password that stands in the form stays out of them
+QByteArray Packed(const Document_Form &form, bool stored, bool sealed)
 {
     QCborMap map;
     map[QStringLiteral("stored")] = stored;
     for (const Text_Row &row : Texts)
-        map[QLatin1String(row.key)] = form.*row.field;
+        map[QLatin1String(row.key)] = sealed || row.field != &Document_Form::password ? form.*row.field : QString();
     for (const Pane_Row &row : Panes)
         map[QLatin1String(row.key)] = Rich_Text::Write_Rtf(*(form.*row.pane));
     return map.toCborValue().toCbor();
@@ -94,7 +95,7 @@ void Draft::Write(const Document_Form &form, bool stored, const QString &passwor
 {
     if (m_path.isEmpty())
         m_path = Draft_Folder::New_Path(Draft_Suffix);
-    const QByteArray bytes = Packed(form, stored);
+    const QByteArray bytes = Packed(form, stored, !password.isEmpty());
     if (password.isEmpty()) {
         Files::Write_Bytes(m_path, Clear_Mark + bytes, Files::Durability::Staging);
         return;

@@ -11,6 +11,7 @@
 #include "ui/icons.h"
 #include "ui/shell.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTabBar>
 
@@ -222,7 +223,8 @@ void Document_Tabs::Turn(int step)
 void Document_Tabs::Auto_Save_Tick()
 {
     Frm_Doc_Standard *document = Current_Document();
-    if (document == nullptr || !document->DataChanged())
+    // A box on screen may be asking about this very document.
+    if (document == nullptr || !document->DataChanged() || QApplication::activeModalWidget() != nullptr)
         return;
     const int period = Config().CH_Auto_Save == QLatin1String("1") ? Config().COB_Auto_Save.toInt() : 0;
     const int counted = document->unsaved_ticks + 1;

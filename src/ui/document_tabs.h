@@ -48,6 +48,8 @@ public:
     void Follow_Documents(const QStringList &ids, const QString &folderId);
     /// The title of an open document takes the style that is stored for it.
     void Show_Style(const QString &code_id);
+    /// The tab of a document, -1 for none.
+    [[nodiscard]] int Find(const QString &code_id) const;
     /// nullptr when the list is on screen.
     [[nodiscard]] Frm_Doc_Standard *Current_Document() const;
     /// The document after (1) or before (-1) the current tab, round about.
@@ -85,7 +87,6 @@ private:
     void Keep_List_First();
 
     [[nodiscard]] Frm_Doc_Standard *Document_At(int index) const;
-    [[nodiscard]] int Find(const QString &code_id) const;
     void Remove(Frm_Doc_Standard *document);
     int Add(Frm_Doc_Standard *document);
     void Show_Mark(Frm_Doc_Standard *document);

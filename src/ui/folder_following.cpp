@@ -2,6 +2,7 @@
 //
 // How open documents follow what happens to their folders: a save writes the folder's id of now.
 
+#include "core/error_log.h"
 #include "documents/document_store.h"
 #include "ui/document_tabs.h"
 #include "ui/frm_doc_standard.h"
@@ -22,12 +23,21 @@ void Frm_Doc_Standard::Choose_Folder(const QString &id)
     m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(id));
 }
 
+namespace
+{
+/// A database that cannot be asked has lost nothing.
+bool Is_Gone(const QString &code_id)
+{
+    return !code_id.isEmpty() &&
+           Trap(QStringLiteral("Document_Tabs\\Follow_Folders"), [&] { return !Is_Stored(code_id); });
+}
+} // namespace
+
 void Document_Tabs::Follow_Folders(const QString &oldId, const QString &newId)
 {
     for (int i = count() - 1; i > 0; --i) {
         Frm_Doc_Standard *document = Document_At(i);
-        const bool gone = !document->Code_Id().isEmpty() && !Is_Stored(document->Code_Id());
-        if (gone && !document->Is_Changed())
+        if (Is_Gone(document->Code_Id()) && !document->Is_Changed())
             Remove(document);
         else
             document->Follow_Folders(oldId, newId);

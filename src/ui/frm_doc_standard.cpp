@@ -20,6 +20,7 @@
 #include "views/line_colors.h"
 #include "views/list_style.h"
 
+#include <QScopedValueRollback>
 #include <QToolButton>
 #include <QUrl>
 
@@ -91,14 +92,20 @@ void Frm_Doc_Standard::Load_Lang()
 
 void Frm_Doc_Standard::AddCode_Office(const QString &kind, const QString &folderId)
 {
+    static const QStringList kinds{QStringLiteral("ADDCODE"), QStringLiteral("ADDCODE_HTM"),
+                                   QStringLiteral("ADDCODE_WORD"), QStringLiteral("ADDCODE_EXCEL"),
+                                   QStringLiteral("ADDCODE_PPT")};
+    constexpr qsizetype Written_Here = 2;
+    const qsizetype kindNumber = kinds.indexOf(kind.toUpper());
+    if (kindNumber < 0)
+        return;
     m_form.code_id.clear();
     m_form.title.clear();
     m_form.star = m_form.done = No_Stars;
     m_form.folder = folderId;
     m_form.create_date = m_form.update_date = Database_Engine::Short_Date(Machine::Now().date().startOfDay());
     // Pages are written in the same pane as rich text, so that every kind of editor the settings can name is this one.
-    const bool written = kind == QLatin1String("ADDCODE") || kind == QLatin1String("ADDCODE_HTM");
-    m_form.type = written ? Rtf : QString();
+    m_form.type = kindNumber < Written_Here ? Rtf : QString();
     m_form.stored_type.clear();
     m_stored = false;
     m_partial = false;
@@ -128,7 +135,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     if (whole && page)
         Web_Page::Show(m_form.page.isEmpty() ? m_form.content->toPlainText() : m_form.page, *m_form.content);
     m_showing = false;
-    if (!whole && m_form.content->isEmpty())
+    if (!whole && m_form.code_id != code_id)
         return false;
     m_partial = !whole;
     if (m_partial)
@@ -148,12 +155,16 @@ Draft_Answer Frm_Doc_Standard::Take_Draft(const Left_Draft &draft, const QString
     m_showing = false;
     if (answer != Draft_Answer::Restored)
         return answer;
+    if (m_stored && m_shell.Is_Open(m_form.code_id)) { // a later draft of the same document has it
+        m_stored = false;
+        m_form.code_id.clear();
+    }
     Show_Form();
     m_storedPassword = password;
     Set_Edit_Mode(true);
     Show_Modify();
-    Write_Draft();
-    Drop_Draft(draft);
+    if (Write_Draft())
+        Drop_Draft(draft);
     return answer;
 }
 
@@ -161,8 +172,12 @@ void Frm_Doc_Standard::Step(int step)
 {
     Commit_Composition();
     const QString next = m_shell.Neighbour(m_form.code_id, step);
-    if (next.isEmpty())
+    if (next.isEmpty() || next == m_form.code_id)
         return;
+    if (m_shell.Is_Open(next)) { // a document is edited in one place
+        m_shell.Select_In_List(next);
+        return m_shell.Open_Document(next);
+    }
     if (m_changed) {
         const QString question = Title() + m_lang.GetString("_Modify_Comfirm");
         const Prompts::Answer answer = Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No_Cancel);
@@ -171,8 +186,11 @@ void Frm_Doc_Standard::Step(int step)
     }
     if (!Leave_Outside())
         return;
+    const QString before = m_form.code_id;
     m_shell.Select_In_List(next);
     if (!GetCode_ViaID(next)) {
+        if (m_form.code_id == before)
+            return m_shell.Select_In_List(before);
         m_form.type.clear();
         m_form.code_id.clear();
         Clear_Changed();
@@ -185,6 +203,9 @@ void Frm_Doc_Standard::Step(int step)
 
 bool Frm_Doc_Standard::Data_Update()
 {
+    if (m_saving)
+        return false;
+    const QScopedValueRollback saving(m_saving, true);
     Commit_Composition();
     Read_Form();
     const Save_Refusal nothing = m_form.type.isEmpty() ? Save_Refusal::Nothing_To_Save : Save_Refusal::None;
@@ -200,6 +221,13 @@ bool Frm_Doc_Standard::Data_Update()
         Refuse(refusal);
         return false;
     }
+    return Store();
+}
+
+bool Frm_Doc_Standard::Store()
+{
+    const std::array<int, 3> written = Revisions();
+    const QString left = m_stored && m_storedFolder != m_form.folder ? m_storedFolder : QString();
     QString status;
     if (!Store_Form(m_form, m_stored, status))
         return false;
@@ -207,10 +235,26 @@ bool Frm_Doc_Standard::Data_Update()
     m_ui->Txt_Title->setText(m_form.title);
     Show_Style();
     Clear_Changed();
+    if (Revisions() != written) { // what came in while it was stored, as from an input method, is not stored yet
+        m_form.content->setModified(true);
+        Show_Modify();
+    }
     m_shell.Set_Status(status);
-    m_shell.Document_Changed(m_form.code_id);
-    m_shell.Folder_Changed(m_form.folder);
+    if (left.isEmpty())
+        m_shell.Document_Changed(m_form.code_id);
+    else
+        m_shell.Documents_Moved({m_form.code_id}, m_form.folder);
+    for (const QString &folder : {left, m_form.folder}) {
+        if (!folder.isEmpty())
+            m_shell.Folder_Changed(folder);
+    }
+    Set_Editor(); // the list has the document now, with its neighbours
     return true;
+}
+
+std::array<int, 3> Frm_Doc_Standard::Revisions() const
+{
+    return {m_form.content->revision(), m_form.memo->revision(), m_form.sum->revision()};
 }
 
 void Frm_Doc_Standard::Show_Style()
@@ -355,6 +399,7 @@ void Frm_Doc_Standard::Clear_Changed()
 {
     m_changed = false;
     m_storedPassword = m_form.password;
+    m_storedFolder = m_form.folder;
     m_draftTimer.stop();
     m_draft.Remove();
     m_form.content->setModified(false);
@@ -388,10 +433,12 @@ QString Frm_Doc_Standard::Draft_Password() const
     return typed.isEmpty() || typed != m_ui->Txt_Password2->text() ? m_storedPassword : typed;
 }
 
-void Frm_Doc_Standard::Write_Draft()
+bool Frm_Doc_Standard::Write_Draft()
 {
-    if (!m_changed || m_partial)
-        return;
+    if (m_saving)
+        m_draftTimer.start();
+    if (m_saving || !m_changed || m_partial)
+        return false;
     const bool written = Trap(QStringLiteral("Frm_Doc_Standard\\Write_Draft"), [&] {
         Read_Form();
         m_draft.Write(m_form, m_stored, Draft_Password());
@@ -399,6 +446,7 @@ void Frm_Doc_Standard::Write_Draft()
     });
     if (!written)
         m_shell.Set_Status(m_lang.GetString("_Draft_Failed"));
+    return written;
 }
 
 void Frm_Doc_Standard::Refuse(Save_Refusal refusal)

@@ -7,6 +7,7 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <array>
 #include <memory>
 
 class Editor_Commands;
@@ -31,8 +32,9 @@ public:
     void AddCode_Office(const QString &kind, const QString &folderId);
     /// Puts a web page into a new document, which takes its title. @param folder  where its relative addresses begin
     void Take_Page(const QString &page, const QString &folder);
-    /// Loads a stored document. @returns false when there is nothing to show (wrong password, unreadable); a
-    /// document of which only a part could be read is shown locked and is never stored.
+    /// Loads a stored document. @returns false when there is nothing to show: after a wrong password the form holds
+    /// nothing, with a database that cannot be read it is as it was. A document of which only a part could be read is
+    /// shown locked and is never stored.
     bool GetCode_ViaID(const QString &code_id);
     /// Validates and saves. @returns whether the document is stored now; else everything typed stays.
     bool Data_Update();
@@ -109,7 +111,10 @@ private:
     void Take_Selection(int index);
     /// What seals the draft: the password that is typed twice, else the one that the stored document has.
     [[nodiscard]] QString Draft_Password() const;
-    void Write_Draft();
+    bool Write_Draft();
+    /// The panes as they are, to tell whether text came into them meanwhile.
+    [[nodiscard]] std::array<int, 3> Revisions() const;
+    [[nodiscard]] bool Store();
     void Follow_Outside();
     void Take_Back();
 
@@ -123,10 +128,12 @@ private:
     std::unique_ptr<Outside_File> m_outside; ///< while another program may write the document's file
     QTimer m_outsideTimer;
     QString m_storedPassword;
+    QString m_storedFolder;
     bool m_stored = false;  ///< the form holds a stored document
     bool m_changed = false; ///< something was typed since the last load or save
     int m_viewMode = 0;
     bool m_showing = false; ///< the form is being filled by the program
     bool m_editing = true;
+    bool m_saving = false;  ///< timers that fire meanwhile wait
     bool m_partial = false; ///< only a part of the document could be read: it is never stored
 };

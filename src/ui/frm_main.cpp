@@ -71,7 +71,13 @@ void Frm_Main::Select_Last_Folder()
 
 void Frm_Main::Reload_All()
 {
-    Load_Root_Facts();
+    const auto load = [] {
+        Load_Root_Facts();
+        return true;
+    };
+    if (!Trap(QStringLiteral("Frm_Main\\Reload_All"), load,
+              [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); }))
+        return;
     m_tree->Update_Tree();
     m_left->Reload();
 }
@@ -124,6 +130,11 @@ void Frm_Main::Document_Changed(const QString &code_id)
 void Frm_Main::Open_Document(const QString &code_id)
 {
     m_tabs->Open(code_id);
+}
+
+bool Frm_Main::Is_Open(const QString &code_id) const
+{
+    return m_tabs->Find(code_id) > 0;
 }
 
 QString Frm_Main::Neighbour(const QString &code_id, int step) const

@@ -56,6 +56,7 @@ public:
     void Folder_Changed(const QString &id) override;
     void Document_Changed(const QString &code_id) override;
     void Open_Document(const QString &code_id) override;
+    [[nodiscard]] bool Is_Open(const QString &code_id) const override;
     [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override;
     void Select_In_List(const QString &code_id) override;
     void Panes_Changed() override;

@@ -23,6 +23,8 @@ public:
     /// The same, with every place of a key marked and the one at `place` on screen: a position in the plain text from
     /// 0, or -1 for the first one.
     virtual void Open_Document_At(const QString &code_id, const QString &key, qint64 place) = 0;
+    /// Whether a tab holds the document.
+    [[nodiscard]] virtual bool Is_Open(const QString &code_id) const = 0;
     /// Asks, and moves documents to the recycle bin or deletes those that are in it; list, tree and tabs follow.
     virtual void Delete_Documents(const QStringList &ids) = 0;
     /// Begins a new document in the selected folder.

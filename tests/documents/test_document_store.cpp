@@ -18,6 +18,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
+#include <QTimer>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -365,21 +366,57 @@ private slots:
         QCOMPARE(Sql_Cell(u"select Code_ReadNum from Code_Info"_s), u"1"_s);
     }
 
-    void A_Stream_That_Is_None_Is_Told()
+    void A_Damaged_Stream_Hides_Nothing_Else_data()
     {
-        Add_Document(u"{1}"_s, u"001"_s, u"t"_s, u"Code_Content='still here'"_s);
-        m_program->Write(u"in"_s, "no stream");
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addRow("body") << u"Code_Content_IO"_s << QStringList{u"body"_s, u"memo"_s, u"sum"_s};
+        QTest::addRow("memo") << u"Code_Memo_IO"_s << QStringList{u"body"_s, u""_s, u"sum"_s};
+        QTest::addRow("sum") << u"Code_Sum_IO"_s << QStringList{u"body"_s, u"memo"_s, u""_s};
+    }
+    void A_Damaged_Stream_Hides_Nothing_Else()
+    {
+        QFETCH(QString, column);
+        QFETCH(QStringList, shown);
+        Test_Form form(u"body"_s);
+        form.memo->setPlainText(u"memo"_s);
+        form.sum->setPlainText(u"sum"_s);
+        form.author = u"Ann"_s;
+        const QString id = Stored(form);
         {
             Recordset row;
             row.LockType = Lock_Type::Batch_Optimistic;
             row.Open(u"select * from Code_Info"_s, App().Conn_Str);
-            Copy_File_To_Blob(m_program->Path(u"in"_s), row[u"Code_Content_IO"_s]);
+            row[column].Set(QByteArray("no stream"));
             row.UpdateBatch();
         }
-        Test_Form form;
+        Test_Form read(u"another document"_s);
+        read.author = u"another's"_s;
         m_program->prompts.Expect(u"文件解压出错"_s, u"ok"_s);
-        QVERIFY(!GetCodeContent_Ex(u"{1}"_s, form));
+        QVERIFY(!GetCodeContent_Ex(id, read));
         QCOMPARE(m_program->Logged(), QStringList(u"Mod_DataBase\\GetCodeContent_Ex"_s));
+        QCOMPARE(read.code_id + read.author, id + u"Ann"_s);
+        QCOMPARE(QStringList({read.content->toPlainText(), read.memo->toPlainText(), read.sum->toPlainText()}), shown);
+    }
+
+    void A_Pane_That_Is_Not_Coded_Takes_No_Other_Panes_Stream()
+    {
+        Test_Form form(u"body"_s);
+        const QString id = Stored(form);
+        const QList<QStringList> before = Sql_Rows(u"select * from Code_Info"_s);
+        form.memo->setPlainText(u"memo"_s);
+        form.sum->setPlainText(u"sum"_s);
+        // Once the memo is coded, a directory stands where the coder would write next.
+        const QDir folder(m_program->Path(u"data/temp"_s));
+        QTimer block;
+        connect(&block, &QTimer::timeout, &block, [&] {
+            for (const QString &memo : folder.entryList({u"*temp3.DOC"_s}))
+                folder.mkpath(QString(memo).replace(u"temp3.DOC"_s, u"temp2.RTF.part"_s));
+        });
+        block.start(0);
+        m_program->prompts.Expect(u"保存出错"_s, u"ok"_s);
+        QVERIFY(!AddCodeContent_Ex_Standard(form, id));
+        QCOMPARE(Sql_Rows(u"select * from Code_Info"_s), before);
     }
 };
 

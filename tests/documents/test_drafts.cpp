@@ -100,8 +100,10 @@ private slots:
     void A_Draft_Is_One_File_And_Goes()
     {
         Test_Form form(u"text"_s);
+        form.password = u"typed in one of two boxes"_s;
         Draft draft, other;
         draft.Write(form, false, {});
+        QVERIFY(!m_program->Bytes(u"data/Zelqor.db-drafts/"_s + Files().value(0)).contains("boxes"));
         draft.Write(form, false, u"p"_s);
         other.Write(form, false, {});
         QCOMPARE(Files().size(), 2);

@@ -11,6 +11,7 @@ struct No_Shell : Shell {
     void Document_Changed(const QString & /*code_id*/) override {}
     void Open_Document(const QString & /*code_id*/) override {}
     void Open_Document_At(const QString & /*code_id*/, const QString & /*key*/, qint64 /*place*/) override {}
+    [[nodiscard]] bool Is_Open(const QString & /*code_id*/) const override { return false; }
     void Delete_Documents(const QStringList & /*ids*/) override {}
     void New_Document() override {}
     [[nodiscard]] QString Neighbour(const QString & /*code_id*/, int /*step*/) const override { return {}; }

@@ -21,6 +21,7 @@
 #include <QTabBar>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 #include <optional>
@@ -36,6 +37,7 @@ struct List_Shell : No_Shell {
 
     [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
     void Open_Document(const QString &code_id) override { tabs->Open(code_id); }
+    [[nodiscard]] bool Is_Open(const QString &code_id) const override { return tabs->Find(code_id) > 0; }
     [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override
     {
         const qsizetype row = list.indexOf(code_id);
@@ -253,6 +255,86 @@ private slots:
         Control<QToolButton>("Lbl_Previous").click();
         QTRY_COMPARE(m_tabs->count(), 1);
         QCOMPARE(Sql_Cell(u"select Code_UpdateNum from Code_Info where Code_Title='Two'"_s), u"0"_s);
+    }
+
+    void A_Document_Is_Edited_In_One_Tab()
+    {
+        const QString first = Stored(u"One"_s, u"1"_s);
+        const QString last = Stored(u"Two"_s, u"2"_s);
+        m_tabs->Open(last);
+        Type(u" typed"_s);
+        m_tabs->Open(first);
+        Control<QToolButton>("Lbl_Next").click();
+        QCOMPARE(m_tabs->currentIndex(), 1);
+        QCOMPARE(Control<QTextEdit>("Txt_Content").toPlainText(), u"2 typed"_s);
+        QCOMPARE(m_tabs->count(), 3);
+    }
+
+    void A_Next_Document_That_Cannot_Be_Read_Leaves_The_Present_One()
+    {
+        const QString first = Stored(u"One"_s, u"1"_s);
+        m_shell->list << u"{gone}"_s;
+        m_tabs->Open(first);
+        m_program->prompts.Expect(u"打开出错"_s, u"ok"_s);
+        Control<QToolButton>("Lbl_Next").click();
+        QVERIFY(m_tabs->Current_Document()->Is_Editing());
+        Type(u"+"_s);
+        QVERIFY(m_tabs->Save_Current());
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"1+"_s);
+    }
+
+    void A_Damaged_Document_Is_Shown_And_Never_Stored()
+    {
+        const QString id = Stored(u"One"_s, u"1"_s);
+        Sql_Run(u"update Code_Info set Code_Content_IO='none'"_s);
+        m_program->prompts.Expect(u"文件解压出错"_s, u"ok"_s);
+        m_tabs->Open(id);
+        QCOMPARE(Control<QTextEdit>("Txt_Content").toPlainText(), u"1"_s);
+        QVERIFY(!m_tabs->Current_Document()->Is_Editing());
+        m_program->prompts.Expect(u"不需再次保存"_s, u"ok"_s);
+        QVERIFY(!m_tabs->Save_Current());
+    }
+
+    void Text_That_Comes_In_During_A_Save_Is_Not_Stored_Yet()
+    {
+        m_tabs->Open(Stored(u"One"_s, u"1"_s));
+        Type(u"+"_s);
+        QTimer other;
+        connect(&other, &QTimer::timeout, &other, [&] {
+            other.stop();
+            QVERIFY(!m_tabs->Save_Current()); // one save at a time
+            Type(u" late"_s);
+        });
+        other.start(0);
+        QVERIFY(m_tabs->Save_Current());
+        QVERIFY(!other.isActive() && m_tabs->Current_Document()->Is_Changed());
+        QVERIFY(m_tabs->Save_Current() && !m_tabs->Current_Document()->Is_Changed());
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"1+ late"_s);
+    }
+
+    void Two_Drafts_Of_A_Document_Become_Two_Documents()
+    {
+        const QString id = Stored(u"One"_s, u"1"_s);
+        for (const QString &typed : {u" older"_s, u" newer"_s}) {
+            Draft draft;
+            Test_Form form(u"1"_s + typed);
+            form.code_id = id;
+            draft.Write(form, true, {});
+            for (const QString &name : Drafts()) {
+                if (!name.startsWith(u"999999"_s))
+                    QVERIFY(QFile::rename(
+                        m_program->Path(u"data/Zelqor.db-drafts/"_s + name),
+                        m_program->Path(u"data/Zelqor.db-drafts/999999-dead_"_s + typed.trimmed() + u".draft"_s)));
+            }
+            QTest::qWait(20); // the newest is told by its time
+        }
+        m_program->prompts.Expect(u"2 份资料尚未保存"_s, u"yes"_s);
+        m_tabs->Bring_Back_Unsaved();
+        QCOMPARE(m_tabs->count(), 3);
+        QVERIFY(m_tabs->Save_All());
+        QCOMPARE(Sql_Rows(u"select Code_Content from Code_Info order by Code_Content"_s),
+                 QList<QStringList>({{u"1 newer"_s}, {u"1 older"_s}}));
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info where Code_ID='%1'"_s.arg(id)), u"1 newer"_s);
     }
 
     void Automatic_Saving_Counts_Its_Ticks_data()
