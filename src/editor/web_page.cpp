@@ -11,14 +11,13 @@
 namespace
 {
 /// Stands for the picture directory's mark, whose ">" would end a tag.
-const QString Own_Scheme = QStringLiteral("zelqor-picture:");
+const QString Own_Scheme = QStringLiteral("zelqor-picture");
 
 /// The file that a picture's address means, "" for one that is not on this machine.
 QString Picture_File(const QUrl &name)
 {
-    const QString address = name.toString(QUrl::FullyDecoded);
-    if (address.startsWith(Own_Scheme))
-        return Html::Own_Picture(QLatin1String(Html::Picture_Directory_Mark) + address.mid(Own_Scheme.size()),
+    if (name.scheme() == Own_Scheme)
+        return Html::Own_Picture(QLatin1String(Html::Picture_Directory_Mark) + name.path(QUrl::FullyDecoded),
                                  Config().Pic_Dir);
     const bool local = name.scheme().isEmpty() || name.isLocalFile();
     const QString path = name.isLocalFile() ? name.toLocalFile() : name.path(QUrl::FullyDecoded);
@@ -37,8 +36,8 @@ QByteArray Picture_Bytes(const QUrl &name)
 void Web_Page::Show(const QString &page, QTextDocument &pane, const QUrl &base)
 {
     QString safe = page;
-    safe.replace(QLatin1String(Html::Picture_Directory_Mark), Own_Scheme);
-    safe.replace(QLatin1String("&lt;&lt;&lt;Pic_Dir&gt;&gt;&gt;"), Own_Scheme);
+    for (const char *mark : {Html::Picture_Directory_Mark, "&lt;&lt;&lt;Pic_Dir&gt;&gt;&gt;"})
+        safe.replace(QLatin1String(mark), Own_Scheme + QLatin1Char(':'));
     pane.setHtml(safe);
     Pictures::Keep(pane, pane, [&](const QString &name) {
         return Picture_Bytes(base.isEmpty() ? QUrl(name) : base.resolved(QUrl(name)));
