@@ -119,6 +119,7 @@ void Frm_Main::Folder_Changed(const QString &id)
 void Frm_Main::Document_Changed(const QString &code_id)
 {
     m_list->Refresh_Row(code_id);
+    m_left->Dates_Changed();
 }
 
 void Frm_Main::Open_Document(const QString &code_id)
@@ -428,6 +429,7 @@ void Frm_Main::Choose_Database()
     if (!m_tabs->Close_All())
         return;
     const Forms::Outcome outcome = Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
+        m_left->Forget_Search();
         if (Database_Chosen)
             Database_Chosen();
         Reload_All();
@@ -438,6 +440,7 @@ void Frm_Main::Choose_Database()
 
 void Frm_Main::Compact()
 {
+    m_left->Stop_Search();
     Set_Status(m_lang.GetString("_Compacting"));
     const QString answer = Trap(
         QStringLiteral("Frm_Main\\mnuComp_Click"),

@@ -368,7 +368,7 @@ private slots:
     void A_Folder_Is_Locked()
     {
         Select(u"001"_s);
-        m_pane->Set_Accepted_Password(u"old"_s);
+        m_pane->Set_Accepted_Password(u"001"_s, u"old"_s);
         m_program->prompts.Expect(u"不一致"_s, u"ok"_s);
         m_program->prompts.Expect(u"旧密码输入错误"_s, u"ok"_s);
         In_Dialog([](QDialog &form) {
@@ -386,7 +386,7 @@ private slots:
         Run("Mnu_Node_Pass");
         QCOMPARE(m_shell->said, QStringList(u"设置密码成功，请牢记密码。Work"_s));
         m_pane->Update_Tree();
-        QCOMPARE(m_pane->Accepted_Password(), QString());
+        QCOMPARE(m_pane->Accepted_Password(u"001"_s), QString());
     }
 
     void Folders_Are_Looked_Up()
