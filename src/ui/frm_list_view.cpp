@@ -152,9 +152,16 @@ void Frm_ListView::Select_Document(const QString &code_id)
 
 QString Frm_ListView::Neighbour(const QString &code_id, int step) const
 {
-    const int row = m_list.Find(code_id);
-    const int wanted = row + step;
-    return row < 0 || wanted < 0 || wanted >= m_list.Row_Count() ? QString() : m_list.Row(wanted).tag;
+    int row = m_list.Find(code_id);
+    if (row < 0)
+        return {};
+    const auto isThere = [this, &row] {
+        return row >= 0 && row < m_list.Row_Count();
+    };
+    do
+        row += step;
+    while (isThere() && m_list.Row(row).place >= 0);
+    return isThere() ? m_list.Row(row).tag : QString();
 }
 
 void Frm_ListView::Refresh_Row(const QString &code_id)
@@ -177,7 +184,7 @@ void Frm_ListView::Open_Row(const QModelIndex &row)
     if (m_searchKey.isEmpty())
         m_shell.Open_Document(id);
     else
-        m_shell.Open_Document_At(id, m_searchKey, row.data(List_Model::Place_Role).toLongLong());
+        m_shell.Open_Document_At(id, m_searchKey, row.row() - m_list.Find(id) - 1);
 }
 
 void Frm_ListView::dragEnterEvent(QDragEnterEvent *event)

@@ -45,7 +45,7 @@ public:
     void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
-    /// The id of a row's neighbour, "" at the ends of the page or when the row is not on it.
+    /// The id of a document's neighbour, "" at the ends of the page or when the document is not on it.
     [[nodiscard]] QString Neighbour(const QString &code_id, int step) const;
     void Select_Document(const QString &code_id);
     /// The key that was searched, "" for a list of another kind: an opened document shows its places.

@@ -124,7 +124,7 @@ void Frm_Main::Document_Changed(const QString &code_id)
 
 void Frm_Main::Open_Document(const QString &code_id)
 {
-    m_tabs->Open(code_id);
+    Open_Document_At(code_id, {}, -1);
 }
 
 QString Frm_Main::Neighbour(const QString &code_id, int step) const

@@ -20,8 +20,8 @@ public:
     virtual void Document_Changed(const QString &code_id) = 0;
     /// Opens a document in a tab, or selects the tab that has it.
     virtual void Open_Document(const QString &code_id) = 0;
-    /// The same, with every place of a key marked and the one at `place` on screen: a position in the plain text from
-    /// 0, or -1 for the first one.
+    /// The same, with every place of a key marked and one on screen: `place` counts them from 0; -1 is the first one
+    /// too.
     virtual void Open_Document_At(const QString &code_id, const QString &key, qint64 place) = 0;
     /// Asks, and moves documents to the recycle bin or deletes those that are in it; list, tree and tabs follow.
     virtual void Delete_Documents(const QStringList &ids) = 0;

@@ -8,20 +8,27 @@
 #include "ui/frm_list_view.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
+#include "ui/located_key.h"
 #include "ui/search_pane.h"
 #include "views/line_colors.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
+#include <QDir>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -178,6 +185,7 @@ private slots:
             return !ended.isEmpty() || ended.wait() ? ended.takeFirst().first().value<std::shared_ptr<Search_Result>>()
                                                     : nullptr;
         };
+        Sql_Run(u"update Code_Info set Code_Content='One' where Code_ID='{3}'"_s);
         const auto result = search(u"O'NE"_s);
         QVERIFY(result);
         m_form->Show_Source([&](List_Model &list, int /*page*/) {
@@ -185,10 +193,12 @@ private slots:
             return result->found.info;
         });
         m_form->Set_Search_Key(result->key);
-        QCOMPARE(List().model()->rowCount(), 3);
+        QCOMPARE(List().model()->rowCount(), 5);
         emit List().doubleClicked(List().model()->index(2, 0));
         emit List().doubleClicked(List().model()->index(0, 0));
-        QCOMPARE(m_shell->asked, QStringList({u"open {1} at 8 of ONE"_s, u"open {1} at -1 of ONE"_s}));
+        QCOMPARE(m_shell->asked, QStringList({u"open {1} at 1 of ONE"_s, u"open {1} at -1 of ONE"_s}));
+        QCOMPARE(m_form->Neighbour(u"{1}"_s, 1) + m_form->Neighbour(u"{3}"_s, 1), u"{3}"_s);
+        QCOMPARE(m_form->Neighbour(u"{3}"_s, -1) + m_form->Neighbour(u"{1}"_s, -1), u"{1}"_s);
 
         const auto nothing = search(u"nowhere"_s);
         QVERIFY(nothing && nothing->found.rows.empty());
@@ -206,6 +216,33 @@ private slots:
         m_program->prompts.Expect(u"关键字"_s, u"ok"_s);
         keys->setEditText(u"''"_s);
         pane.Cmd_FindTxt();
+    }
+
+    void A_Key_Is_Marked_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("place");
+        QTest::addColumn<int>("position");
+        QTest::addRow("none named") << u"ONE"_s << -1 << 4;
+        QTest::addRow("the second one") << u"one"_s << 1 << 12;
+        QTest::addRow("one that is not shown") << u"one"_s << 9 << 12;
+        QTest::addRow("one that lies over another") << u"aa"_s << 1 << 1;
+    }
+    void A_Key_Is_Marked()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, place);
+        QTextEdit text;
+        text.setPlainText(u"aaa\none two one"_s);
+        Mark_Key(text, key, place);
+        QTEST(text.textCursor().position(), "position");
+        QCOMPARE(text.extraSelections().size(), 3);
+        QTest::keyClick(&text, Qt::Key_Escape);
+        QCOMPARE(text.extraSelections().size(), 0);
+        Mark_Key(text, key, place);
+        QCOMPARE(text.extraSelections().size(), 3);
+        Mark_Key(text, {}, -1);
+        QCOMPARE(text.extraSelections().size(), 0);
     }
 
     void Colours_Reach_The_Documents()
