@@ -167,11 +167,11 @@ void Frm_Main::New_Document()
     m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder());
 }
 
-void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
+int Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
 {
     if (folderId.isEmpty()) {
         Prompts::Message(m_lang.GetString("_No_Drag_Root", "Frm_ListView"), App().App_Title);
-        return;
+        return 0;
     }
     QProgressDialog progress(m_lang.GetString("_Importing"), m_lang.GetString("_Cancel", "Buttons"), 0,
                              static_cast<int>(paths.size()), this);
@@ -191,6 +191,7 @@ void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
     m_list->Reload();
     m_tree->Recount(folderId);
     Set_Status(m_lang.GetString("_File_Import", "Frm_ListView") + QStringLiteral(" (%1)").arg(stored));
+    return stored;
 }
 
 void Frm_Main::Focus_List()
@@ -209,7 +210,7 @@ void Frm_Main::Clear_List()
 
 void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString &folderId)
 {
-    m_list->Remove_Rows(codeIds);
+    m_list->Reload();
     m_tabs->Follow_Documents(codeIds, folderId);
 }
 

@@ -33,13 +33,13 @@ public:
     virtual void Select_In_List(const QString &code_id) = 0;
     /// The settings of a document's panes were changed: the menu and the other documents follow.
     virtual void Panes_Changed() = 0;
-    /// Stores files as documents of a folder and shows them in the list.
-    virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
+    /// Stores files as documents of a folder and shows them in the list. @returns how many were stored
+    virtual int Import_Files(const QStringList &paths, const QString &folderId) = 0;
     /// Puts the keyboard into the document list.
     virtual void Focus_List() = 0;
     /// Shows no documents, after their folder went.
     virtual void Clear_List() = 0;
-    /// Documents live in another folder now: their rows leave the list, and open ones follow.
+    /// Documents live in another folder now: the list is filled anew, and open ones follow.
     virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
     /// A folder with its subtree has other ids now: what keeps ids of folders follows.
     virtual void Folder_Renumbered(const QString &oldId, const QString &newId) = 0;

@@ -14,6 +14,7 @@
 #include "users/scrambling.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
@@ -83,7 +84,9 @@ private slots:
             QCOMPARE(Listed(), QStringList(u"grape"_s));
         }
         m_window->Reload_All();
+        m_window->Documents_Moved({u"{1}"_s}, u"002"_s); // found in any folder
         QCOMPARE(Listed(), QStringList(u"grape"_s));
+        QCOMPARE(Get<QLabel>(*m_window, "Lab_Page_Infor_0").text(), u"1"_s);
         auto &tabs = *m_window->findChild<Left_Tabs *>();
         tabs.Stop_Search(); // none is running
         QCOMPARE(Listed(), QStringList(u"grape"_s));

@@ -36,13 +36,14 @@ struct Notes : No_Shell {
     QStringList done;
     Tree_Pane *pane = nullptr; ///< null: imports fail
     void Set_Status(const QString &text) override { said << text; }
-    void Import_Files(const QStringList &paths, const QString &folderId) override
+    int Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);
-        if (pane != nullptr) {
-            Add_Document(u"{new}"_s, folderId, u"imported"_s);
-            pane->Recount(folderId);
-        }
+        if (pane == nullptr)
+            return 0;
+        Add_Document(u"{new}"_s, folderId, u"imported"_s);
+        pane->Recount(folderId);
+        return 1;
     }
     void Focus_List() override { done << u"list"_s; }
     void Clear_List() override { done << u"clear"_s; }
