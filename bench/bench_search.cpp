@@ -23,6 +23,7 @@
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -137,7 +138,8 @@ struct Window {
 };
 
 /// The longest time that a window's timer waits from the click on Search until the places are on screen.
-void Longest_Wait(benchmark::State &state, const QString &key)
+/// @param meanwhile  done in the window some times while the search runs
+void Longest_Wait(benchmark::State &state, const QString &key, const std::function<void(Search_Pane &)> &meanwhile = {})
 {
     Library_File();
     const QTemporaryDir folder;
@@ -160,6 +162,14 @@ void Longest_Wait(benchmark::State &state, const QString &key)
             });
             QTimer::singleShot(300, &loop, &QEventLoop::quit);
         });
+        QTimer disturbance;
+        QObject::connect(&disturbance, &QTimer::timeout, [&, left = 5]() mutable {
+            if (left-- > 0)
+                meanwhile(*window.pane);
+        });
+        QObject::connect(window.pane, &Search_Pane::Search_Ended, &disturbance, &QTimer::stop);
+        if (meanwhile)
+            disturbance.start(70);
         since.start();
         timer.start(1);
         QTimer::singleShot(10, window.pane, &Search_Pane::Cmd_FindTxt);
@@ -178,6 +188,19 @@ void Longest_Wait_Common(benchmark::State &state)
     Longest_Wait(state, Common_Key);
 }
 
+void Longest_Wait_Restarts(benchmark::State &state)
+{
+    Longest_Wait(state, Common_Key, [](Search_Pane &pane) { pane.Cmd_FindTxt(); });
+}
+
+/// The write's own time is in it.
+void Longest_Wait_Writes(benchmark::State &state)
+{
+    Longest_Wait(state, Common_Key, [](Search_Pane & /*pane*/) {
+        Run_Statement(u"update Cate_Info set Cate_Exp=Cate_Exp where Cate_ID='001'"_s, App().Conn_Str);
+    });
+}
+
 BENCHMARK(Pass_Raw)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Search_Latin)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Search_Chinese)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -185,6 +208,8 @@ BENCHMARK(Search_Common)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Tool_Over_Files)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Longest_Wait_Rare)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Longest_Wait_Common)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Longest_Wait_Restarts)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Longest_Wait_Writes)->Unit(benchmark::kMillisecond)->UseRealTime();
 } // namespace
 
 int main(int argc, char **argv)

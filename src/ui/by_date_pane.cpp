@@ -33,6 +33,7 @@ void By_Date_Pane::Reload()
     expand(m_tree.Index_Of(0));
     Select(chosen);
     m_loading = false;
+    m_fresh = false;
 }
 
 void By_Date_Pane::Select(const QString &key)

@@ -3,6 +3,7 @@
 
 #include "core/config_store.h"
 #include "core/settings.h"
+#include "core/system_log.h"
 #include "ui/file_drops.h"
 #include "ui/icons.h"
 #include "ui/shell.h"
@@ -15,6 +16,7 @@
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QTimer>
 #include <algorithm>
 
 namespace
@@ -103,7 +105,7 @@ void Frm_ListView::Show_Source(Page_Source source, int page, const QString &empt
     m_page = page;
     m_searchKey.clear();
     m_ui->Lsv_Code_Info->Set_Empty_Text(emptyText.isEmpty() ? Empty_Hint() : emptyText);
-    Reload();
+    Fill();
     m_ui->Lsv_Code_Info->scrollToTop();
 }
 
@@ -113,15 +115,6 @@ void Frm_ListView::Show_Text(const QString &text)
     m_list.Clear();
     m_ui->Lsv_Code_Info->Set_Empty_Text(text);
     ShowPageInfo({});
-}
-
-void Frm_ListView::Remove_Rows(const QStringList &codeIds)
-{
-    for (const QString &id : codeIds) {
-        const int row = m_list.Find(id);
-        if (row >= 0)
-            m_list.Remove(row);
-    }
 }
 
 void Frm_ListView::Focus_Rows()
@@ -134,10 +127,25 @@ void Frm_ListView::Focus_Rows()
 
 void Frm_ListView::Reload()
 {
+    QAbstractItemView &rows = *m_ui->Lsv_Code_Info;
+    const int row = rows.currentIndex().row();
+    Fill();
+    if (row >= 0 && !rows.currentIndex().isValid())
+        rows.setCurrentIndex(m_list.index(std::min(row, m_list.Row_Count() - 1), 0));
+}
+
+void Frm_ListView::Fill()
+{
     if (!m_source)
         return;
     const QString current = m_ui->Lsv_Code_Info->currentIndex().data(List_Model::Tag_Role).toString();
-    ShowPageInfo(m_source(m_list, m_page));
+    Page_Info info = m_source(m_list, m_page);
+    const int last = static_cast<int>(info.labels[Page_Info::Pages]);
+    if (last > 0 && m_page > last) {
+        m_page = last;
+        info = m_source(m_list, m_page);
+    }
+    ShowPageInfo(info);
     if (m_sortColumn > 0)
         m_list.Sort_By(m_sortColumn, m_ascending);
     Select_Document(current);
@@ -152,9 +160,16 @@ void Frm_ListView::Select_Document(const QString &code_id)
 
 QString Frm_ListView::Neighbour(const QString &code_id, int step) const
 {
-    const int row = m_list.Find(code_id);
-    const int wanted = row + step;
-    return row < 0 || wanted < 0 || wanted >= m_list.Row_Count() ? QString() : m_list.Row(wanted).tag;
+    int row = m_list.Find(code_id);
+    if (row < 0)
+        return {};
+    const auto isThere = [this, &row] {
+        return row >= 0 && row < m_list.Row_Count();
+    };
+    do
+        row += step;
+    while (isThere() && m_list.Row(row).place >= 0);
+    return isThere() ? m_list.Row(row).tag : QString();
 }
 
 void Frm_ListView::Refresh_Row(const QString &code_id)
@@ -177,7 +192,7 @@ void Frm_ListView::Open_Row(const QModelIndex &row)
     if (m_searchKey.isEmpty())
         m_shell.Open_Document(id);
     else
-        m_shell.Open_Document_At(id, m_searchKey, row.data(List_Model::Place_Role).toLongLong());
+        m_shell.Open_Document_At(id, m_searchKey, row.row() - m_list.Find(id) - 1);
 }
 
 void Frm_ListView::dragEnterEvent(QDragEnterEvent *event)
@@ -190,8 +205,14 @@ void Frm_ListView::dropEvent(QDropEvent *event)
 {
     const QStringList files = Dropped_Files(*event->mimeData());
     event->setAccepted(!files.isEmpty());
-    if (!files.isEmpty())
-        m_shell.Import_Files(files, m_shell.Selected_Folder());
+    if (files.isEmpty())
+        return;
+    // The drag's source waits for this event; questions and imports come after it.
+    QTimer::singleShot(0, this, [this, files] {
+        const int stored = m_shell.Import_Files(files, m_shell.Selected_Folder());
+        if (stored > 0)
+            Add_Log(Log_Type::Imported, m_lang.GetString("_File_Import") + QStringLiteral(" (%1)").arg(stored));
+    });
 }
 
 void Frm_ListView::Apply_Columns()
@@ -252,7 +273,7 @@ void Frm_ListView::Go_To_Page(int page)
 {
     const int last = std::max(1, static_cast<int>(m_info.labels[Page_Info::Pages]));
     m_page = std::clamp(page, 1, last);
-    Reload();
+    Fill();
     m_ui->Lsv_Code_Info->scrollToTop();
 }
 

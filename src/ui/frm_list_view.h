@@ -5,6 +5,7 @@
 #include "ui/ctrl_language.h"
 #include "views/list_engine.h"
 
+#include <QPixmap>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -35,17 +36,16 @@ public:
     void Show_Source(Page_Source source, int page = 1, const QString &emptyText = {});
     /// Shows nothing but a text.
     void Show_Text(const QString &text);
-    /// Fills the page on screen anew, keeping the current row where it can.
+    /// Fills the page on screen anew, the last one where there is none of its number any more. The current row stays,
+    /// or the one that takes its place is current.
     void Reload();
     /// Reads a document's row anew; one that is not there yet is looked for, unless a search is shown.
     void Refresh_Row(const QString &code_id);
-    /// Takes rows out of the page on screen.
-    void Remove_Rows(const QStringList &codeIds);
     /// Puts the keyboard into the rows, on the first one when none is current.
     void Focus_Rows();
     /// Ids of the selected rows, in their order.
     [[nodiscard]] QStringList Selected_Ids() const;
-    /// The id of a row's neighbour, "" at the ends of the page or when the row is not on it.
+    /// The id of a document's neighbour, "" at the ends of the page or when the document is not on it.
     [[nodiscard]] QString Neighbour(const QString &code_id, int step) const;
     void Select_Document(const QString &code_id);
     /// The key that was searched, "" for a list of another kind: an opened document shows its places.
@@ -69,6 +69,7 @@ private:
     [[nodiscard]] static const std::vector<Command> &Commands();
 
     [[nodiscard]] QString Empty_Hint() const;
+    void Fill();
     void Connect_Controls();
     void Add_Commands();
     void Show_Menu(const QPoint &at);
@@ -101,6 +102,8 @@ private:
     Page_Source m_source;
     Page_Info m_info;
     QString m_searchKey;
+    QString m_pictureFile; ///< the file that m_picture shows
+    QPixmap m_picture;
     int m_page = 1;
     int m_sortColumn = 0; ///< 0: as listed
     bool m_ascending = true;

@@ -125,11 +125,12 @@ void Frm_Main::Folder_Changed(const QString &id)
 void Frm_Main::Document_Changed(const QString &code_id)
 {
     m_list->Refresh_Row(code_id);
+    m_left->Dates_Changed();
 }
 
 void Frm_Main::Open_Document(const QString &code_id)
 {
-    m_tabs->Open(code_id);
+    Open_Document_At(code_id, {}, -1);
 }
 
 bool Frm_Main::Is_Open(const QString &code_id) const
@@ -177,11 +178,11 @@ void Frm_Main::New_Document()
     m_tabs->Open_New(QStringLiteral("ADDCODE"), Selected_Folder());
 }
 
-void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
+int Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
 {
     if (folderId.isEmpty()) {
         Prompts::Message(m_lang.GetString("_No_Drag_Root", "Frm_ListView"), App().App_Title);
-        return;
+        return 0;
     }
     QProgressDialog progress(m_lang.GetString("_Importing"), m_lang.GetString("_Cancel", "Buttons"), 0,
                              static_cast<int>(paths.size()), this);
@@ -201,6 +202,7 @@ void Frm_Main::Import_Files(const QStringList &paths, const QString &folderId)
     m_list->Reload();
     m_tree->Recount(folderId);
     Set_Status(m_lang.GetString("_File_Import", "Frm_ListView") + QStringLiteral(" (%1)").arg(stored));
+    return stored;
 }
 
 void Frm_Main::Focus_List()
@@ -219,7 +221,7 @@ void Frm_Main::Clear_List()
 
 void Frm_Main::Documents_Moved(const QStringList &codeIds, const QString &folderId)
 {
-    m_list->Remove_Rows(codeIds);
+    m_list->Reload();
     m_tabs->Follow_Documents(codeIds, folderId);
 }
 
@@ -439,6 +441,7 @@ void Frm_Main::Choose_Database()
     if (!m_tabs->Close_All())
         return;
     const Forms::Outcome outcome = Forms::Show_Modal(QStringLiteral("Frm_Database"), this, {}, [this] {
+        m_left->Forget_Search();
         if (Database_Chosen)
             Database_Chosen();
         Reload_All();
@@ -449,6 +452,7 @@ void Frm_Main::Choose_Database()
 
 void Frm_Main::Compact()
 {
+    m_left->Stop_Search();
     Set_Status(m_lang.GetString("_Compacting"));
     const QString answer = Trap(
         QStringLiteral("Frm_Main\\mnuComp_Click"),

@@ -63,7 +63,7 @@ public:
     void Delete_Documents(const QStringList &ids) override;
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
     void New_Document() override;
-    void Import_Files(const QStringList &paths, const QString &folderId) override;
+    int Import_Files(const QStringList &paths, const QString &folderId) override;
     void Focus_List() override;
     void Clear_List() override;
     void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;

@@ -37,6 +37,7 @@ Left_Tabs::Left_Tabs(Shell &shell, QTabWidget &tabs, Tree_Pane &tree, Frm_ListVi
         m_result = result;
         if (m_tabs.currentWidget() == m_searchPage)
             List_Result();
+        m_result->old = true;
     });
 }
 
@@ -53,6 +54,7 @@ void Left_Tabs::Follow_Folders()
     const QAbstractItemModel *folders = m_tree.model();
     const auto stale = [this] {
         m_foldersStale = true;
+        Dates_Changed();
         if (m_tabs.currentWidget() == m_searchPage)
             QMetaObject::invokeMethod(this, &Left_Tabs::Copy_Folders, Qt::QueuedConnection);
     };
@@ -72,12 +74,15 @@ void Left_Tabs::Copy_Folders()
 
 void Left_Tabs::List_Folder(const QString &id)
 {
-    m_list.Show_Source([this, id](List_Model &list, int page) {
-        QString password = m_tree.Accepted_Password();
-        const Page_Info info = ShowCodeInfoToList_Ex(id, list, false, page, {}, password);
-        m_tree.Set_Accepted_Password(password);
-        return info;
-    });
+    // Only the choice itself asks for a password: filled anew without one, the list stays empty.
+    m_list.Show_Source(
+        [this, id, password = m_tree.Accepted_Password(id), asks = true](List_Model &list, int page) mutable {
+            const bool first = std::exchange(asks, false);
+            const Page_Info info = ShowCodeInfoToList_Ex(id, list, false, page, {}, password, first);
+            if (first)
+                m_tree.Set_Accepted_Password(id, password);
+            return info;
+        });
     emit Listed();
 }
 
@@ -97,11 +102,12 @@ void Left_Tabs::List_Result()
     if (m_result == nullptr)
         return;
     m_list.Show_Source(
-        [result = m_result, again = false](List_Model &list, int /*page*/) mutable {
+        [result = m_result](List_Model &list, int /*page*/) {
             list.Replace(result->found.rows);
-            if (std::exchange(again, true))
-                Refresh_List(list);
-            return result->found.info;
+            Page_Info info = result->found.info;
+            if (result->old)
+                info.labels[Page_Info::Total] -= Refresh_List(list);
+            return info;
         },
         1, m_result->scope);
     m_list.Set_Search_Key(m_result->key);
@@ -114,8 +120,7 @@ void Left_Tabs::Show_Tab()
     if (page == m_treePage) {
         List_Folder(m_tree.Selected_Id());
     } else if (page == m_byDatePage) {
-        if (std::exchange(m_yearsStale, false))
-            m_byDate->Reload();
+        Read_Dates();
         if (!m_byDate->Selected_Key().isEmpty())
             List_Date(Date_Text_Of(m_byDate->Selected_Key()));
     } else if (page == m_searchPage) {
@@ -126,8 +131,34 @@ void Left_Tabs::Show_Tab()
 
 void Left_Tabs::Reload()
 {
-    m_yearsStale = true;
+    m_datesStale = true;
     Show_Tab();
+}
+
+void Left_Tabs::Dates_Changed()
+{
+    m_datesStale = true;
+    if (m_tabs.currentWidget() == m_byDatePage)
+        QMetaObject::invokeMethod(this, &Left_Tabs::Read_Dates, Qt::QueuedConnection);
+}
+
+void Left_Tabs::Read_Dates()
+{
+    if (std::exchange(m_datesStale, false))
+        m_byDate->Reload();
+}
+
+void Left_Tabs::Stop_Search()
+{
+    m_search->Stop_Now();
+}
+
+void Left_Tabs::Forget_Search()
+{
+    Stop_Search();
+    m_result = nullptr;
+    if (m_tabs.currentWidget() == m_searchPage)
+        m_list.Show_Text({});
 }
 
 void Left_Tabs::Show_Page(const char *page, bool on)

@@ -24,8 +24,15 @@ public:
 
     /// Lists a folder.
     void List_Folder(const QString &id);
-    /// Loads what stands beside the tree anew, after documents or the database changed.
+    /// Shows what is chosen in the tab on screen anew, and reads the dates anew.
     void Reload();
+    /// Documents were written or went: the tree of dates is read anew, at once while it is on screen. A change of the
+    /// folder tree, which counts documents, says so by itself.
+    void Dates_Changed();
+    /// Ends a running search as its user would: the file is free then.
+    void Stop_Search();
+    /// The database is another one: there is no search any more.
+    void Forget_Search();
     /// Shows a tab, and brings it to the front, or hides it; `page` is its name.
     void Show_Page(const char *page, bool on);
     /// Writes what the tabs keep for the next start.
@@ -41,6 +48,7 @@ private:
     QWidget *Fill_Page(const char *name, const QString &shown, QWidget *pane);
     void Follow_Folders();
     void Copy_Folders();
+    void Read_Dates();
     void Show_Tab();
     void List_Date(const QString &dateText);
     void List_Result();
@@ -56,5 +64,5 @@ private:
     QWidget *m_searchPage = nullptr;
     std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
     bool m_foldersStale = true;
-    bool m_yearsStale = true;
+    bool m_datesStale = true;
 };

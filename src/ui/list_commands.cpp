@@ -16,7 +16,6 @@
 
 #include <QAction>
 #include <QClipboard>
-#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -74,9 +73,10 @@ void Frm_ListView::Add_Commands()
 
 void Frm_ListView::Show_Menu(const QPoint &at)
 {
-    const bool hasRows = !Selected_Ids().isEmpty();
+    const qsizetype rows = Selected_Ids().size();
     for (size_t i = 0; i < m_actions.size(); ++i)
-        m_actions[i]->setEnabled(hasRows || !Commands()[i].forRows);
+        m_actions[i]->setEnabled(rows > 0 || !Commands()[i].forRows);
+    m_menu->findChild<QAction *>(QStringLiteral("Mnu_Lsv_Code_Info_VirCate"))->setEnabled(rows == 1);
     m_menu->findChild<QAction *>(QStringLiteral("Mnu_List_No_Picture"))->setVisible(m_ui->Img_List->isVisibleTo(this));
     m_menu->exec(m_ui->Lsv_Code_Info->viewport()->mapToGlobal(at));
     for (QAction *action : m_actions)
@@ -132,8 +132,9 @@ void Frm_ListView::Move_Selected()
 void Frm_ListView::Edit_Memberships()
 {
     const QStringList ids = Selected_Ids();
-    if (!ids.isEmpty())
-        Forms::Show_Modal(QStringLiteral("Frm_ListView_VirCate"), this, ids.first());
+    if (ids.size() == 1 &&
+        Forms::Show_Modal(QStringLiteral("Frm_ListView_VirCate"), this, ids.first()) == Forms::Outcome::Accepted)
+        Reload();
 }
 
 void Frm_ListView::Copy_Titles()
@@ -172,6 +173,27 @@ void Frm_ListView::Show_Properties()
         [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
 }
 
+namespace
+{
+/// Copies a picture into the folder. @returns its name there: with a number where another picture has its own
+QString Take_Picture(const QString &path, const QString &folder)
+{
+    Files::Make_Directory(folder);
+    const QFileInfo file(path);
+    for (int number = 1;; ++number) {
+        QString name =
+            number == 1
+                ? file.fileName()
+                : QStringLiteral("%1 (%2).%3").arg(file.completeBaseName(), QString::number(number), file.suffix());
+        const QString target = folder + QLatin1Char('/') + name;
+        if (QFileInfo::exists(target) && Files::Read_Bytes(target) != Files::Read_Bytes(path))
+            continue;
+        Files::Copy_File(path, target);
+        return name;
+    }
+}
+} // namespace
+
 void Frm_ListView::Choose_Picture()
 {
     const QString folder = Files::Native_Path(App().App_Path + QStringLiteral("data/img"));
@@ -179,14 +201,16 @@ void Frm_ListView::Choose_Picture()
                                             QStringLiteral("*.png;*.jpg;*.bmp;*.gif|*.png *.jpg *.jpeg *.bmp *.gif"));
     if (path.isEmpty())
         return;
-    const QString name = QFileInfo(path).fileName();
-    if (QFileInfo(path).absolutePath() != QFileInfo(folder).absoluteFilePath()) {
-        QDir().mkpath(folder);
-        QFile::copy(path, folder + QLatin1Char('/') + name);
-    }
-    Config().Pic_List = name;
-    WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), name);
-    setListPic(name);
+    Trap(
+        QStringLiteral("Frm_ListView\\Mnu_List_Picture"),
+        [&] {
+            const bool isThere = QFileInfo(path).absolutePath() == QFileInfo(folder).absoluteFilePath();
+            const QString name = isThere ? QFileInfo(path).fileName() : Take_Picture(path, folder);
+            Config().Pic_List = name;
+            WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), name);
+            setListPic(name);
+        },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
 }
 
 void Frm_ListView::Close_Picture()

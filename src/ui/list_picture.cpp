@@ -30,6 +30,7 @@ void Frm_ListView::setListPic(const QString &name)
         const QString path = Picture_File(wanted);
         m_ui->Img_List->setVisible(!path.isEmpty());
         m_ui->Img_List->setProperty("Picture", path);
+        m_pictureFile.clear();
         if (!wanted.isEmpty() && path.isEmpty()) {
             Prompts::Message(wanted + Pack_Text("Frm_ListView", "_No_Exist"), App().App_Title);
             return;
@@ -47,13 +48,17 @@ void Frm_ListView::Show_Picture()
     const QModelIndex current = m_ui->Lsv_Code_Info->currentIndex();
     const QString file = current.isValid() ? current.siblingAtColumn(column).data().toString() : QString();
     const QString ofRow = Picture_File(file.section(QLatin1Char('\\'), -1).section(QLatin1Char('/'), -1));
-    QImageReader reader(ofRow.isEmpty() ? m_ui->Img_List->property("Picture").toString() : ofRow);
-    reader.setAutoTransform(true);
-    const QPixmap picture = QPixmap::fromImage(reader.read());
+    const QString shown = ofRow.isEmpty() ? m_ui->Img_List->property("Picture").toString() : ofRow;
+    if (m_pictureFile != shown) {
+        QImageReader reader(shown);
+        reader.setAutoTransform(true);
+        m_picture = QPixmap::fromImage(reader.read());
+        m_pictureFile = shown;
+    }
     const QSize room = m_ui->Img_List->contentsRect().size();
-    m_ui->Img_List->setPixmap(picture.isNull() || room.isEmpty()
+    m_ui->Img_List->setPixmap(m_picture.isNull() || room.isEmpty()
                                   ? QPixmap()
-                                  : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+                                  : m_picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
 void Frm_ListView::resizeEvent(QResizeEvent *event)

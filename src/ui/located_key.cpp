@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/located_key.h"
 
+#include <QKeyEvent>
 #include <QTextBlock>
 #include <QTextEdit>
 
@@ -9,24 +10,51 @@ namespace
 /// More marks than this help nobody, and each one costs time.
 constexpr int Most_Marks = 2000;
 
-QTextCursor Place_At(QTextDocument &document, const QString &key, qint64 place)
+/// Lives in a text while it has marks.
+class Marks_Owner : public QObject
 {
-    QTextCursor at(&document);
-    const auto last = static_cast<qint64>(document.characterCount()) - 1;
-    if (place >= 0 && place + key.size() <= last) {
-        at.setPosition(static_cast<int>(place));
-        at.setPosition(static_cast<int>(place + key.size()), QTextCursor::KeepAnchor);
-        QString selected = at.selectedText();
-        selected.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-        if (selected.compare(key, Qt::CaseInsensitive) == 0)
-            return at;
+public:
+    static QString Name() { return QStringLiteral("Key_Marks"); }
+
+    explicit Marks_Owner(QTextEdit &text) : QObject(&text)
+    {
+        setObjectName(Name());
+        text.installEventFilter(this);
     }
-    return document.find(key);
+
+protected:
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+            static_cast<QTextEdit *>(parent())->setExtraSelections({});
+            deleteLater();
+        }
+        return false;
+    }
+};
+
+void Take_Marks_Away(QTextEdit &text)
+{
+    QObject *owner = text.findChild<QObject *>(Marks_Owner::Name(), Qt::FindDirectChildrenOnly);
+    if (owner == nullptr)
+        return;
+    text.setExtraSelections({});
+    delete owner;
+}
+
+void Go_To(QTextEdit &text, QTextCursor there)
+{
+    // A selection would lie over the mark.
+    there.setPosition(there.selectionStart());
+    text.setTextCursor(there);
+    text.ensureCursorVisible();
+    text.setFocus();
 }
 } // namespace
 
 void Mark_Key(QTextEdit &text, const QString &key, qint64 place)
 {
+    Take_Marks_Away(text);
     if (key.isEmpty())
         return;
     QTextDocument &document = *text.document();
@@ -34,19 +62,21 @@ void Mark_Key(QTextEdit &text, const QString &key, qint64 place)
     mark.setBackground(QColor(255, 224, 102));
     mark.setForeground(Qt::black);
     QList<QTextEdit::ExtraSelection> marks;
-    for (QTextCursor at = document.find(key); !at.isNull() && marks.size() < Most_Marks; at = document.find(key, at))
-        marks << QTextEdit::ExtraSelection{at, mark};
-    QTextCursor there = Place_At(document, key, place);
-    if (!there.isNull()) {
-        mark.setBackground(QColor(255, 150, 40));
-        marks << QTextEdit::ExtraSelection{there, mark};
+    QTextCursor there;
+    qint64 number = 0;
+    // Places may lie over each other.
+    for (QTextCursor at = document.find(key); !at.isNull() && (number <= place || marks.size() < Most_Marks);
+         at = document.find(key, at.selectionStart() + 1), ++number) {
+        if (number == 0 || number <= place)
+            there = at;
+        if (marks.size() < Most_Marks)
+            marks << QTextEdit::ExtraSelection{at, mark};
     }
-    text.setExtraSelections(marks);
     if (there.isNull())
         return;
-    // A selection would lie over the mark.
-    there.setPosition(there.selectionStart());
-    text.setTextCursor(there);
-    text.ensureCursorVisible();
-    text.setFocus();
+    mark.setBackground(QColor(255, 150, 40));
+    marks << QTextEdit::ExtraSelection{there, mark};
+    text.setExtraSelections(marks);
+    new Marks_Owner(text);
+    Go_To(text, there);
 }

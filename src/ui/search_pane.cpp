@@ -105,6 +105,16 @@ void Search_Pane::Cmd_FindTxt()
     Remember_Key(key);
 }
 
+void Search_Pane::Stop_Now()
+{
+    if (!m_run.Is_Running())
+        return;
+    m_run.Forget();
+    Search_Outcome stopped;
+    stopped.stopped = true;
+    Show_Outcome(stopped);
+}
+
 void Search_Pane::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape && m_run.Is_Running())
@@ -164,15 +174,17 @@ void Search_Pane::Show_Outcome(Search_Outcome &outcome)
 {
     Show_Running(false);
     m_result->found = std::move(outcome.found);
+    QString end = m_lang.GetString("_LookEnd", "Frm_Main");
     if (outcome.error.number != 0) {
         Err() = outcome.error;
-        Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation);
+        end = m_result->scope = Error_Text(Err());
+        Prompts::Message(end, App().App_Title, Prompts::Icon::Exclamation);
         Error_Log(QStringLiteral("Frm_Main\\Cmd_FindTxt_Click"));
     }
     if (outcome.stopped)
-        m_result->scope = m_lang.GetString("_Stopped");
+        end = m_result->scope = m_lang.GetString("_Stopped");
     emit Search_Ended(m_result);
-    m_shell.Set_Status(outcome.stopped ? m_lang.GetString("_Stopped") : m_lang.GetString("_LookEnd", "Frm_Main"));
+    m_shell.Set_Status(end);
 }
 
 Search_Request Search_Pane::Request_On_Screen()

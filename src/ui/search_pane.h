@@ -19,7 +19,8 @@ class Search_Pane;
 struct Search_Result {
     Condition_Rows found;
     QString key;
-    QString scope; ///< which folders and fields were searched, for a list that stays empty
+    QString scope;    ///< for a list that stays empty: which folders and fields were searched, or what went wrong
+    bool old = false; ///< the rows are to be read anew when they are shown
 };
 
 /// The search pane: the key, the folders and the fields that are searched.
@@ -35,10 +36,12 @@ public:
     void Copy_Folders(const Tree_Model &tree);
     /// Puts the cursor into the key.
     void Start_Typing();
-    /// Writes the last keys, the latest first, to the settings.
+    /// Writes the keys at the end of the list to the settings, the last one first.
     void Save_History();
     /// Starts the search that is set up on screen.
     void Cmd_FindTxt();
+    /// Stops a running search and waits for its end.
+    void Stop_Now();
 
 signals:
     /// The list is to be cleared; the result follows.

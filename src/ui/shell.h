@@ -20,8 +20,8 @@ public:
     virtual void Document_Changed(const QString &code_id) = 0;
     /// Opens a document in a tab, or selects the tab that has it.
     virtual void Open_Document(const QString &code_id) = 0;
-    /// The same, with every place of a key marked and the one at `place` on screen: a position in the plain text from
-    /// 0, or -1 for the first one.
+    /// The same, with every place of a key marked and one on screen: `place` counts them from 0; -1 is the first one
+    /// too.
     virtual void Open_Document_At(const QString &code_id, const QString &key, qint64 place) = 0;
     /// Whether a tab holds the document.
     [[nodiscard]] virtual bool Is_Open(const QString &code_id) const = 0;
@@ -35,13 +35,13 @@ public:
     virtual void Select_In_List(const QString &code_id) = 0;
     /// The settings of a document's panes were changed: the menu and the other documents follow.
     virtual void Panes_Changed() = 0;
-    /// Stores files as documents of a folder and shows them in the list.
-    virtual void Import_Files(const QStringList &paths, const QString &folderId) = 0;
+    /// Stores files as documents of a folder and shows them in the list. @returns how many were stored
+    virtual int Import_Files(const QStringList &paths, const QString &folderId) = 0;
     /// Puts the keyboard into the document list.
     virtual void Focus_List() = 0;
     /// Shows no documents, after their folder went.
     virtual void Clear_List() = 0;
-    /// Documents live in another folder now: their rows leave the list, and open ones follow.
+    /// Documents live in another folder now: the list is filled anew, and open ones follow.
     virtual void Documents_Moved(const QStringList &codeIds, const QString &folderId) = 0;
     /// A folder with its subtree has other ids now: what keeps ids of folders follows.
     virtual void Folder_Renumbered(const QString &oldId, const QString &newId) = 0;

@@ -111,15 +111,15 @@ bool Tree_Pane::Is_Locked(const QString &id) const
     return m_locked.contains(id);
 }
 
-QString Tree_Pane::Accepted_Password() const
+QString Tree_Pane::Accepted_Password(const QString &id) const
 {
-    const int node = Selected_Node();
+    const int node = m_tree.Find(Folder_Key(id));
     return node < 0 ? QString() : m_tree.Node(node).tag;
 }
 
-void Tree_Pane::Set_Accepted_Password(const QString &password)
+void Tree_Pane::Set_Accepted_Password(const QString &id, const QString &password)
 {
-    const int node = Selected_Node();
+    const int node = m_tree.Find(Folder_Key(id));
     if (node >= 0)
         m_tree.Set_Tag(node, password);
 }

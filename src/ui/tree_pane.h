@@ -40,9 +40,9 @@ public:
     void Show_Locks();
     [[nodiscard]] bool Is_Locked(const QString &id) const;
 
-    /// The password that was accepted for the selected folder.
-    [[nodiscard]] QString Accepted_Password() const;
-    void Set_Accepted_Password(const QString &password);
+    /// The password that was accepted for a folder.
+    [[nodiscard]] QString Accepted_Password(const QString &id) const;
+    void Set_Accepted_Password(const QString &id, const QString &password);
 
     [[nodiscard]] const Tree_Model &Tree() const { return m_tree; }
     [[nodiscard]] Folder_Model &Model() { return m_tree; }

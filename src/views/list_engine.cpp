@@ -21,6 +21,7 @@ struct Request {
     QString cateId;
     bool allFolders;
     QString dateText;
+    bool mayAsk;
 };
 
 bool File_Dialect()
@@ -67,7 +68,7 @@ QString Date_Filter(const QString &date)
 
 /// The filter that a folder's password lets through: none for a right one, else only folders without a password.
 /// No value when the list is to stay empty.
-std::optional<QString> Password_Filter(const QString &cateId, QString &password)
+std::optional<QString> Password_Filter(const QString &cateId, QString &password, bool mayAsk)
 {
     Recordset folder;
     folder.Open(Sql_Text(Sql::Folder_Password, cateId), App().Conn_Str);
@@ -77,6 +78,8 @@ std::optional<QString> Password_Filter(const QString &cateId, QString &password)
     const QString wanted = Unscramble_Text(stored);
     if (wanted == password)
         return QString();
+    if (!mayAsk)
+        return std::nullopt;
     const QString typed =
         Prompts::Input(Pack_Text("Frm_Main", "_Screct_Word"), Pack_Text("Frm_Main", "_Screct_Title"), {}, true);
     if (typed.isEmpty())
@@ -117,7 +120,7 @@ std::optional<QString> Row_Statement(const Request &request, qint64 rows, QStrin
         return All_Folders_Statement(request, top, order);
     if (request.cateId.isEmpty())
         return Sql_Text(Sql::Rows_Of_Root, top, order);
-    const std::optional<QString> pass = Password_Filter(request.cateId, password);
+    const std::optional<QString> pass = Password_Filter(request.cateId, password, request.mayAsk);
     if (!pass)
         return std::nullopt;
     return Folder_Statement(request, top, *pass + Date_Filter(request.dateText), order);
@@ -158,11 +161,11 @@ Page_Info Fill_Page(const Request &request, List_Model &list, int page, QString 
 } // namespace
 
 Page_Info ShowCodeInfoToList_Ex(const QString &cateId, List_Model &list, bool allFolders, int page,
-                                const QString &dateText, QString &password)
+                                const QString &dateText, QString &password, bool mayAsk)
 {
     list.Clear();
     return Trap(QStringLiteral("Mod_DataBase\\ShowCodeInfoToList_Ex"), [&] {
-        return Fill_Page({cateId, allFolders, dateText}, list, page, password);
+        return Fill_Page({cateId, allFolders, dateText, mayAsk}, list, page, password);
     });
 }
 
@@ -211,10 +214,11 @@ void Refresh_List_Row(List_Model &list, const QString &code_id)
     });
 }
 
-void Refresh_List(List_Model &list)
+int Refresh_List(List_Model &list)
 {
-    Trap(QStringLiteral("Mod_DataBase\\Refresh_List"), [&] {
+    return Trap(QStringLiteral("Mod_DataBase\\Refresh_List"), [&] {
         std::vector<List_Row> kept;
+        int gone = 0;
         bool here = false;
         for (int i = 0; i < list.Row_Count(); ++i) {
             const List_Row &old = list.Row(i);
@@ -227,7 +231,10 @@ void Refresh_List(List_Model &list)
             here = row.has_value();
             if (here)
                 kept.push_back(std::move(*row));
+            else
+                ++gone;
         }
         list.Replace(std::move(kept));
+        return gone;
     });
 }

@@ -21,9 +21,10 @@ struct Page_Info {
 /// @param page        from 1
 /// @param dateText    "", a full date, or the beginning of one
 /// @param password    in: the password already accepted for this folder; out: the one accepted now
+/// @param mayAsk      asks for the password where it is needed; else the list stays empty
 /// Errors go under "Mod_DataBase\ShowCodeInfoToList_Ex" and leave the list empty.
 Page_Info ShowCodeInfoToList_Ex(const QString &cateId, List_Model &list, bool allFolders, int page,
-                                const QString &dateText, QString &password);
+                                const QString &dateText, QString &password, bool mayAsk = true);
 
 /// Lists by a ready-made WHERE text, with no paging. @param limit  rows that are shown at most
 Page_Info ShowCodeInfoToList_Ex_Key(const QString &where, List_Model &list, const QString &searchKey, int page,
@@ -42,8 +43,8 @@ Condition_Rows Rows_By_Condition(const QString &where, const QString &searchKey,
 /// stand below them, if the setting CH_Lsv_Detail wants it. @returns documents added
 int Fill_List_Rows(Recordset &rows, List_Model &list, int maxRows, const QString &searchKey = {});
 
-/// Reads every document's row anew and drops those whose documents are gone.
-void Refresh_List(List_Model &list);
+/// Reads every document's row anew and drops those whose documents are gone. @returns how many those are
+int Refresh_List(List_Model &list);
 
 /// Reads one document's row anew, keeping its number, if it is in the list.
 void Refresh_List_Row(List_Model &list, const QString &code_id);

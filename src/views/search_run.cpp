@@ -4,14 +4,15 @@
 #include "core/error_log.h"
 #include "platform/database/database.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEvent>
+#include <utility>
 
 namespace
 {
 constexpr qint64 Milliseconds_Between_Reports = 60;
 constexpr unsigned long Pause_For_Writer = 20;
-/// A search that was stopped so often by writers takes its turn at last.
-constexpr int Most_Times_Given_Way = 50;
 } // namespace
 
 Search_Run::~Search_Run()
@@ -21,48 +22,66 @@ Search_Run::~Search_Run()
 
 void Search_Run::Start(const QString &where, const QString &searchKey, int limit)
 {
-    Forget();
-    m_stop = false;
-    auto outcome = std::make_shared<Search_Outcome>();
-    m_thread.reset(QThread::create([this, where, searchKey, limit, setting = List_Setting::Now(), outcome] {
-        Run(where, searchKey, limit, setting, *outcome);
-    }));
-    connect(m_thread.get(), &QThread::finished, this, [this, outcome] {
-        m_thread->wait();
-        m_thread.reset();
-        if (m_stop) {
-            // A stop that came when the rows were already found counts too.
-            outcome->stopped = true;
-            outcome->found = {};
-        }
-        emit Finished(outcome);
-    });
-    m_thread->start();
+    const Request request{where, searchKey, limit, List_Setting::Now()};
+    if (m_thread == nullptr)
+        return Begin(request);
+    m_stop = true;
+    m_next = request;
+}
+
+void Search_Run::Stop()
+{
+    m_stop = true;
+    m_next.reset();
 }
 
 void Search_Run::Forget()
 {
+    Stop();
     if (m_thread == nullptr)
         return;
-    disconnect(m_thread.get(), nullptr, this, nullptr);
-    m_stop = true;
     m_thread->wait();
     m_thread.reset();
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall); // its news on their way, that of its end among them
 }
 
-void Search_Run::Run(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
-                     Search_Outcome &outcome)
+void Search_Run::Begin(const Request &request)
 {
-    for (int tries = 1;; ++tries) {
+    m_stop = false;
+    auto outcome = std::make_shared<Search_Outcome>();
+    m_thread.reset(QThread::create([this, request, outcome] {
+        Run(request, *outcome);
+        Database_Engine::Let_Go();
+    }));
+    connect(m_thread.get(), &QThread::finished, this, [this, outcome] { End(outcome); });
+    m_thread->start();
+}
+
+void Search_Run::End(const std::shared_ptr<Search_Outcome> &outcome)
+{
+    m_thread->wait();
+    m_thread.reset();
+    if (m_next)
+        return Begin(*std::exchange(m_next, std::nullopt));
+    if (m_stop) {
+        // A stop that came when the rows were already found counts too.
+        outcome->stopped = true;
+        outcome->found = {};
+    }
+    emit Finished(outcome);
+}
+
+void Search_Run::Run(const Request &request, Search_Outcome &outcome)
+{
+    for (;;) {
         try {
-            Search_Once(where, searchKey, limit, setting, outcome);
+            Search_Once(request, outcome);
             return;
         } catch (const Run_Time_Error &error) {
             outcome.found = {};
-            outcome.stopped = error.failure == Failure::Stopped && m_stop;
-            if (outcome.stopped)
+            if (m_stop)
                 return;
-            if (error.failure != Failure::Stopped || tries > Most_Times_Given_Way) {
+            if (error.failure != Failure::Stopped) {
                 outcome.error = {error.number, error.description, error.failure};
                 return;
             }
@@ -71,17 +90,23 @@ void Search_Run::Run(const QString &where, const QString &searchKey, int limit, 
     }
 }
 
-void Search_Run::Search_Once(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
-                             Search_Outcome &outcome)
+void Search_Run::Search_Once(const Request &request, Search_Outcome &outcome)
 {
     QElapsedTimer sinceReport;
     sinceReport.start();
     const Database_Engine::Watch watch([&](qint64 rows, qint64 all) {
         if (sinceReport.elapsed() >= Milliseconds_Between_Reports) {
             sinceReport.restart();
-            emit Progressed(rows, all);
+            // By way of this object, which can take it back.
+            QMetaObject::invokeMethod(
+                this,
+                [this, rows, all] {
+                    if (!m_stop)
+                        emit Progressed(rows, all);
+                },
+                Qt::QueuedConnection);
         }
         return !m_stop;
     });
-    outcome.found = Rows_By_Condition(where, searchKey, limit, setting);
+    outcome.found = Rows_By_Condition(request.where, request.searchKey, request.limit, request.setting);
 }

@@ -8,6 +8,7 @@
 #include <QThread>
 #include <atomic>
 #include <memory>
+#include <optional>
 
 /// How a search ended.
 struct Search_Outcome {
@@ -27,11 +28,11 @@ public:
     /// Stops a running search and waits for its end.
     ~Search_Run() override;
 
-    /// Starts listing by a condition; a search that is running is stopped and forgotten.
+    /// Starts listing by a condition; a search that is running is stopped and forgotten, and this one follows it.
     void Start(const QString &where, const QString &searchKey, int limit);
     /// Asks the running search to stop; Finished follows.
-    void Stop() { m_stop = true; }
-    /// Stops the running search, if any, without a word.
+    void Stop();
+    /// Stops the running search, if any, without a word, and waits until it has let the file go.
     void Forget();
     [[nodiscard]] bool Is_Running() const { return m_thread != nullptr; }
 
@@ -42,11 +43,19 @@ signals:
     void Finished(const std::shared_ptr<Search_Outcome> &outcome);
 
 private:
-    void Run(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
-             Search_Outcome &outcome);
-    void Search_Once(const QString &where, const QString &searchKey, int limit, const List_Setting &setting,
-                     Search_Outcome &outcome);
+    /// What a search is to list.
+    struct Request {
+        QString where;
+        QString searchKey;
+        int limit = 0;
+        List_Setting setting;
+    };
+    void Begin(const Request &request);
+    void End(const std::shared_ptr<Search_Outcome> &outcome);
+    void Run(const Request &request, Search_Outcome &outcome);
+    void Search_Once(const Request &request, Search_Outcome &outcome);
 
     std::unique_ptr<QThread> m_thread;
+    std::optional<Request> m_next; ///< waits for the end of the search that is running
     std::atomic<bool> m_stop{false};
 };

@@ -17,7 +17,7 @@ struct No_Shell : Shell {
     [[nodiscard]] QString Neighbour(const QString & /*code_id*/, int /*step*/) const override { return {}; }
     void Select_In_List(const QString & /*code_id*/) override {}
     void Panes_Changed() override {}
-    void Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override {}
+    int Import_Files(const QStringList & /*paths*/, const QString & /*folderId*/) override { return 0; }
     void Focus_List() override {}
     void Clear_List() override {}
     void Documents_Moved(const QStringList & /*codeIds*/, const QString & /*folderId*/) override {}

@@ -8,20 +8,29 @@
 #include "ui/frm_list_view.h"
 #include "ui/frm_list_view_color.h"
 #include "ui/frm_list_view_para.h"
+#include "ui/located_key.h"
 #include "ui/search_pane.h"
 #include "views/line_colors.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
+#include <QDir>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +39,7 @@ namespace
 /// Writes down what the panes ask of the main window.
 struct Listening_Shell : No_Shell {
     QStringList asked;
+    QString status;
 
     [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
     void Open_Document(const QString &code_id) override { asked << u"open "_s + code_id; }
@@ -39,10 +49,12 @@ struct Listening_Shell : No_Shell {
         asked << u"open %1 at %2 of %3"_s.arg(code_id).arg(place).arg(key);
     }
     void New_Document() override { asked << u"new"_s; }
-    void Import_Files(const QStringList &paths, const QString &folderId) override
+    int Import_Files(const QStringList &paths, const QString &folderId) override
     {
         asked << u"import %1 into %2"_s.arg(paths.join(u' '), folderId);
+        return static_cast<int>(paths.size());
     }
+    void Set_Status(const QString &text) override { status = text; }
 };
 } // namespace
 
@@ -178,6 +190,7 @@ private slots:
             return !ended.isEmpty() || ended.wait() ? ended.takeFirst().first().value<std::shared_ptr<Search_Result>>()
                                                     : nullptr;
         };
+        Sql_Run(u"update Code_Info set Code_Content='One' where Code_ID='{3}'"_s);
         const auto result = search(u"O'NE"_s);
         QVERIFY(result);
         m_form->Show_Source([&](List_Model &list, int /*page*/) {
@@ -185,15 +198,24 @@ private slots:
             return result->found.info;
         });
         m_form->Set_Search_Key(result->key);
-        QCOMPARE(List().model()->rowCount(), 3);
+        QCOMPARE(List().model()->rowCount(), 5);
         emit List().doubleClicked(List().model()->index(2, 0));
         emit List().doubleClicked(List().model()->index(0, 0));
-        QCOMPARE(m_shell->asked, QStringList({u"open {1} at 8 of ONE"_s, u"open {1} at -1 of ONE"_s}));
+        QCOMPARE(m_shell->asked, QStringList({u"open {1} at 1 of ONE"_s, u"open {1} at -1 of ONE"_s}));
+        QCOMPARE(m_form->Neighbour(u"{1}"_s, 1) + m_form->Neighbour(u"{3}"_s, 1), u"{3}"_s);
+        QCOMPARE(m_form->Neighbour(u"{3}"_s, -1) + m_form->Neighbour(u"{1}"_s, -1), u"{1}"_s);
 
         const auto nothing = search(u"nowhere"_s);
         QVERIFY(nothing && nothing->found.rows.empty());
         for (const char16_t *named : {u"nowhere", u"标题", u"回收站"})
             QVERIFY2(nothing->scope.contains(QString::fromUtf16(named)), qPrintable(nothing->scope));
+        const QString searched = m_shell->status;
+        const QString database = std::exchange(App().Conn_Str, u"Data Source=none.db"_s);
+        m_program->prompts.Expect(u""_s, u"ok"_s);
+        const auto failed = search(u"nowhere"_s);
+        App().Conn_Str = database;
+        QVERIFY(failed && !failed->scope.contains(u"标题"_s) && failed->scope == m_shell->status);
+        QVERIFY(m_shell->status != searched);
         search(u"nowhere"_s);
         QCOMPARE(keys->count(), 2);
         search(u"third"_s);
@@ -206,6 +228,33 @@ private slots:
         m_program->prompts.Expect(u"关键字"_s, u"ok"_s);
         keys->setEditText(u"''"_s);
         pane.Cmd_FindTxt();
+    }
+
+    void A_Key_Is_Marked_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("place");
+        QTest::addColumn<int>("position");
+        QTest::addRow("none named") << u"ONE"_s << -1 << 4;
+        QTest::addRow("the second one") << u"one"_s << 1 << 12;
+        QTest::addRow("one that is not shown") << u"one"_s << 9 << 12;
+        QTest::addRow("one that lies over another") << u"aa"_s << 1 << 1;
+    }
+    void A_Key_Is_Marked()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, place);
+        QTextEdit text;
+        text.setPlainText(u"aaa\none two one"_s);
+        Mark_Key(text, key, place);
+        QTEST(text.textCursor().position(), "position");
+        QCOMPARE(text.extraSelections().size(), 3);
+        QTest::keyClick(&text, Qt::Key_Escape);
+        QCOMPARE(text.extraSelections().size(), 0);
+        Mark_Key(text, key, place);
+        QCOMPARE(text.extraSelections().size(), 3);
+        Mark_Key(text, {}, -1);
+        QCOMPARE(text.extraSelections().size(), 0);
     }
 
     void Colours_Reach_The_Documents()
@@ -232,6 +281,53 @@ private slots:
         QCOMPARE(List().currentIndex().row(), 1);
     }
 
+    void A_Row_That_Goes_Leaves_Its_Place()
+    {
+        const auto goes = [this](const QString &id) {
+            Sql_Run(u"delete from Code_Info where Code_ID='%1'"_s.arg(id));
+            m_form->Reload();
+            return Title(List().currentIndex().row());
+        };
+        Add_Document(u"{4}"_s, u"001"_s, u"b"_s);
+        Config().MAX_RECORD = 2;
+        Show_Folder();
+        m_form->Go_To_Page(2);
+        List().setCurrentIndex(List().model()->index(0, 0));
+        QCOMPARE(Title(0) + Title(1), u"avocadob"_s);
+        QCOMPARE(goes(u"{3}"_s), u"b"_s);
+        QCOMPARE(goes(u"{4}"_s), u"北京"_s); // on the page before
+        QCOMPARE(List().model()->rowCount(), 2);
+        List().setCurrentIndex(List().model()->index(1, 0));
+        QCOMPARE(goes(u"{2}"_s), u"北京"_s);
+    }
+
+    void Dropped_Files_Are_Stored_And_Logged()
+    {
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(m_program->Path(u"Config.ini"_s))});
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, {});
+        static_cast<QObject &>(*m_form).event(&drop);
+        QVERIFY(drop.isAccepted() && m_shell->asked.isEmpty());
+        QTRY_COMPARE(m_shell->asked, QStringList(u"import %1 into 001"_s.arg(m_program->Path(u"Config.ini"_s))));
+        QVERIFY(Sql_Cell(u"select log_text from tab_log where type_id='5'"_s).contains(u"(1)"_s));
+    }
+
+    /// Extra folders are those of one document.
+    void Extra_Folders_Are_Not_Set_For_Several()
+    {
+        List().selectAll();
+        bool asked = false;
+        QTimer::singleShot(0, [&asked] {
+            if (QWidget *form = QApplication::activeModalWidget()) {
+                asked = true;
+                form->close();
+            }
+        });
+        m_form->findChild<QAction *>(u"Mnu_Lsv_Code_Info_VirCate"_s)->trigger();
+        QTest::qWait(1);
+        QVERIFY(!asked);
+    }
+
     void A_Missing_Picture_Is_Told()
     {
         m_program->prompts.Expect(u"none.png 不存在"_s, u"ok"_s);
@@ -242,7 +338,19 @@ private slots:
         QVERIFY(QDir().mkpath(m_program->Path(u"data/img"_s)));
         QVERIFY(picture.save(m_program->Path(u"data/img/red.png"_s)));
         m_form->setListPic(u"red.png"_s);
-        QVERIFY(m_form->findChild<QWidget *>(u"Img_List"_s)->isVisible());
+        const auto &shown = *m_form->findChild<QLabel *>(u"Img_List"_s);
+        QVERIFY(shown.isVisible());
+        // Another picture of that name takes another one; the same one is there already.
+        picture.fill(Qt::blue);
+        QVERIFY(QDir().mkpath(m_program->Path(u"else"_s)));
+        QVERIFY(picture.save(m_program->Path(u"else/red.png"_s)));
+        for (int i = 0; i < 2; ++i) {
+            m_program->prompts.Expect(u""_s, m_program->Path(u"else/red.png"_s));
+            m_form->findChild<QAction *>(u"Mnu_List_Picture"_s)->trigger();
+            QCOMPARE(Config().Pic_List, u"red (2).png"_s);
+            QCOMPARE(shown.pixmap().toImage().pixelColor(1, 1), QColor(Qt::blue));
+        }
+        QCOMPARE(QDir(m_program->Path(u"data/img"_s)).entryList(QDir::Files).size(), 2);
     }
 };
 

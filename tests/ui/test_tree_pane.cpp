@@ -36,13 +36,14 @@ struct Notes : No_Shell {
     QStringList done;
     Tree_Pane *pane = nullptr; ///< null: imports fail
     void Set_Status(const QString &text) override { said << text; }
-    void Import_Files(const QStringList &paths, const QString &folderId) override
+    int Import_Files(const QStringList &paths, const QString &folderId) override
     {
         done << u"import %1 to %2"_s.arg(paths.join(u' '), folderId);
-        if (pane != nullptr) {
-            Add_Document(u"{new}"_s, folderId, u"imported"_s);
-            pane->Recount(folderId);
-        }
+        if (pane == nullptr)
+            return 0;
+        Add_Document(u"{new}"_s, folderId, u"imported"_s);
+        pane->Recount(folderId);
+        return 1;
     }
     void Focus_List() override { done << u"list"_s; }
     void Clear_List() override { done << u"clear"_s; }
@@ -368,7 +369,7 @@ private slots:
     void A_Folder_Is_Locked()
     {
         Select(u"001"_s);
-        m_pane->Set_Accepted_Password(u"old"_s);
+        m_pane->Set_Accepted_Password(u"001"_s, u"old"_s);
         m_program->prompts.Expect(u"不一致"_s, u"ok"_s);
         m_program->prompts.Expect(u"旧密码输入错误"_s, u"ok"_s);
         In_Dialog([](QDialog &form) {
@@ -386,7 +387,7 @@ private slots:
         Run("Mnu_Node_Pass");
         QCOMPARE(m_shell->said, QStringList(u"设置密码成功，请牢记密码。Work"_s));
         m_pane->Update_Tree();
-        QCOMPARE(m_pane->Accepted_Password(), QString());
+        QCOMPARE(m_pane->Accepted_Password(u"001"_s), QString());
     }
 
     void Folders_Are_Looked_Up()

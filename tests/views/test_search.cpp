@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "platform/database/connection_pool.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "support/test_program.h"
@@ -108,11 +109,33 @@ class Test_Search : public QObject
             ids << row.tag;
         return ids;
     }
+    static std::shared_ptr<Search_Outcome> Outcome(QSignalSpy &finished)
+    {
+        const bool one = (finished.count() == 1 || finished.wait(20000)) && finished.count() == 1;
+        return one ? finished.takeFirst().first().value<std::shared_ptr<Search_Outcome>>() : nullptr;
+    }
     static std::shared_ptr<Search_Outcome> Run(Search_Run &run, const QString &where, const QString &key)
     {
         QSignalSpy spy(&run, &Search_Run::Finished);
         run.Start(where, key, Search_Limit);
-        return spy.wait() ? spy.first().first().value<std::shared_ptr<Search_Outcome>>() : nullptr;
+        return Outcome(spy);
+    }
+    /// So many that a search takes a while and is shared by threads; one of them holds "xxxy".
+    static void Make_Long_Documents()
+    {
+        Recordset rows;
+        rows.LockType = Lock_Type::Optimistic;
+        rows.Open(u"Select top 1 * From Code_Info"_s, App().Conn_Str);
+        Database_Engine::One_Action(App().Conn_Str, [&] {
+            for (int i = 0; i < 2500; ++i) {
+                rows.AddNew();
+                rows[u"Code_ID"_s].Set(u"{%1}"_s.arg(i, 4, 10, QLatin1Char('0')));
+                rows[u"Cate_ID"_s].Set(u"001"_s);
+                rows[u"Code_Title"_s].Set(u"title %1."_s.arg(i));
+                rows[u"Code_Content"_s].Set(QString(20000, u'x') + (i == 7 ? u"y"_s : QString()));
+                rows.Update();
+            }
+        });
     }
 
 private slots:
@@ -259,21 +282,79 @@ private slots:
         QVERIFY(failed && failed->error.number != 0);
     }
 
-    void A_Search_Can_Be_Stopped_And_Gives_Way_To_A_Writer()
+    /// Writers find a way in whenever they come, and the search finds what it would have found alone.
+    void A_Search_Gives_Way_To_Writers()
     {
-        Make_Documents(300);
-        Sql_Run(u"update Code_Info set Code_Content='%1'"_s.arg(QString(100000, u'x')));
+        Make_Long_Documents();
         const QString where = Search_Where({u"xxxy"_s, true, {}, All_Fields()});
+        for (int pause = 0; pause < 40; pause += 3) {
+            Search_Run run;
+            QSignalSpy finished(&run, &Search_Run::Finished);
+            run.Start(where, u"xxxy"_s, Search_Limit);
+            for (int writes = 0; writes < 3; ++writes) {
+                QTest::qWait(pause);
+                Sql_Run(u"update Cate_Info set Cate_Name='new' where Cate_ID='001'"_s); // throws when it finds none
+            }
+            const auto outcome = Outcome(finished);
+            QVERIFY(outcome && outcome->error.number == 0 && !outcome->stopped);
+            QCOMPARE(outcome->found.rows.front().tag, u"{0007}"_s);
+        }
+    }
+
+    void A_Search_Waits_For_A_Lock()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"needle"_s);
+        const QString where = Search_Where({u"needle"_s, true, {}, All_Fields()});
+        const auto writer = Connection_Pool::Get(Database_Engine::File_Of(App().Conn_Str));
+        for (const bool stopped : {false, true}) {
+            Search_Run run;
+            QSignalSpy finished(&run, &Search_Run::Finished);
+            writer->Execute("BEGIN EXCLUSIVE");
+            run.Start(where, u"needle"_s, Search_Limit);
+            QTest::qWait(100);
+            if (stopped)
+                run.Stop();
+            else
+                writer->Execute("COMMIT");
+            const auto outcome = Outcome(finished);
+            QVERIFY(outcome && outcome->error.number == 0);
+            QCOMPARE(outcome->stopped, stopped);
+            QCOMPARE(outcome->found.rows.size(), stopped ? size_t(0) : size_t(1));
+        }
+        writer->Execute("COMMIT");
+    }
+
+    /// One end is told, that of the last search, however far the ones before it were.
+    void A_Search_Takes_The_Place_Of_Another_One()
+    {
+        Make_Long_Documents();
+        const QString slow = Search_Where({u"xxxy"_s, true, {}, All_Fields()});
+        const QString quick = Search_Where({u"title 3."_s, true, {}, {}});
         Search_Run run;
         QSignalSpy finished(&run, &Search_Run::Finished);
         QSignalSpy progressed(&run, &Search_Run::Progressed);
-        run.Start(where, u"xxxy"_s, Search_Limit);
-        Sql_Run(u"update Cate_Info set Cate_Name='new' where Cate_ID='001'"_s); // throws when it finds no way in
+        for (const int pause : {0, 5, 30, 90, 400}) {
+            for (int i = 0; i < 3; ++i) {
+                run.Start(i % 2 == 0 ? slow : quick, {}, Search_Limit);
+                QThread::msleep(static_cast<unsigned long>(pause)); // no event is taken: the end waits there, perhaps
+            }
+            run.Start(quick, {}, Search_Limit);
+            const auto outcome = Outcome(finished);
+            QVERIFY(outcome && !outcome->stopped);
+            QCOMPARE(outcome->found.info.labels[Page_Info::Total], 1);
+            run.Start(slow, {}, Search_Limit);
+            QThread::msleep(static_cast<unsigned long>(pause));
+            run.Forget();
+            progressed.clear();
+            QVERIFY(!run.Is_Running());
+            QTest::qWait(1);
+            QVERIFY(finished.isEmpty() && progressed.isEmpty());
+        }
+        run.Start(slow, {}, Search_Limit);
+        run.Start(slow, {}, Search_Limit);
         run.Stop();
-        QVERIFY(finished.count() == 1 || finished.wait());
-        const auto outcome = finished.first().first().value<std::shared_ptr<Search_Outcome>>();
-        QVERIFY(outcome->stopped && outcome->found.rows.empty());
-        QCOMPARE(Sql_Cell(u"select Cate_Name from Cate_Info where Cate_ID='001'"_s), u"new"_s);
+        const auto outcome = Outcome(finished);
+        QVERIFY(outcome && outcome->stopped && outcome->found.rows.empty());
     }
 };
 

@@ -32,12 +32,12 @@ std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 {
     auto connection = std::make_shared<Connection>(nativePath);
     connection->m_readOnly = connection->m_hold.Is_Read_Only();
-    connection->Open_File();
+    connection->Open_File(Watched_Query::Wait_For_Lock);
     connection->Tables();
     if (!connection->m_readOnly) {
         Ddl::Make_Missing_Indexes(*connection);
     }
-    sqlite3_busy_handler(connection->m_db, Watched_Query::Wait_For_Lock, nullptr);
+    Watched_Query::Follow(connection->m_db);
     return connection;
 }
 
@@ -45,16 +45,17 @@ std::shared_ptr<Connection> Connection::Open_Beside(const Connection &other)
 {
     auto connection = std::make_shared<Connection>(other.m_path);
     connection->m_readOnly = true;
-    connection->Open_File();
+    connection->Open_File(nullptr);
     return connection;
 }
 
-void Connection::Open_File()
+void Connection::Open_File(int (*waitForLock)(void *, int))
 {
     const int flags = (m_readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
     if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, nullptr) != SQLITE_OK) {
         Fail();
     }
+    sqlite3_busy_handler(m_db, waitForLock, nullptr);
     m_readOnly = sqlite3_db_readonly(m_db, "main") == 1;
     Configure();
 }
@@ -400,7 +401,7 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
         prepared = Prepare(tokens, updatable, skip, ranAsDdl);
     }
     prepared->busy = true;
-    Watched_Query::Begin(m_db, Watched_Query::Of_Statement(prepared));
+    Watched_Query::Begin(Watched_Query::Of_Statement(prepared));
     // A change of tables by another program shows when the first step has to compile the statement anew.
     cursor = std::make_unique<Sqlite_Cursor>(shared_from_this(), prepared, prepared->plan);
     cursor->Start();

@@ -101,7 +101,8 @@ private:
     using Cache = std::list<std::pair<QString, std::shared_ptr<Prepared_Statement>>>;
 
     void Configure();
-    void Open_File();
+    /// @param waitForLock  SQLite's busy handler, null to wait for nobody
+    void Open_File(int (*waitForLock)(void *, int));
     std::shared_ptr<Prepared_Statement> Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
                                                 bool &ranAsDdl);
     std::unique_ptr<Sqlite_Cursor> Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip);

@@ -46,9 +46,9 @@ void Set_Date_Separator(QChar separator);
 /// or "." between; the time of day, "HH:MM" or "HH:MM:SS", may follow.
 QDateTime Date_From_Text(const QString &text);
 
-/// While it lives, the first query of its thread says from time to time how far it is and can be stopped; it then
-/// throws Failure::Stopped. It also gives way to another thread that wants to write: it is stopped, and
-/// Gave_Way() says so; the caller runs it anew.
+/// While it lives, the queries of its thread can be stopped, and the first one says from time to time how far it is.
+/// They also give way to another thread that wants to write. Either way they throw Failure::Stopped; the caller knows
+/// whether it stopped them, and runs them anew if not.
 class Watch
 {
 public:
@@ -59,12 +59,9 @@ public:
     Watch(const Watch &) = delete;
     Watch &operator=(const Watch &) = delete;
 
-    [[nodiscard]] bool Gave_Way() const { return m_gaveWay; }
-
 private:
     friend struct ::Watched_Query;
     std::function<bool(qint64 rows, qint64 all)> m_step;
     std::function<std::pair<qint64, qint64>()> m_progress; ///< of the query that is watched
-    bool m_gaveWay = false;
 };
 } // namespace Database_Engine

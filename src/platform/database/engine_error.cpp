@@ -69,6 +69,11 @@ Run_Time_Error Failed(const QString &what, Failure failure)
     return {Error_Number::Db_Failed, what, failure};
 }
 
+Run_Time_Error Stopped()
+{
+    return Failed(u"The statement was stopped."_s, Failure::Stopped);
+}
+
 Run_Time_Error No_Current_Row()
 {
     return {Error_Number::No_Current_Row, u"There is no current row: the recordset stands at its beginning or end."_s,
@@ -130,7 +135,7 @@ Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path)
         return Failed(u"The database file '%1' cannot be read or written (%2)."_s.arg(path, message),
                       Failure::Path_Access);
     case SQLITE_INTERRUPT:
-        return Failed(u"The statement was stopped."_s, Failure::Stopped);
+        return Stopped();
     case SQLITE_TOOBIG:
         return Failed(u"A value is too large for the database."_s, Failure::Too_Long);
     case SQLITE_ERROR:

@@ -18,6 +18,7 @@ Run_Time_Error File_Missing(const QString &path);
 Run_Time_Error Not_A_Database(const QString &path, const QString &why);
 Run_Time_Error Damaged(const QString &path);
 Run_Time_Error Failed(const QString &what, Failure failure = Failure::Other);
+Run_Time_Error Stopped();
 Run_Time_Error No_Current_Row();
 Run_Time_Error Unknown_Field(const QString &name);
 Run_Time_Error Closed();

@@ -3,6 +3,7 @@
 
 #include "platform/database/engine_error.h"
 #include "platform/database/sqlite_cells.h"
+#include "platform/database/watched_query.h"
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -95,6 +96,7 @@ bool Sqlite_Cursor::Skip()
 bool Sqlite_Cursor::Advance_By_Key()
 {
     while (m_nextKey < m_keys->size()) {
+        Watched_Query::Between_Rows();
         sqlite3_reset(m_statement->handle);
         sqlite3_bind_int64(m_statement->handle, 1, (*m_keys)[m_nextKey++]);
         const int code = sqlite3_step(m_statement->handle);

@@ -5,7 +5,6 @@
 #include "platform/database/sql_tokens.h"
 #include "platform/database/watched_query.h"
 
-#include <QThread>
 #include <algorithm>
 #include <sqlite3.h>
 #include <thread>
@@ -22,11 +21,16 @@ Text_Test::Text_Test(Connection &connection, const Plan &test, const std::vector
                      std::vector<qint64> candidates)
     : m_connection(connection), m_test(test), m_tokens(tokens), m_candidates(std::move(candidates))
 {
+    const std::span<const qint64> all(m_candidates);
+    for (size_t from = 0; from < all.size(); from += Rows_At_Once) {
+        m_shares.push_back(all.subspan(from, std::min(Rows_At_Once, all.size() - from)));
+    }
+    std::reverse(m_shares.begin(), m_shares.end());
 }
 
 std::vector<qint64> Text_Test::Run()
 {
-    Watched_Query::Begin(m_connection.Handle(), [done = m_done, all = static_cast<qint64>(m_candidates.size())] {
+    Watched_Query::Begin([done = m_done, all = static_cast<qint64>(m_candidates.size())] {
         return std::pair<qint64, qint64>(done->load(), all);
     });
     // What a transaction has written so far is seen by its own connection only.
@@ -38,14 +42,20 @@ std::vector<qint64> Text_Test::Run()
         others.emplace_back([this] { Work_Beside(); });
     }
     std::optional<Run_Time_Error> error;
-    try {
-        Work(m_connection);
-    } catch (const Run_Time_Error &own) {
-        error = own;
-        m_stop = true;
-    }
+    const auto work = [this, &error] {
+        try {
+            Work(m_connection);
+        } catch (const Run_Time_Error &own) {
+            error = own;
+            m_stop = true;
+        }
+    };
+    work();
     for (std::thread &one : others) {
         one.join();
+    }
+    if (!m_stop) {
+        work(); // what the others left
     }
     if (error || m_error) {
         throw error ? *error : *m_error;
@@ -53,7 +63,7 @@ std::vector<qint64> Text_Test::Run()
     return std::move(m_found);
 }
 
-/// A thread that can't open the file leaves its share to the others.
+/// A thread that can't open the file leaves everything to the others.
 void Text_Test::Work_Beside()
 {
     std::shared_ptr<Connection> connection;
@@ -66,17 +76,11 @@ void Text_Test::Work_Beside()
         return static_cast<std::atomic<bool> *>(stop)->load() ? 1 : 0;
     };
     sqlite3_progress_handler(connection->Handle(), Steps_Between_Looks, isStopped, &m_stop);
-    // A writer that waits for the calling thread keeps others out meanwhile.
-    const auto waitForWriter = [](void *stop, int /*times*/) {
-        QThread::msleep(1);
-        return static_cast<std::atomic<bool> *>(stop)->load() ? 0 : 1;
-    };
-    sqlite3_busy_handler(connection->Handle(), waitForWriter, &m_stop);
     try {
         Work(*connection);
     } catch (const Run_Time_Error &error) {
         const std::lock_guard lock(m_mutex);
-        if (!m_stop.exchange(true)) {
+        if (error.failure != Failure::Locked && !m_stop.exchange(true)) {
             m_error = error;
         }
     }
@@ -84,22 +88,44 @@ void Text_Test::Work_Beside()
 
 void Text_Test::Work(Connection &connection)
 {
-    std::vector<qint64> found;
     Prepared_Statement statement(std::make_shared<Plan>(m_test));
     connection.Make_Ready(statement, m_tokens);
     const int given = static_cast<int>(m_test.parameters.size()) + 1;
     while (!m_stop) {
-        const size_t from = m_next.fetch_add(Rows_At_Once);
-        if (from >= m_candidates.size()) {
+        const std::span<const qint64> share = Take_Share();
+        if (share.empty()) {
             break;
         }
-        const size_t to = std::min(from + Rows_At_Once, m_candidates.size());
-        const QByteArray json = Key_Set::As_Json({m_candidates.data() + from, to - from});
+        const QByteArray json = Key_Set::As_Json(share);
         sqlite3_bind_text64(statement.handle, given, json.constData(), static_cast<sqlite3_uint64>(json.size()),
                             SQLITE_STATIC, SQLITE_UTF8);
-        connection.Collect_Rows(statement, found);
-        m_done->fetch_add(static_cast<qint64>(to - from));
+        std::vector<qint64> found;
+        try {
+            connection.Collect_Rows(statement, found);
+        } catch (const Run_Time_Error &) {
+            Leave_Share(share);
+            throw;
+        }
+        m_done->fetch_add(static_cast<qint64>(share.size()));
+        const std::lock_guard lock(m_mutex);
+        m_found.insert(m_found.end(), found.begin(), found.end());
     }
+}
+
+/// An empty one when there is none left.
+std::span<const qint64> Text_Test::Take_Share()
+{
     const std::lock_guard lock(m_mutex);
-    m_found.insert(m_found.end(), found.begin(), found.end());
+    std::span<const qint64> share;
+    if (!m_shares.empty()) {
+        share = m_shares.back();
+        m_shares.pop_back();
+    }
+    return share;
+}
+
+void Text_Test::Leave_Share(std::span<const qint64> share)
+{
+    const std::lock_guard lock(m_mutex);
+    m_shares.push_back(share);
 }

@@ -5,11 +5,13 @@
 
 #include <atomic>
 #include <mutex>
+#include <span>
 
 struct Token;
 
 /// Which of many rows pass a test that reads their texts, found by as many threads as there are processors. The
-/// calling thread is one of them and holds the file as it is; the others have connections of their own.
+/// calling thread is one of them and holds the file as it is; the others have connections of their own. A writer that
+/// waits for the calling thread keeps them out: then they leave their share to it instead of waiting for the writer.
 class Text_Test
 {
 public:
@@ -22,15 +24,17 @@ public:
 private:
     void Work(Connection &connection);
     void Work_Beside();
+    [[nodiscard]] std::span<const qint64> Take_Share();
+    void Leave_Share(std::span<const qint64> share);
 
     Connection &m_connection;
     const Plan &m_test;
     const std::vector<Token> &m_tokens;
     const std::vector<qint64> m_candidates;
-    std::atomic<size_t> m_next{0};
     std::atomic<bool> m_stop{false};
     const std::shared_ptr<std::atomic<qint64>> m_done = std::make_shared<std::atomic<qint64>>(0);
-    std::mutex m_mutex; // of what follows
+    std::mutex m_mutex;                            // of what follows
+    std::vector<std::span<const qint64>> m_shares; ///< still to be tested, the next one at the end
     std::vector<qint64> m_found;
     std::optional<Run_Time_Error> m_error;
 };

@@ -3,6 +3,7 @@
 
 #include "platform/database/connection_pool.h"
 #include "platform/database/database.h"
+#include "platform/database/engine_error.h"
 
 #include <QThread>
 #include <atomic>
@@ -32,13 +33,16 @@ Database_Engine::Watch *&Current_Watch()
 }
 } // namespace
 
-void Watched_Query::Begin(sqlite3 *db, Progress progress)
+void Watched_Query::Follow(sqlite3 *db)
+{
+    sqlite3_progress_handler(db, Steps_Between_Looks, Step, nullptr);
+}
+
+void Watched_Query::Begin(Progress progress)
 {
     Database_Engine::Watch *watch = Current_Watch();
-    if (watch == nullptr || watch->m_progress)
-        return;
-    watch->m_progress = std::move(progress);
-    sqlite3_progress_handler(db, Steps_Between_Looks, Step, nullptr);
+    if (watch != nullptr && !watch->m_progress)
+        watch->m_progress = std::move(progress);
 }
 
 Watched_Query::Progress Watched_Query::Of_Statement(const std::shared_ptr<Prepared_Statement> &statement)
@@ -49,24 +53,33 @@ Watched_Query::Progress Watched_Query::Of_Statement(const std::shared_ptr<Prepar
     };
 }
 
+bool Watched_Query::Goes_On()
+{
+    const Database_Engine::Watch *watch = Current_Watch();
+    if (watch == nullptr)
+        return true;
+    const auto [rows, all] = watch->m_progress ? watch->m_progress() : std::pair<qint64, qint64>(0, 0);
+    return watch->m_step(rows, all);
+}
+
+void Watched_Query::Between_Rows()
+{
+    if (!Goes_On())
+        throw Engine_Error::Stopped();
+}
+
 int Watched_Query::Step(void * /*unused*/)
 {
-    Database_Engine::Watch *watch = Current_Watch();
-    if (watch == nullptr)
-        return 0;
-    if (Clock() - Last_Wish.load(std::memory_order_relaxed) < Wish_Stands_Milliseconds) {
-        watch->m_gaveWay = true;
-        return 1;
-    }
-    const auto [rows, all] = watch->m_progress();
-    return watch->m_step(rows, all) ? 0 : 1;
+    const bool wished = Clock() - Last_Wish.load(std::memory_order_relaxed) < Wish_Stands_Milliseconds;
+    return (wished && Current_Watch() != nullptr) || !Goes_On() ? 1 : 0;
 }
 
 int Watched_Query::Wait_For_Lock(void * /*unused*/, int times)
 {
-    if (times * Wait_Milliseconds >= Connection_Pool::Busy_Timeout())
+    if (times * Wait_Milliseconds >= Connection_Pool::Busy_Timeout() || !Goes_On())
         return 0;
-    Last_Wish.store(Clock(), std::memory_order_relaxed);
+    if (Current_Watch() == nullptr)
+        Last_Wish.store(Clock(), std::memory_order_relaxed);
     QThread::msleep(Wait_Milliseconds);
     return 1;
 }

@@ -27,7 +27,7 @@ enum class Failure {
     Too_Large,     ///< a file that the database does not take
     No_Output,     ///< the coder wrote nothing
     Not_Rich_Text, ///< a document of a type that is shown and not written
-    Stopped,       ///< by a watch, at the user's wish
+    Stopped,       ///< by a watch: at the user's wish, or to give way to a writer
 };
 
 /// The one exception that the platform throws. Numbers below 1000 are the run-time's own (53 file not found, 61 disk
