@@ -94,11 +94,7 @@ class Test_Editor_Commands : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        Init_Core_Resources();
-        Load_Built_In_Language();
-    }
+    void initTestCase() { Load_Built_In_Language(); }
     void The_Table_Is_Sound();
     void Paragraphs_data();
     void Paragraphs();

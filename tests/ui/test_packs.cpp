@@ -50,8 +50,8 @@ constexpr int Longest_Text = 253;
 const QSize Small_Screen(1024, 740);
 
 struct Packs {
-    Profile::Snapshot chinese{u":/lang/CHINESE.INI"_s};
-    Profile::Snapshot english{u":/lang/English.ini"_s};
+    Profile::Snapshot chinese{Pack_Folder() + u"/CHINESE.INI"_s};
+    Profile::Snapshot english{Pack_Folder() + u"/English.ini"_s};
 };
 
 /// The dialogs of the folder tree, on a folder with a name of ordinary length.
@@ -175,7 +175,6 @@ class Test_Packs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Init_Core_Resources(); }
     void init();
     void cleanup() { m_program.reset(); }
     void Packs_Hold_The_Same_Keys();
@@ -316,7 +315,7 @@ void Test_Packs::No_Caption_Is_Cut()
     QFETCH(QString, form);
     QStringList cut;
     for (const QString &language : {u"CHINESE"_s, u"English"_s}) {
-        Language().Load(u":/lang"_s, language);
+        Language().Load(Pack_Folder(), language);
         const std::unique_ptr<QWidget> shown = New_Form(form);
         shown->show();
         const auto look = [&] {
