@@ -7,7 +7,9 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_store.h"
+#include "editor/links.h"
 #include "editor/text_editor.h"
+#include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
@@ -34,6 +36,7 @@
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QToolButton>
+#include <QUrl>
 
 Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QStringLiteral("Frm_Main"))
 {
@@ -43,13 +46,16 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Panes();
     Add_Editor_Menus();
     Add_Tray_Icon();
+    Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
+    Log_Mark(QStringLiteral("Reload_Cate"));
     Log_Mark(QStringLiteral("GetClassInfo_Ex"));
     m_tree->Update_Tree();
     Bind_View_Entries();
     Connect_Actions();
     Place_Document_Actions();
+    Place_Tool_Bar();
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -323,6 +329,7 @@ void Frm_Main::Connect_Actions()
             [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
     connect(m_ui->Mnu_About, &QAction::triggered, this,
             [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
+    connect(m_ui->RenHelp, &QAction::triggered, this, &Frm_Main::Show_Help);
     connect(m_ui->Mnu_Config, &QAction::triggered, this,
             [this] { Forms::Show_Modal(QStringLiteral("Frm_Config"), this, {}, [this] { Apply_Settings(); }); });
 
@@ -360,9 +367,39 @@ void Frm_Main::Place_Document_Actions()
     button->setPopupMode(QToolButton::MenuButtonPopup);
     m_ui->Mnu_File->insertActions(m_ui->Mnu_Close_Tab,
                                   {action("Mnu_Open_Outside"), action("SaveAs"), action("Email"), action("DelCode")});
-    m_ui->Tlb_Command->addAction(action("DelCode"));
+    m_ui->Tlb_Command->insertAction(m_ui->Find, action("DelCode"));
     m_ui->Mnu_View->addSeparator();
     m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
+}
+
+/// The buttons of the tool bar that stand for entries of the menus.
+void Frm_Main::Place_Tool_Bar()
+{
+    struct Stand_In {
+        QAction *button;
+        QAction *entry;
+    };
+    const auto folders = [this](const char *name) {
+        return m_tree->findChild<QAction *>(QLatin1String(name));
+    };
+    for (const Stand_In &row : {Stand_In{m_ui->AddClass, folders("Mnu_Node_Add_Cur")},
+                                {m_ui->AddSmallClass, folders("Mnu_Node_Add_Next")},
+                                {m_ui->RenClass, folders("Mnu_Node_Rename")},
+                                {m_ui->DelClass, folders("Mnu_Node_Del")},
+                                {m_ui->Find, m_ui->Mnu_Find},
+                                {m_ui->RenConf, m_ui->Mnu_Config}}) {
+        row.button->setIcon(row.entry->icon());
+        connect(row.button, &QAction::triggered, row.entry, &QAction::trigger);
+    }
+    const auto button = [this](QAction *action) {
+        return qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(action));
+    };
+    auto *more = new QMenu(this);
+    more->addActions({m_ui->AddSmallClass, m_ui->RenClass, m_ui->DelClass});
+    button(m_ui->AddClass)->setMenu(more);
+    button(m_ui->AddClass)->setPopupMode(QToolButton::MenuButtonPopup);
+    for (QAction *action : {m_ui->RenConf, m_ui->RenHelp})
+        button(action)->setToolButtonStyle(Qt::ToolButtonIconOnly);
 }
 
 void Frm_Main::Set_Icons()
@@ -381,7 +418,7 @@ void Frm_Main::Set_Icons()
         {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
         {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
         {m_ui->Mnu_Config, "options"},  {m_ui->Mnu_About, "about"},
-        {m_ui->Mnu_Exit, "exit"},
+        {m_ui->Mnu_Exit, "exit"},       {m_ui->RenHelp, "book"},
     };
     for (const Action_Icon &row : icons)
         row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
@@ -460,6 +497,13 @@ void Frm_Main::Clean()
         [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
     Reload_All();
     Set_Status(done ? m_lang.GetString("_Cleaned") : QString());
+}
+
+void Frm_Main::Show_Help()
+{
+    const QString file = Files::Native_Path(App().Help_File);
+    if (!QFileInfo(file).isFile() || !Links::Start(QUrl::fromLocalFile(file)))
+        m_ui->Mnu_About->trigger();
 }
 
 void Frm_Main::Leave()
