@@ -154,13 +154,14 @@ void Export(const Document_Form &form, const QString &path)
         Files::Write_Bytes(path, Rich_Text::Write_Rtf(*form.content));
 }
 
-/// A title as a file's name.
+/// A title as a file's name; a document without one has the words of its tab.
 QString File_Name(const QString &title)
 {
     QString name;
     for (const QChar c : title.simplified())
         name += c < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|").contains(c) ? QLatin1Char('_') : c;
-    return name.left(80).trimmed();
+    name = name.left(80).trimmed();
+    return name.isEmpty() ? Pack_Text("Frm_Doc_Standard", "_NewDoc") : name;
 }
 } // namespace
 

@@ -376,6 +376,7 @@ private slots:
         QTest::addColumn<bool>("picture");
         QTest::addRow("rich text") << u"a.rtf|0"_s << u"a.rtf"_s << u"{\\rtf"_s << false;
         QTest::addRow("plain text") << u"v1.2|1"_s << u"v1.2.txt"_s << u"Hello"_s << false;
+        QTest::addRow("another kind, the name left alone") << u"a.rtf|2"_s << u"a.htm"_s << u"<!DOCTYPE"_s << true;
         QTest::addRow("page") << u"a|2"_s << u"a.htm"_s << u"<!DOCTYPE"_s << true;
         QTest::addRow("the name tells") << u"a.HTML|0"_s << u"a.HTML"_s << u"<!DOCTYPE"_s << true;
     }

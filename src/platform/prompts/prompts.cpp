@@ -7,7 +7,6 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpression>
 
 namespace
 {
@@ -67,25 +66,31 @@ QString Native_Filter(const QString &filter)
     }
     return entries.join(QStringLiteral(";;"));
 }
+
 /// The suffixes of one kind of a filter: "*.htm *.html" gives "htm" and "html".
 QStringList Suffixes(const QString &pattern)
 {
     QStringList suffixes;
-    for (const QString &one : pattern.split(QRegularExpression(QStringLiteral("[\\s;]+")), Qt::SkipEmptyParts))
+    for (const QString &one : pattern.split(QLatin1Char(' '), Qt::SkipEmptyParts))
         suffixes << one.section(QLatin1Char('.'), -1);
     return suffixes;
 }
 
-/// A name that ends in a suffix of the filter says its kind itself, any other takes the suffix of the chosen kind.
-QString With_Suffix(const QString &path, const QString &filter, qsizetype chosen)
+/// A name that ends in a suffix of the filter says its kind itself, unless that is the one it was proposed with; any
+/// other takes the suffix of the chosen kind.
+QString With_Suffix(const QString &path, const QString &proposed, const QString &filter, qsizetype chosen)
 {
     const QStringList parts = filter.split(QLatin1Char('|'));
+    const QStringList wanted = Suffixes(parts.value(2 * chosen + 1));
+    const QString suffix = QFileInfo(path).suffix();
+    if (path.isEmpty() || wanted.isEmpty() || wanted.contains(suffix, Qt::CaseInsensitive))
+        return path;
+    if (!suffix.isEmpty() && suffix == QFileInfo(proposed).suffix())
+        return path.chopped(suffix.size()) + wanted.first();
     QStringList known;
     for (qsizetype i = 1; i < parts.size(); i += 2)
         known += Suffixes(parts[i]);
-    if (path.isEmpty() || known.isEmpty() || known.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive))
-        return path;
-    return path + QLatin1Char('.') + Suffixes(parts.value(2 * chosen + 1)).value(0, known.first());
+    return known.contains(suffix, Qt::CaseInsensitive) ? path : path + QLatin1Char('.') + wanted.first();
 }
 
 /// Asks for a file to write. The box itself asks before one is replaced, so it comes again where the name that it was
@@ -100,7 +105,7 @@ QString Ask_Save_File(const QString &title, const QString &path, const QString &
     };
     while (box.exec() == QDialog::Accepted) {
         const QString typed = box.selectedFiles().value(0);
-        const QString whole = With_Suffix(typed, filter, chosen());
+        const QString whole = With_Suffix(typed, path, filter, chosen());
         if (whole == typed || !QFileInfo::exists(whole))
             return whole;
         box.selectFile(whole);
@@ -181,7 +186,7 @@ QString Save_File(const QString &title, const QString &path, const QString &filt
     if (script == nullptr)
         return Ask_Save_File(title, path, filter);
     const QStringList answer = script->Take(title, {}).split(QLatin1Char('|'));
-    return With_Suffix(answer.first(), filter, answer.value(1).toInt());
+    return With_Suffix(answer.first(), path, filter, answer.value(1).toInt());
 }
 
 QString Folder(const QString &title, const QString &directory)
