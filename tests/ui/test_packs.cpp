@@ -349,6 +349,9 @@ void Test_Packs::Packs_Hold_The_Same_Keys()
 {
     const Packs packs;
     QCOMPARE(packs.english.Sections(), packs.chinese.Sections());
+    for (const char *file : {"/CHINESE.INI", "/English.ini"}) // a blank at the edge is dropped unless it is quoted
+        QCOMPARE(Captures(Read_Text(Pack_Folder() + QLatin1String(file)), R"x((?m)^([^=\n]+=(?: .*|.* )\r?)$)x"),
+                 QStringList());
     for (const QString &section : packs.chinese.Sections()) {
         QCOMPARE(packs.english.Keys(section), packs.chinese.Keys(section));
         for (const QString &key : packs.chinese.Keys(section)) {

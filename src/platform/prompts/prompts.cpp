@@ -105,7 +105,7 @@ QString Ask_Save_File(const QString &title, const QString &path, const QString &
     };
     while (box.exec() == QDialog::Accepted) {
         const QString typed = box.selectedFiles().value(0);
-        const QString whole = With_Suffix(typed, path, filter, chosen());
+        QString whole = With_Suffix(typed, path, filter, chosen());
         if (whole == typed || !QFileInfo::exists(whole))
             return whole;
         box.selectFile(whole);
