@@ -5,6 +5,7 @@
 // pack is reading its bytes.
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "library.h"
 #include "platform/database/database.h"
@@ -42,9 +43,8 @@ const QString &Program_Folder()
 {
     static const QTemporaryDir folder;
     static const QString path = [] {
-        Init_Core_Resources();
         QDir(folder.path()).mkdir(u"Lang"_s);
-        QFile::copy(u":/lang/CHINESE.INI"_s, folder.filePath(u"Lang/CHINESE.INI"_s));
+        QFile::copy(Resource_Path(u"CHINESE_INI"_s), folder.filePath(u"Lang/CHINESE.INI"_s));
         const QString config = folder.filePath(u"Config.ini"_s);
         Profile::Write(config, u"DataBase"_s, u"DATABASE_NAME"_s, Shared_Library(100000, 2000));
         return folder.path() + u'/';

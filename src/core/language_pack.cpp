@@ -3,6 +3,7 @@
 
 #include "core/error_log.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
@@ -33,10 +34,10 @@ void Language_Pack::Load(const QString &folder, const QString &language)
     m_loaded = QFileInfo(path).size() > 0;
 }
 
-void Language_Pack::Stand_In(const Language_Pack &other)
+void Language_Pack::Stand_In(const QString &path)
 {
-    m_texts = other.m_texts;
-    m_loaded = other.m_loaded;
+    m_texts = Profile::Snapshot(path);
+    m_loaded = true;
 }
 
 QString Language_Pack::GetString(const QString &section, const QString &key) const
@@ -50,20 +51,9 @@ Language_Pack &Language()
     return pack;
 }
 
-// The resource macro declares a function of the global namespace, where it has to stand.
-void Init_Core_Resources()
-{
-    Q_INIT_RESOURCE(lang);
-}
-
 void Load_Built_In_Language()
 {
-    Init_Core_Resources();
-    Resume_Next([] {
-        Language_Pack builtIn;
-        builtIn.Load(QStringLiteral(":/lang"), QStringLiteral("CHINESE"));
-        Language().Stand_In(builtIn);
-    });
+    Resume_Next([] { Language().Stand_In(Resource_Path(QStringLiteral("CHINESE_INI"))); });
     Name_Buttons();
 }
 

@@ -14,8 +14,8 @@ public:
     /// Loads `folder` + "/" + `language` + ".ini", the file being found without regard to case.
     /// @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read; the pack is then empty.
     void Load(const QString &folder, const QString &language);
-    /// Uses another pack's texts in the place of those that could not be loaded.
-    void Stand_In(const Language_Pack &other);
+    /// Uses the texts of another file in the place of those that could not be loaded. @throws like Load.
+    void Stand_In(const QString &path);
 
     /// Text of a key, at most 254 characters, NULs removed; "" when the key is missing.
     [[nodiscard]] QString GetString(const QString &section, const QString &key) const;
@@ -34,10 +34,7 @@ private:
 /// The pack in force.
 Language_Pack &Language();
 
-/// Makes the built-in packs readable as ":/lang/CHINESE.INI" and ":/lang/English.ini".
-void Init_Core_Resources();
-
-/// Puts the built-in texts in force.
+/// Puts the texts of the pack that the program carries in force.
 void Load_Built_In_Language();
 
 /// Loads the pack that the setting LANGUAGE names and gives the prompts their button words. Where its file is missing

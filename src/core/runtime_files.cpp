@@ -36,12 +36,6 @@ constexpr Runtime_File Table[] = {
     {"data\\ico\\RECYCLEBIN.ico", "RECYCLEBIN_ICO", Removal::Never, nullptr, nullptr},
 };
 
-QString Resource_Path(const QString &resource)
-{
-    Init_Runtime_Resources();
-    return QStringLiteral(":/custom/") + resource;
-}
-
 QString Program_Path(const char *name)
 {
     return Files::Native_Path(App().App_Path + QLatin1String(name));
@@ -87,6 +81,12 @@ void Deploy(const Runtime_File &row)
 std::span<const Runtime_File> Runtime_File_Table()
 {
     return Table;
+}
+
+QString Resource_Path(const QString &resource)
+{
+    Init_Runtime_Resources();
+    return QStringLiteral(":/custom/") + resource;
 }
 
 QByteArray Runtime_File_Bytes(const QString &resource)

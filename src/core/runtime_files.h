@@ -24,6 +24,8 @@ struct Runtime_File {
 
 /// In the order of writing.
 std::span<const Runtime_File> Runtime_File_Table();
+/// Where a carried file can be read, by its resource's key.
+QString Resource_Path(const QString &resource);
 /// Bytes of a carried file by its resource's key. @throws Run_Time_Error 53 when the program carries no such file.
 QByteArray Runtime_File_Bytes(const QString &resource);
 

@@ -107,8 +107,8 @@ bool DelCode_Ex(const QString &code_id, List_Model *list, int itemIndex)
             const QStringList pictures = Pictures_Of(code_id);
             Delete_Rows(code_id);
             Drop_Item(list, itemIndex);
-            for (const QString &picture : pictures)
-                Files::Delete_If_Present(picture);
+            for (const QString &picture : pictures) // the document is gone whether or not its files can go
+                Resume_Next([&] { Files::Delete_If_Present(picture); });
             return true;
         },
         Report_Number);

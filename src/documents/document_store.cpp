@@ -263,6 +263,8 @@ QString Save_Captured(const QTextDocument &source, const QString &folder_id, con
 QString Save_File_Document(const QString &path, const QString &folder_id, const QString &code_id, const QString &title,
                            const File_Content &content)
 {
+    // What a quick capture that was killed left behind.
+    Files::Delete_If_Present(App().App_Path + QStringLiteral("data/temp/zip.db"));
     Document_Row document = Open_Row(code_id);
     Write_Captured_Fields(document, folder_id, title.isEmpty() ? path : title);
     document["Code_Date"].Set(Machine::Now().date().startOfDay());

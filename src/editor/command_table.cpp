@@ -70,12 +70,12 @@ void Highlight(Text_Editor &editor, bool /*on*/)
 
 // clang-format off
 constexpr Command_Row Rows[] = {
-    {"Cmd_Undo", "撤消(&U)", "undo", "Ctrl+Z", M::Edit, On_Bar, Edit_Commands::Undo},
+    {"Cmd_Undo", "撤销(&U)", "undo", "Ctrl+Z", M::Edit, On_Bar, Edit_Commands::Undo},
     {"Cmd_Redo", "重做(&R)", "redo", "Ctrl+Y; Ctrl+Shift+Z", M::Edit, On_Bar, Edit_Commands::Redo},
     {"Cmd_Cut", "剪切(&T)", "cut", "Ctrl+X", M::Edit, Selected | New_Group | On_Context, Edit_Commands::Cut},
     {"Cmd_Copy", "复制(&C)", "copy", "Ctrl+C", M::Edit, Reads | Selected | On_Context, Edit_Commands::Copy},
     {"Cmd_Paste", "粘贴(&P)", "paste", "Ctrl+V", M::Edit, On_Context, Edit_Commands::Paste},
-    {"Cmd_Paste_Plain", "粘贴为纯文本(&L)", "", "Ctrl+Shift+V", M::Edit, On_Context, Edit_Commands::Paste_Plain},
+    {"Cmd_Paste_Plain", "粘贴为纯文本(&X)", "", "Ctrl+Shift+V", M::Edit, On_Context, Edit_Commands::Paste_Plain},
     {"Cmd_Select_All", "全选(&A)", "", "Ctrl+A", M::Edit, Reads | On_Context, Edit_Commands::Select_All},
     {"Cmd_Find", "查找(&F)...", "find", "Ctrl+F", M::Edit, Reads | Anywhere | On_Bar | New_Group, nullptr, nullptr, R::Find},
     {"Cmd_Find_Next", "查找下一个(&N)", "", "F3", M::Edit, Reads | Anywhere, nullptr, nullptr, R::Find_Next},

@@ -8,6 +8,7 @@
 
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QUrl>
 
 namespace
@@ -18,9 +19,17 @@ Links::Opener &The_Opener()
     return opener;
 }
 
+/// A page writes the path of a file as it is, or with signs escaped as in an address.
+QString File_At(const QString &path)
+{
+    const QString asWritten = Files::Native_Path(path);
+    const QString decoded = Files::Native_Path(QUrl::fromPercentEncoding(path.toUtf8()));
+    return !QFileInfo::exists(asWritten) && QFileInfo::exists(decoded) ? decoded : asWritten;
+}
+
 QUrl Address_Of(const QString &target)
 {
-    return Files::Is_Absolute(target) ? QUrl::fromLocalFile(Files::Native_Path(target)) : QUrl(target);
+    return Files::Is_Absolute(target) ? QUrl::fromLocalFile(File_At(target)) : QUrl(target);
 }
 } // namespace
 

@@ -12,6 +12,8 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <limits>
+#include <optional>
 
 namespace
 {
@@ -83,23 +85,27 @@ QRectF Size_Grips::Grip() const
                : QRectF(place.bottomRight() - QPointF(Grip_Side, Grip_Side) / 2, QSizeF(Grip_Side, Grip_Side));
 }
 
-/// The left edges of the columns in the viewport; the longest indent in a column says least of where it begins.
-QList<qreal> Size_Grips::Column_Edges(const QTextTable &table) const
+/// The left lines of the columns and the table's right one; the longest indent in a column says least of where it
+/// begins. A column in which no cell begins has no line.
+QList<Size_Grips::Column_Line> Size_Grips::Column_Lines(QTextTable &table) const
 {
     const QAbstractTextDocumentLayout &layout = *m_editor.document()->documentLayout();
-    QList<qreal> edges;
+    const qreal shift = Scrolled(m_editor).x();
+    QList<Column_Line> lines;
     for (int column = 0; column < table.columns(); ++column) {
-        qreal edge = -1;
+        std::optional<qreal> edge;
         for (int row = 0; row < table.rows(); ++row) {
             const QTextTableCell cell = table.cellAt(row, column);
             if (cell.column() != column)
                 continue;
             const qreal left = layout.blockBoundingRect(cell.firstCursorPosition().block()).left();
-            edge = edge < 0 ? left : std::min(edge, left);
+            edge = std::min(edge.value_or(left), left);
         }
-        edges << edge - table.format().cellPadding() - Scrolled(m_editor).x();
+        if (edge)
+            lines.append({&table, column, *edge - table.format().cellPadding() - shift});
     }
-    return edges;
+    lines.append({&table, table.columns(), layout.frameBoundingRect(&table).right() - shift});
+    return lines;
 }
 
 Size_Grips::Column_Line Size_Grips::Line_At(const QPoint &place) const
@@ -111,11 +117,10 @@ Size_Grips::Column_Line Size_Grips::Line_At(const QPoint &place) const
             continue;
         const QRectF frame =
             m_editor.document()->documentLayout()->frameBoundingRect(table).translated(-Scrolled(m_editor));
-        const QList<qreal> edges = Column_Edges(*table);
-        for (int column = 1; column < edges.size(); ++column) {
-            if (std::abs(place.x() - edges[column]) <= Line_Reach && place.y() >= frame.top() &&
+        for (const Column_Line &line : Column_Lines(*table)) {
+            if (line.column > 0 && std::abs(place.x() - line.x) <= Line_Reach && place.y() >= frame.top() &&
                 place.y() <= frame.bottom())
-                return {table, column};
+                return line;
         }
     }
     return {};
@@ -187,27 +192,39 @@ QSizeF Size_Grips::Pulled_Size() const
     return old * scale;
 }
 
+/// Gives the columns the widths that they have on screen, with the pulled line in its new place. Columns that no line
+/// divides share their room alike. Where the table has a width, the outer line changes that.
 void Size_Grips::Resize_Columns()
 {
     QTextTable &table = *m_line.table;
-    const QList<qreal> edges = Column_Edges(table);
-    const QRectF frame =
-        m_editor.document()->documentLayout()->frameBoundingRect(&table).translated(-Scrolled(m_editor));
-    QList<qreal> widths;
-    for (int column = 0; column < edges.size(); ++column)
-        widths << (column + 1 < edges.size() ? edges[column + 1] : frame.right()) - edges[column];
-    qreal &before = widths[m_line.column - 1], &behind = widths[m_line.column];
-    const qreal both = before + behind;
-    if (both < 2 * Least_Column)
-        return;
-    before = std::clamp(before + m_at.x() - m_from.x(), Least_Column, both - Least_Column);
-    behind = both - before;
+    QList<Column_Line> lines = Column_Lines(table);
+    const qreal oldWidth = lines.last().x - lines.first().x;
+    for (qsizetype i = 1; i < lines.size(); ++i) {
+        if (lines[i].column != m_line.column)
+            continue;
+        const qreal least = lines[i - 1].x + Least_Column;
+        const qreal most =
+            i + 1 < lines.size() ? lines[i + 1].x - Least_Column : std::numeric_limits<qreal>::infinity();
+        if (most < least)
+            return;
+        lines[i].x = std::clamp(lines[i].x + m_at.x() - m_from.x(), least, most);
+    }
+    const qreal newWidth = lines.last().x - lines.first().x;
     QTextTableFormat format = table.format();
-    const bool shares = format.width().type() == QTextLength::PercentageLength;
+    const QTextLength::Type kind = format.width().type();
+    const bool shares = kind == QTextLength::PercentageLength;
+    if (m_line.column == table.columns() && kind != QTextLength::VariableLength) {
+        const qreal wanted = format.width().rawValue() * newWidth / oldWidth;
+        format.setWidth(QTextLength(kind, shares ? std::min(wanted, 100.0) : wanted));
+    }
     QList<QTextLength> lengths;
-    for (const qreal width : widths)
-        lengths << (shares ? QTextLength(QTextLength::PercentageLength, 100 * width / (frame.right() - edges[0]))
-                           : QTextLength(QTextLength::FixedLength, width));
+    for (qsizetype i = 1; i < lines.size(); ++i) {
+        const int columns = lines[i].column - lines[i - 1].column;
+        const qreal width = (lines[i].x - lines[i - 1].x) / columns;
+        lengths +=
+            QList<QTextLength>(columns, shares ? QTextLength(QTextLength::PercentageLength, 100 * width / newWidth)
+                                               : QTextLength(QTextLength::FixedLength, width));
+    }
     format.setColumnWidthConstraints(lengths);
     table.setFormat(format);
 }

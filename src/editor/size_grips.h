@@ -35,16 +35,17 @@ public:
 
 private:
     enum class Pull { None, Picture, Column };
-    /// A line between two columns, by the column behind it.
+    /// An upright line of a table, by the column behind it; the outer one is behind all columns.
     struct Column_Line {
         QTextTable *table = nullptr;
         int column = 0;
+        qreal x = 0; ///< in the viewport
     };
 
     [[nodiscard]] QRectF Place_Of(const QTextCursor &picture) const;
     [[nodiscard]] QRectF Grip() const;
     [[nodiscard]] Column_Line Line_At(const QPoint &place) const;
-    [[nodiscard]] QList<qreal> Column_Edges(const QTextTable &table) const;
+    [[nodiscard]] QList<Column_Line> Column_Lines(QTextTable &table) const;
     [[nodiscard]] QSizeF Pulled_Size() const;
     void Resize_Columns();
 

@@ -46,6 +46,16 @@ void Walk(const QObject &parent, const std::function<void(QObject &)> &visit)
     }
 }
 
+/// Whether a form around this one has the same section: the record of its errors stands for both.
+bool Is_Part_Of(const QObject &part, const QString &formName)
+{
+    for (const QObject *around = part.parent(); around != nullptr; around = around->parent()) {
+        if (around->property(Form_Mark) == formName)
+            return true;
+    }
+    return false;
+}
+
 /// Where a control keeps a text: how it is read and set.
 struct Slot {
     const char *property; ///< "Caption", "Text" or "ToolTipText"
@@ -178,13 +188,13 @@ void Set_Caption(QAction &action, const QString &text)
 
 ctrlLanguage::ctrlLanguage(QWidget &form, QString formName) : m_form(&form), m_name(std::move(formName))
 {
-    form.setProperty(Form_Mark, true);
+    form.setProperty(Form_Mark, m_name);
 }
 
 void ctrlLanguage::LoadControlsCaption()
 {
     const Language_Pack &pack = Language();
-    if (pack.Load_Error()) {
+    if (pack.Load_Error() && !Is_Part_Of(*m_form, m_name)) {
         Set_Pending(*pack.Load_Error());
         Error_Log(m_name + QStringLiteral("\\Load_Lang"));
     }

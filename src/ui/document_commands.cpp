@@ -4,6 +4,7 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "documents/blank_files.h"
+#include "editor/pictures.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
@@ -15,6 +16,9 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QImage>
+#include <QMimeDatabase>
+#include <QRegularExpression>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QUrl>
@@ -90,7 +94,7 @@ const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
          [](Document_Tabs &tabs) {
              tabs.Email();
          }},
-        {"DelCode", "_Cmd_DelCode", "delete", Qt::CTRL | Qt::Key_Delete, true, false,
+        {"DelCode", "_Cmd_DelCode", "delete", Qt::CTRL | Qt::SHIFT | Qt::Key_Delete, true, false,
          [](Document_Tabs &tabs) {
              tabs.Delete_Current();
          }},
@@ -112,6 +116,32 @@ const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
 
 namespace
 {
+/// An address that is the picture itself; "" for one without bytes.
+QString Data_Address(const QTextDocument &document, const QString &name)
+{
+    const QVariant held = document.resource(QTextDocument::ImageResource, QUrl(name));
+    const QByteArray bytes =
+        held.userType() == QMetaType::QByteArray ? held.toByteArray() : Pictures::As_File(held.value<QImage>());
+    return bytes.isEmpty() ? QString()
+                           : QStringLiteral("data:%1;base64,").arg(QMimeDatabase().mimeTypeForData(bytes).name()) +
+                                 QString::fromLatin1(bytes.toBase64());
+}
+
+/// A page that carries its pictures: their names mean nothing outside of the document.
+QByteArray Page_Of(const QTextDocument &document)
+{
+    static const QRegularExpression source(QStringLiteral("(?<= src=\")picture:[0-9a-f]+(?=\")"));
+    const QString html = document.toHtml();
+    QString page;
+    qsizetype done = 0;
+    for (auto found = source.globalMatch(html); found.hasNext();) {
+        const QRegularExpressionMatch name = found.next();
+        page += html.mid(done, name.capturedStart() - done) + Data_Address(document, name.captured());
+        done = name.capturedEnd();
+    }
+    return (page + html.mid(done)).toUtf8();
+}
+
 /// A file in the form that its name asks for.
 void Export(const Document_Form &form, const QString &path)
 {
@@ -119,18 +149,19 @@ void Export(const Document_Form &form, const QString &path)
     if (extension == QLatin1String("txt"))
         Rich_Text::Save_File(path, Rich_Text::Format::Plain, *form.content);
     else if (extension == QLatin1String("htm") || extension == QLatin1String("html"))
-        Files::Write_Bytes(path, form.content->toHtml().toUtf8());
+        Files::Write_Bytes(path, Page_Of(*form.content));
     else
         Files::Write_Bytes(path, Rich_Text::Write_Rtf(*form.content));
 }
 
-/// A title as a file's name.
+/// A title as a file's name; a document without one has the words of its tab.
 QString File_Name(const QString &title)
 {
     QString name;
     for (const QChar c : title.simplified())
         name += c < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|").contains(c) ? QLatin1Char('_') : c;
-    return name.left(80).trimmed();
+    name = name.left(80).trimmed();
+    return name.isEmpty() ? Pack_Text("Frm_Doc_Standard", "_NewDoc") : name;
 }
 } // namespace
 
@@ -195,7 +226,7 @@ void Document_Tabs::Save_As()
         return;
     const QString filter = Pack_Text("Frm_Main", "_Rich") + QStringLiteral("(*.rtf)|*.rtf|") +
                            Pack_Text("Frm_Main", "_Text") + QStringLiteral("(*.txt)|*.txt|") +
-                           Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm)|*.htm");
+                           Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm)|*.htm *.html");
     const QString path = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"),
                                             File_Name(document->Title()) + QStringLiteral(".rtf"), filter);
     if (path.isEmpty())

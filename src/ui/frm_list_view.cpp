@@ -26,6 +26,7 @@ const QString Descending_Mark = QStringLiteral("▽");
 const QString Columns_Section = QStringLiteral("Col");
 const QString Widths_Key = QStringLiteral("ListViewPara");
 const QString Order_Key = QStringLiteral("ListViewOrder");
+const QString Language_Key = QStringLiteral("ListViewLanguage"); ///< whose captions the widths were chosen for
 } // namespace
 
 Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
@@ -222,13 +223,13 @@ void Frm_ListView::Apply_Columns()
     header->setSectionsMovable(true);
     header->setStretchLastSection(false);
     header->setMinimumSectionSize(Pixels(300));
-    const QString stored = GetIni(Columns_Section, Widths_Key);
-    const std::vector<int> widths = Widths_From_Text(stored);
+    const std::vector<int> widths = Widths_From_Text(GetIni(Columns_Section, Widths_Key));
+    const bool chosen = GetIni(Columns_Section, Language_Key).compare(Config().LANGUAGE, Qt::CaseInsensitive) == 0;
     for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
         const int width = Pixels(widths[static_cast<size_t>(i)]);
         header->setSectionHidden(i, width == 0);
         if (width > 0)
-            header->resizeSection(i, stored.isEmpty() ? std::max(width, header->sectionSizeHint(i)) : width);
+            header->resizeSection(i, chosen ? width : std::max(width, header->sectionSizeHint(i)));
     }
     const std::vector<int> order = Order_From_Text(GetIni(Columns_Section, Order_Key));
     for (int place = 0; place < static_cast<int>(order.size()); ++place)
@@ -246,6 +247,7 @@ void Frm_ListView::Save_Columns()
     }
     WriteIni(Columns_Section, Widths_Key, Numbers_To_Text(widths));
     WriteIni(Columns_Section, Order_Key, Numbers_To_Text(order));
+    WriteIni(Columns_Section, Language_Key, Config().LANGUAGE);
 }
 
 void Frm_ListView::Apply_Look()

@@ -7,7 +7,9 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/document_store.h"
+#include "editor/links.h"
 #include "editor/text_editor.h"
+#include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
@@ -33,7 +35,7 @@
 #include <QProgressDialog>
 #include <QSystemTrayIcon>
 #include <QTimer>
-#include <QToolButton>
+#include <QUrl>
 
 Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QStringLiteral("Frm_Main"))
 {
@@ -43,13 +45,16 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Panes();
     Add_Editor_Menus();
     Add_Tray_Icon();
+    Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
+    Log_Mark(QStringLiteral("Reload_Cate"));
     Log_Mark(QStringLiteral("GetClassInfo_Ex"));
     m_tree->Update_Tree();
     Bind_View_Entries();
     Connect_Actions();
     Place_Document_Actions();
+    Place_Tool_Bar();
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -336,6 +341,7 @@ void Frm_Main::Connect_Actions()
             [this] { Forms::Show_Modal(QStringLiteral("Frm_DbLog"), this); });
     connect(m_ui->Mnu_About, &QAction::triggered, this,
             [this] { Forms::Show_Modal(QStringLiteral("Frm_About"), this); });
+    connect(m_ui->RenHelp, &QAction::triggered, this, &Frm_Main::Show_Help);
     connect(m_ui->Mnu_Config, &QAction::triggered, this,
             [this] { Forms::Show_Modal(QStringLiteral("Frm_Config"), this, {}, [this] { Apply_Settings(); }); });
 
@@ -357,47 +363,6 @@ void Frm_Main::Connect_Actions()
     connect(m_tabs, &Document_Tabs::Editing, this, enableSaving);
     enableDocument(false);
     enableSaving(false);
-}
-
-void Frm_Main::Place_Document_Actions()
-{
-    const auto action = [this](const char *name) {
-        return m_tabs->Action(QLatin1String(name));
-    };
-    auto *kinds = new QMenu(m_lang.GetString("_New_Kinds"), this);
-    kinds->addActions({action("AddCode_Clip"), action("AddCode_Word"), action("AddCode_Excel"), action("AddCode_PPT"),
-                       action("AddCode_Htm")});
-    m_ui->Mnu_File->insertMenu(m_ui->Mnu_Import_File, kinds);
-    auto *button = qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(m_ui->AddCode));
-    button->setMenu(kinds);
-    button->setPopupMode(QToolButton::MenuButtonPopup);
-    m_ui->Mnu_File->insertActions(m_ui->Mnu_Close_Tab,
-                                  {action("Mnu_Open_Outside"), action("SaveAs"), action("Email"), action("DelCode")});
-    m_ui->Tlb_Command->addAction(action("DelCode"));
-    m_ui->Mnu_View->addSeparator();
-    m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
-}
-
-void Frm_Main::Set_Icons()
-{
-    struct Action_Icon {
-        QAction *action;
-        const char *icon;
-    };
-    const Action_Icon icons[] = {
-        {m_ui->AddCode, "new"},         {m_ui->Mnu_AddCode, "new"},
-        {m_ui->ImportFile, "import"},   {m_ui->Mnu_Import_File, "import"},
-        {m_ui->SaveCode, "save"},       {m_ui->Mnu_Save, "save"},
-        {m_ui->Mnu_Close_Tab, "close"}, {m_ui->Mnu_DataBase, "database"},
-        {m_ui->mnuComp, "compact"},     {m_ui->mnu_clean_data, "clean"},
-        {m_ui->PriCode, "print"},       {m_ui->Mnu_Print, "print"},
-        {m_ui->PriPrview, "preview"},   {m_ui->Mnu_Preview, "preview"},
-        {m_ui->Mnu_Find, "find"},       {m_ui->Mnu_DbLog, "log"},
-        {m_ui->Mnu_Config, "options"},  {m_ui->Mnu_About, "about"},
-        {m_ui->Mnu_Exit, "exit"},
-    };
-    for (const Action_Icon &row : icons)
-        row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
 }
 
 void Frm_Main::Bind_View_Entries()
@@ -475,6 +440,13 @@ void Frm_Main::Clean()
         [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
     Reload_All();
     Set_Status(done ? m_lang.GetString("_Cleaned") : QString());
+}
+
+void Frm_Main::Show_Help()
+{
+    const QString file = Files::Native_Path(App().Help_File);
+    if (!QFileInfo(file).isFile() || !Links::Start(QUrl::fromLocalFile(file)))
+        m_ui->Mnu_About->trigger();
 }
 
 void Frm_Main::Leave()

@@ -81,6 +81,7 @@ private:
     void Add_Tray_Icon();
     void Connect_Actions();
     void Place_Document_Actions();
+    void Place_Tool_Bar();
     void Set_Icons();
     void Bind_View_Entries();
     /// Puts what the options changed on screen.
@@ -89,6 +90,8 @@ private:
     void Choose_Database();
     void Compact();
     void Clean();
+    /// Opens the help file where there is one, else tells about the program.
+    void Show_Help();
     void Leave();
     /// The window's own close button only puts the window away.
     [[nodiscard]] bool Hides_On_Close(const QCloseEvent &event) const;

@@ -50,11 +50,10 @@ bool Frm_Print::Save_Pdf(const QTextDocument &document, const QString &title)
 {
     const QString folder = GetIni(Page, Pdf_Path);
     const QString preset = folder.isEmpty() ? File_Name(title) : QDir(folder).filePath(File_Name(title));
-    QString path = Prompts::Save_File(Pack_Text("Frm_Print", "_Save_Pdf"), preset, QStringLiteral("PDF (*.pdf)|*.pdf"));
+    const QString path =
+        Prompts::Save_File(Pack_Text("Frm_Print", "_Save_Pdf"), preset, QStringLiteral("PDF (*.pdf)|*.pdf"));
     if (path.isEmpty())
         return false;
-    if (QFileInfo(path).suffix().isEmpty())
-        path += QStringLiteral(".pdf");
     WriteIni(Page, Pdf_Path, QFileInfo(path).path());
     return Trap(
         QStringLiteral("Frm_Print\\Save_Pdf"),

@@ -180,7 +180,9 @@ private slots:
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
+        m_program->Write(u"data/temp/zip.db"_s, "of a capture that was killed");
         QVERIFY(!AddCodeContent_File_Ex(path, u"001"_s, u"0"_s, u"it's"_s, u"jpg"_s, false).isEmpty());
+        QVERIFY(!QFile::exists(m_program->Path(u"data/temp/zip.db"_s)));
         const QString stored = Sql_Cell(u"select Code_Content from Code_Info"_s);
         QVERIFY2(stored.contains(u"/in/a%22%3E%3Cscript%3E%27%26%3D%25.jpg></font>"), qPrintable(stored));
     }

@@ -124,12 +124,13 @@ private slots:
 
     void The_Pictures_Of_A_Page_Go_With_It()
     {
-        for (const QString &name :
-             {u"Pic/a.jpg"_s, u"Pic/sub/b c.png"_s, u"Pic/other.jpg"_s, u"Pic/&d.gif"_s, u"outside.jpg"_s})
+        for (const QString &name : {u"Pic/a.jpg"_s, u"Pic/sub/b c.png"_s, u"Pic/other.jpg"_s, u"Pic/&d.gif"_s,
+                                    u"outside.jpg"_s, u"Pic/folder.jpg/in the way"_s})
             m_program->Write(name, "picture");
         QVERIFY(QFile::link(m_program->Path(u"outside.jpg"_s), m_program->Path(u"Pic/link.jpg"_s)));
         const QString page =
-            u"<html><IMG border=0 src=<<<Pic_Dir>>>a.jpg><img alt='x>y' src = \"<<<Pic_Dir>>>sub/b c.png\">"
+            u"<html><img src=<<<Pic_Dir>>>folder.jpg><IMG border=0 src=<<<Pic_Dir>>>a.jpg><img alt='x>y' src = "
+            u"\"<<<Pic_Dir>>>sub/b c.png\">"
             "<img src='file:///c:/&lt;&lt;&lt;Pic_Dir>>>\\&amp;d.gif'><img src=<<<Pic_Dir>>>../outside.jpg>"
             "<img src=<<<Pic_Dir>>>link.jpg><img src=other.jpg><img src=<<<Pic_Dir>>>><img src=>"_s;
         Recordset row;

@@ -12,17 +12,22 @@
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QApplication>
 #include <QClipboard>
+#include <QFile>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextList>
 #include <QTextTable>
+#include <QUrl>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -94,11 +99,7 @@ class Test_Editor_Commands : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        Init_Core_Resources();
-        Load_Built_In_Language();
-    }
+    void initTestCase() { Load_Built_In_Language(); }
     void The_Table_Is_Sound();
     void Paragraphs_data();
     void Paragraphs();
@@ -111,6 +112,10 @@ private slots:
     void Links_Are_Made_And_Taken_Away();
     void Links_Open_Safely_data();
     void Links_Open_Safely();
+    void Paths_May_Be_Escaped_data();
+    void Paths_May_Be_Escaped();
+    void Lines_Of_A_Table_Are_Pulled_data();
+    void Lines_Of_A_Table_Are_Pulled();
     void Pastes_data();
     void Pastes();
     void Foreign_Looks_Follow_The_Setting();
@@ -355,6 +360,89 @@ void Test_Editor_Commands::Links_Open_Safely()
     Links::Open(target);
     QTEST(opened, "opened");
     QCOMPARE(script.Problems(), QStringList());
+}
+
+void Test_Editor_Commands::Paths_May_Be_Escaped_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("as it is") << u"a b.txt"_s << u"a b.txt"_s;
+    QTest::newRow("escaped") << u"年 b'.txt"_s << u"年%20b%27.txt"_s;
+    QTest::newRow("a name that looks escaped") << u"a%20b.txt"_s << u"a%20b.txt"_s;
+}
+
+void Test_Editor_Commands::Paths_May_Be_Escaped()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, target);
+    const QTemporaryDir folder;
+    QFile made(folder.filePath(file));
+    QVERIFY(made.open(QIODevice::WriteOnly));
+    Prompt_Script script;
+    script.Expect(folder.filePath(file), u"yes"_s);
+    QString opened;
+    Links::Set_Opener([&](const QUrl &address) {
+        opened = address.toLocalFile();
+        return true;
+    });
+    Links::Open(folder.filePath(target));
+    QCOMPARE(opened, folder.filePath(file));
+    QCOMPARE(script.Problems(), QStringList());
+}
+
+void Test_Editor_Commands::Lines_Of_A_Table_Are_Pulled_data()
+{
+    QTest::addColumn<bool>("merged"); ///< the second and the third column are one in all rows
+    QTest::addColumn<int>("percent"); ///< width of the table, 0 for none
+    QTest::addColumn<int>("line");    ///< x of the line in the table
+    QTest::addColumn<int>("by");
+    QTest::addColumn<QList<int>>("widths"); ///< as written, in pixels or percent
+
+    QTest::newRow("inner line") << false << 0 << 100 << 30 << QList<int>{130, 70, 100};
+    QTest::newRow("no further than the next one") << false << 0 << 100 << 300 << QList<int>{176, 24, 100};
+    QTest::newRow("outer line") << false << 0 << 300 << 40 << QList<int>{100, 100, 140};
+    QTest::newRow("outer line inwards") << false << 0 << 300 << -400 << QList<int>{100, 100, 24};
+    QTest::newRow("beside merged columns") << true << 0 << 100 << 40 << QList<int>{140, 80, 80};
+    QTest::newRow("outer line of merged columns") << true << 0 << 300 << -60 << QList<int>{100, 70, 70};
+    QTest::newRow("shares of a width") << false << 50 << 100 << 50 << QList<int>{50, 17, 33};
+    QTest::newRow("outer line of a width") << false << 50 << 300 << 100 << QList<int>{25, 25, 50};
+}
+
+void Test_Editor_Commands::Lines_Of_A_Table_Are_Pulled()
+{
+    QFETCH(bool, merged);
+    QFETCH(int, percent);
+    QFETCH(int, line);
+    QFETCH(int, by);
+    QFETCH(QList<int>, widths);
+    Desk desk;
+    desk.window.resize(800, 300);
+    const int frame = desk.editor.width() - desk.editor.viewport()->width();
+    const int margins = 2 * static_cast<int>(desk.editor.document()->documentMargin());
+    desk.editor.setFixedWidth(600 + margins + frame);
+    QTextTableFormat format;
+    format.setCellSpacing(0);
+    format.setBorder(0);
+    if (percent > 0)
+        format.setWidth(QTextLength(QTextLength::PercentageLength, percent));
+    const QTextLength third = percent > 0 ? QTextLength(QTextLength::PercentageLength, 100.0 / 3)
+                                          : QTextLength(QTextLength::FixedLength, 100);
+    format.setColumnWidthConstraints({third, third, third});
+    QTextTable *table = desk.editor.textCursor().insertTable(2, 3, format);
+    for (int row = 0; merged && row < 2; ++row)
+        table->mergeCells(row, 1, 1, 2);
+    QApplication::processEvents();
+    const QRectF place = desk.editor.document()->documentLayout()->frameBoundingRect(table);
+    const QPoint from = (place.topLeft() + QPointF(line, 8)).toPoint();
+    QTest::mousePress(desk.editor.viewport(), Qt::LeftButton, {}, from);
+    QTest::mouseRelease(desk.editor.viewport(), Qt::LeftButton, {}, from + QPoint(by, 0));
+    const QList<QTextLength> lengths = table->format().columnWidthConstraints();
+    QCOMPARE(lengths.size(), widths.size());
+    for (int column = 0; column < widths.size(); ++column)
+        QVERIFY2(std::abs(lengths[column].rawValue() - widths[column]) <= 2,
+                 qPrintable(QString::number(lengths[column].rawValue())));
+    desk.editor.undo();
+    QCOMPARE(table->format().columnWidthConstraints(), QList<QTextLength>({third, third, third}));
 }
 
 void Test_Editor_Commands::Pastes_data()

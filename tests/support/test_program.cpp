@@ -39,7 +39,7 @@ void Forget_Everything()
 void Prepare()
 {
     GetConfigInfo(Database_Steps_For_Start());
-    Language().Load(QStringLiteral(ZELQOR_PACKS), u"CHINESE"_s);
+    Language().Load(Pack_Folder(), u"CHINESE"_s);
     App().Date_Sep = u"-"_s;
     App().Date_Delim = u"#"_s;
     App().Com_Name = u"Zelqor"_s;
@@ -98,6 +98,11 @@ QStringList Test_Program::Logged() const
             sources << line.mid(label.size());
     }
     return sources;
+}
+
+QString Pack_Folder()
+{
+    return QStringLiteral(ZELQOR_PACKS);
 }
 
 void Sql_Run(const QString &statement)

@@ -39,6 +39,8 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// The folder of the language packs.
+QString Pack_Folder();
 /// Runs a statement on the database in force.
 void Sql_Run(const QString &statement);
 /// All rows of a statement, as text.

@@ -111,11 +111,7 @@ void Test_Dialogs::init()
     Machine::Fix_Clock(QDateTime(QDate(2024, 3, 15), QTime(10, 30)));
     m_directory = std::make_unique<QTemporaryDir>();
     App().App_Path = m_directory->path() + QLatin1Char('/');
-    Init_Core_Resources();
-    QDir().mkpath(App().App_Path + QStringLiteral("Lang"));
-    QFile::copy(QStringLiteral(":/lang/CHINESE.INI"), App().App_Path + QStringLiteral("Lang/CHINESE.INI"));
-    Config().LANGUAGE = QStringLiteral("Chinese");
-    Load_Language(QStringLiteral("test"));
+    Load_Built_In_Language();
     GetConfigInfo(Database_Steps_For_Start());
     QVERIFY(App().Conn_OK);
     App().Date_Delim = QStringLiteral("#");

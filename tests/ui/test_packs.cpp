@@ -27,6 +27,7 @@
 #include "ui/frm_node_icon.h"
 #include "ui/frm_nodes_pass.h"
 #include "ui/frm_nodes_search.h"
+#include "ui/frm_picture_size.h"
 #include "ui/frm_print.h"
 #include "ui/frm_re_name_ex.h"
 #include "ui/frm_spec_char.h"
@@ -36,11 +37,21 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDirIterator>
+#include <QFontComboBox>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QRegularExpression>
+#include <QStyleOptionComboBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextTable>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -50,8 +61,8 @@ constexpr int Longest_Text = 253;
 const QSize Small_Screen(1024, 740);
 
 struct Packs {
-    Profile::Snapshot chinese{u":/lang/CHINESE.INI"_s};
-    Profile::Snapshot english{u":/lang/English.ini"_s};
+    Profile::Snapshot chinese{Pack_Folder() + u"/CHINESE.INI"_s};
+    Profile::Snapshot english{Pack_Folder() + u"/English.ini"_s};
 };
 
 /// The dialogs of the folder tree, on a folder with a name of ordinary length.
@@ -101,6 +112,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<frm_GoTo>(editor);
     if (name == u"Frm_Insert_Table")
         return std::make_unique<Frm_Insert_Table>(editor);
+    if (name == u"Frm_Picture_Size")
+        return std::make_unique<Frm_Picture_Size>(editor);
     if (name == u"Frm_SpecChar")
         return std::make_unique<Frm_SpecChar>(editor);
     if (name == u"Frm_Print")
@@ -124,10 +137,11 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
     return std::make_unique<Frm_About>(Frm_About::Role::About);
 }
 
-const QStringList Form_Names = {u"Frm_Main"_s,     u"Frm_ListView"_s, u"Frm_Doc_Standard"_s, u"frmLogin"_s,
-                                u"Frm_Database"_s, u"Frm_DbLog"_s,    u"Frm_About"_s,        u"Frm_Update_235"_s,
-                                u"Editor_Bar"_s,   u"Find_Bar"_s,     u"frm_GoTo"_s,         u"Frm_Insert_Table"_s,
-                                u"Frm_SpecChar"_s, u"Frm_Print"_s,    u"Frm_Config"_s};
+const QStringList Form_Names = {
+    u"Frm_Main"_s,    u"Frm_ListView"_s,     u"Frm_Doc_Standard"_s,  u"frmLogin"_s,          u"Frm_Database"_s,
+    u"Frm_DbLog"_s,   u"Frm_About"_s,        u"Frm_Update_235"_s,    u"Editor_Bar"_s,        u"Find_Bar"_s,
+    u"frm_GoTo"_s,    u"Frm_Insert_Table"_s, u"Frm_SpecChar"_s,      u"Frm_Print"_s,         u"Frm_Config"_s,
+    u"Search_Pane"_s, u"Frm_Picture_Size"_s, u"Frm_ListView_Para"_s, u"Frm_ListView_Color"_s};
 
 QString Read_Text(const QString &path)
 {
@@ -144,29 +158,153 @@ QStringList Captures(const QString &text, const char *pattern)
     return found;
 }
 
-/// What a control shows and how much room that needs; "" when it has the room.
-QString Cut_Text(const QWidget &control)
+QString Cut(const QWidget &control, const QString &text, const QSize &needed, const QSize &room)
+{
+    return needed.width() > room.width() || needed.height() > room.height()
+               ? u"%1 '%2' needs %3x%4 in %5x%6"_s.arg(control.objectName(), text)
+                     .arg(needed.width())
+                     .arg(needed.height())
+                     .arg(room.width())
+                     .arg(room.height())
+               : QString();
+}
+
+QSize Text_Size(const QWidget &control, const QString &text)
+{
+    return control.fontMetrics().size(Qt::TextShowMnemonic, text);
+}
+
+/// The texts that a control shows in parts: columns, tabs, the choice of a combo, the hint in a field.
+QStringList Cut_Parts(const QWidget &control)
+{
+    QStringList cut;
+    if (const auto *header = qobject_cast<const QHeaderView *>(&control)) {
+        for (int i = 0; i < header->count(); ++i) {
+            const QString text = header->model()->headerData(i, Qt::Horizontal).toString();
+            if (!header->isSectionHidden(i))
+                cut << Cut(control, text, {header->sectionSizeHint(i), 0}, {header->sectionSize(i), 0});
+        }
+    } else if (const auto *tabs = qobject_cast<const QTabBar *>(&control)) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            if (tabs->isTabVisible(i))
+                cut << Cut(control, tabs->tabText(i), Text_Size(control, tabs->tabText(i)), tabs->tabRect(i).size());
+        }
+    } else if (const auto *combo = qobject_cast<const QComboBox *>(&control);
+               combo != nullptr && qobject_cast<const QFontComboBox *>(combo) == nullptr) {
+        QStyleOptionComboBox option;
+        option.initFrom(combo);
+        option.editable = combo->isEditable();
+        const QRect room =
+            combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
+        for (int i = 0; i < combo->count(); ++i)
+            cut << Cut(control, combo->itemText(i), Text_Size(control, combo->itemText(i)), room.size());
+    } else if (const auto *line = qobject_cast<const QLineEdit *>(&control)) {
+        cut << Cut(control, line->placeholderText(), Text_Size(control, line->placeholderText()), line->size());
+    }
+    cut.removeAll(QString());
+    return cut;
+}
+
+/// What a control shows without the room for it.
+QStringList Cut_Texts(const QWidget &control)
 {
     // The toolkit's own buttons that reach what found no room in a tool bar or a row of tabs.
     if (control.objectName() == u"qt_toolbar_ext_button" || control.objectName() == u"ScrollLeftButton")
-        return control.parentWidget()->objectName() + u" is too long"_s;
+        return {control.parentWidget()->objectName() + u" is too long"_s};
+    QStringList cut = Cut_Parts(control);
     QString text;
     QSize needed = control.sizeHint();
     if (const auto *button = qobject_cast<const QAbstractButton *>(&control))
         text = button->text();
-    const auto *label = qobject_cast<const QLabel *>(&control);
-    if (label != nullptr) {
+    if (const auto *label = qobject_cast<const QLabel *>(&control)) {
         text = label->text();
         if (label->wordWrap())
             needed = QSize(0, label->heightForWidth(control.width()));
     }
-    const bool cut = !text.isEmpty() && (needed.width() > control.width() || needed.height() > control.height());
-    return cut ? u"%1 '%2' needs %3x%4 in %5x%6"_s.arg(control.objectName(), text)
-                     .arg(needed.width())
-                     .arg(needed.height())
-                     .arg(control.width())
-                     .arg(control.height())
-               : QString();
+    const QString whole = text.isEmpty() ? QString() : Cut(control, text, needed, control.size());
+    return whole.isEmpty() ? cut : cut << whole;
+}
+
+/// Shows a form as large as a small screen has room for, and looks at it with each of its pages in front.
+void For_Each_Page(QWidget &form, const std::function<void()> &look)
+{
+    form.resize(form.size().boundedTo(Small_Screen));
+    form.show();
+    QApplication::processEvents();
+    look();
+    for (QTabWidget *tabs : form.findChildren<QTabWidget *>()) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            tabs->setCurrentIndex(i);
+            QApplication::processEvents();
+            look();
+        }
+    }
+}
+
+/// The access key that a caption carries, "" for none.
+QString Access_Key(const QString &caption)
+{
+    static const QRegularExpression key(u"&([^&\\s])"_s);
+    return key.match(QString(caption).remove(u"&&"_s)).captured(1).toUpper();
+}
+
+/// Captions of the menu that share an access key.
+QStringList Shared_Keys(const QStringList &captions)
+{
+    QHash<QString, QString> owners;
+    QStringList shared;
+    for (const QString &caption : captions) {
+        const QString key = Access_Key(caption);
+        if (!key.isEmpty() && owners.contains(key))
+            shared << owners[key] + u" / "_s + caption;
+        owners.insert(key, caption);
+    }
+    return shared;
+}
+
+QStringList Captions_Of(const QList<QAction *> &actions)
+{
+    QStringList captions;
+    for (const QAction *action : actions) {
+        if (!captions.contains(action->text()))
+            captions << action->text();
+    }
+    return captions;
+}
+
+/// The captions of a window's page that answer to Alt: controls that are seen, and the menus.
+QStringList Captions_Of_Page(const QWidget &form)
+{
+    QStringList captions;
+    for (const QWidget *control : form.findChildren<QWidget *>()) {
+        if (!control->isVisible())
+            continue;
+        if (const auto *button = qobject_cast<const QAbstractButton *>(control))
+            captions << button->text();
+        if (const auto *label = qobject_cast<const QLabel *>(control); label != nullptr && label->buddy() != nullptr)
+            captions << label->text();
+        if (const auto *bar = qobject_cast<const QMenuBar *>(control))
+            captions << Captions_Of(bar->actions());
+    }
+    return captions;
+}
+
+/// The menu that a pane of text opens in a table.
+QStringList Context_Menu(const QWidget &form)
+{
+    auto *pane = form.findChild<Text_Editor *>(u"Txt_Content"_s);
+    if (pane == nullptr)
+        return {};
+    pane->setReadOnly(false);
+    QTextCursor cursor = pane->textCursor();
+    cursor.insertTable(1, 1);
+    pane->setTextCursor(cursor);
+    emit pane->Menu_Wanted({});
+    const auto *menu = qobject_cast<const QMenu *>(QApplication::activePopupWidget());
+    const QStringList captions = menu == nullptr ? QStringList() : Captions_Of(menu->actions());
+    if (menu != nullptr)
+        QApplication::activePopupWidget()->close();
+    return captions;
 }
 } // namespace
 
@@ -175,7 +313,6 @@ class Test_Packs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Init_Core_Resources(); }
     void init();
     void cleanup() { m_program.reset(); }
     void Packs_Hold_The_Same_Keys();
@@ -186,6 +323,8 @@ private slots:
     void Captions_Are_There();
     void No_Caption_Is_Cut_data() { Each_Form(); }
     void No_Caption_Is_Cut();
+    void Access_Keys_Are_Unique_data() { Each_Form(); }
+    void Access_Keys_Are_Unique();
 
 private:
     static void Each_Form();
@@ -210,6 +349,9 @@ void Test_Packs::Packs_Hold_The_Same_Keys()
 {
     const Packs packs;
     QCOMPARE(packs.english.Sections(), packs.chinese.Sections());
+    for (const char *file : {"/CHINESE.INI", "/English.ini"}) // a blank at the edge is dropped unless it is quoted
+        QCOMPARE(Captures(Read_Text(Pack_Folder() + QLatin1String(file)), R"x((?m)^([^=\n]+=(?: .*|.* )\r?)$)x"),
+                 QStringList());
     for (const QString &section : packs.chinese.Sections()) {
         QCOMPARE(packs.english.Keys(section), packs.chinese.Keys(section));
         for (const QString &key : packs.chinese.Keys(section)) {
@@ -316,28 +458,35 @@ void Test_Packs::No_Caption_Is_Cut()
     QFETCH(QString, form);
     QStringList cut;
     for (const QString &language : {u"CHINESE"_s, u"English"_s}) {
-        Language().Load(u":/lang"_s, language);
+        Language().Load(Pack_Folder(), language);
         const std::unique_ptr<QWidget> shown = New_Form(form);
-        shown->show();
-        const auto look = [&] {
-            QApplication::processEvents();
+        For_Each_Page(*shown, [&] {
             for (const QWidget *control : shown->findChildren<QWidget *>()) {
-                const QString trouble = control->isVisible() ? Cut_Text(*control) : QString();
-                if (!trouble.isEmpty() && !cut.contains(trouble))
-                    cut << trouble;
+                if (control->isVisible())
+                    cut << Cut_Texts(*control);
             }
-        };
-        look();
-        // A layout grows its form rather than cut a text.
-        QCOMPARE(shown->size().boundedTo(Small_Screen), shown->size());
-        for (QTabWidget *tabs : shown->findChildren<QTabWidget *>()) {
-            for (int i = 0; i < tabs->count(); ++i) {
-                tabs->setCurrentIndex(i);
-                look();
-            }
-        }
+            // A layout grows its form rather than cut a text.
+            QCOMPARE(shown->size().boundedTo(Small_Screen), shown->size());
+        });
     }
+    cut.removeDuplicates();
     QCOMPARE(cut.join(u'\n'), QString());
+}
+
+void Test_Packs::Access_Keys_Are_Unique()
+{
+    QFETCH(QString, form);
+    QStringList shared;
+    for (const QString &language : {u"CHINESE"_s, u"English"_s}) {
+        Language().Load(Pack_Folder(), language);
+        const std::unique_ptr<QWidget> shown = New_Form(form);
+        For_Each_Page(*shown, [&] { shared << Shared_Keys(Captions_Of_Page(*shown)); });
+        for (const QMenu *menu : shown->findChildren<QMenu *>())
+            shared << Shared_Keys(Captions_Of(menu->actions()));
+        shared << Shared_Keys(Context_Menu(*shown));
+    }
+    shared.removeDuplicates();
+    QCOMPARE(shared.join(u'\n'), QString());
 }
 
 QTEST_MAIN(Test_Packs)

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -64,6 +65,52 @@ QString Native_Filter(const QString &filter)
         entries << parts[i].section(QLatin1Char('('), 0, 0).trimmed() + QStringLiteral(" (%1)").arg(pattern);
     }
     return entries.join(QStringLiteral(";;"));
+}
+
+/// The suffixes of one kind of a filter: "*.htm *.html" gives "htm" and "html".
+QStringList Suffixes(const QString &pattern)
+{
+    QStringList suffixes;
+    for (const QString &one : pattern.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        suffixes << one.section(QLatin1Char('.'), -1);
+    return suffixes;
+}
+
+/// A name that ends in a suffix of the filter says its kind itself, unless that is the one it was proposed with; any
+/// other takes the suffix of the chosen kind.
+QString With_Suffix(const QString &path, const QString &proposed, const QString &filter, qsizetype chosen)
+{
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    const QStringList wanted = Suffixes(parts.value(2 * chosen + 1));
+    const QString suffix = QFileInfo(path).suffix();
+    if (path.isEmpty() || wanted.isEmpty() || wanted.contains(suffix, Qt::CaseInsensitive))
+        return path;
+    if (!suffix.isEmpty() && suffix == QFileInfo(proposed).suffix())
+        return path.chopped(suffix.size()) + wanted.first();
+    QStringList known;
+    for (qsizetype i = 1; i < parts.size(); i += 2)
+        known += Suffixes(parts[i]);
+    return known.contains(suffix, Qt::CaseInsensitive) ? path : path + QLatin1Char('.') + wanted.first();
+}
+
+/// Asks for a file to write. The box itself asks before one is replaced, so it comes again where the name that it was
+/// left with lacks its suffix and the whole name is one that exists.
+QString Ask_Save_File(const QString &title, const QString &path, const QString &filter)
+{
+    QFileDialog box(Owner(), title, path, Native_Filter(filter));
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.selectFile(path);
+    const auto chosen = [&] {
+        return box.nameFilters().indexOf(box.selectedNameFilter());
+    };
+    while (box.exec() == QDialog::Accepted) {
+        const QString typed = box.selectedFiles().value(0);
+        QString whole = With_Suffix(typed, path, filter, chosen());
+        if (whole == typed || !QFileInfo::exists(whole))
+            return whole;
+        box.selectFile(whole);
+    }
+    return {};
 }
 } // namespace
 
@@ -136,9 +183,10 @@ QString Open_File(const QString &title, const QString &directory, const QString 
 
 QString Save_File(const QString &title, const QString &path, const QString &filter)
 {
-    if (script != nullptr)
-        return script->Take(title, {});
-    return QFileDialog::getSaveFileName(Owner(), title, path, Native_Filter(filter));
+    if (script == nullptr)
+        return Ask_Save_File(title, path, filter);
+    const QStringList answer = script->Take(title, {}).split(QLatin1Char('|'));
+    return With_Suffix(answer.first(), path, filter, answer.value(1).toInt());
 }
 
 QString Folder(const QString &title, const QString &directory)

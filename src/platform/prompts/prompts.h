@@ -19,7 +19,9 @@ Answer Ask(const QString &text, const QString &title, Choice choice, Answer pres
 QString Input(const QString &text, const QString &title, const QString &preset = {}, bool masked = false);
 /// A file to open, or "" when the user cancels. `filter` as in "Name (*.db)|*.db".
 QString Open_File(const QString &title, const QString &directory, const QString &filter = {});
-QString Save_File(const QString &title, const QString &path, const QString &filter = {});
+/// A file to write, or "" when the user cancels; one that exists was agreed to be replaced. It ends in a suffix of
+/// `filter`, that of the chosen kind where none of them was typed.
+QString Save_File(const QString &title, const QString &path, const QString &filter);
 QString Folder(const QString &title, const QString &directory);
 
 /// The words on the buttons, from the language pack in force.
@@ -43,7 +45,8 @@ public:
     Prompt_Script &operator=(const Prompt_Script &) = delete;
 
     /// The next prompt must contain `text`; it is answered with `answer`: "ok", "yes", "no", "cancel", or for the
-    /// input boxes and pickers the text itself.
+    /// input boxes and pickers the text itself. Behind a file to write may stand "|" and the number of the kind that
+    /// was chosen, counted from 0.
     void Expect(const QString &text, const QString &answer);
     /// What went wrong so far, unused expectations included; empty when all is well.
     [[nodiscard]] QStringList Problems() const;
