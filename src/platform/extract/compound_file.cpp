@@ -53,6 +53,8 @@ void Compound_File::Read_Tables()
     quint32 more = Number_At(header, First_Table_Chain);
     for (qint64 i = 0; more < Largest_Regular && i < sectors; ++i) {
         const QByteArray list = Sector(more);
+        if (list.size() < m_sectorSize)
+            break;
         for (qsizetype place = 0; place + 4 < list.size(); place += 4)
             tables << Number_At(list, place);
         more = Number_At(list, list.size() - 4);
@@ -74,12 +76,13 @@ QByteArray Compound_File::Sector(quint32 number)
 
 QByteArray Compound_File::Chain(quint32 first, qint64 limit)
 {
-    QByteArray bytes;
+    QByteArray bytes, part;
     quint32 sector = first;
-    while (sector < Largest_Regular && bytes.size() < limit && bytes.size() <= m_file.size()) {
-        bytes += Sector(sector);
+    do {
+        part = sector < Largest_Regular ? Sector(sector) : QByteArray();
+        bytes += part;
         sector = m_next.value(static_cast<qsizetype>(sector), Largest_Regular);
-    }
+    } while (part.size() == m_sectorSize && bytes.size() < limit && bytes.size() <= m_file.size());
     return bytes.left(limit);
 }
 

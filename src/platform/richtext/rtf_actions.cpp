@@ -4,6 +4,7 @@
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace Rtf
@@ -13,6 +14,7 @@ namespace
 constexpr int longestLength = 31'680; // twips: 22 inches, the widest page of word processors
 constexpr qsizetype mostTabs = 64;
 constexpr std::size_t mostStyleWords = 256;
+constexpr std::size_t mostBases = 32; // of one style, each based on the next
 
 qint64 Style_Key(int number, bool isCharacter)
 {
@@ -322,8 +324,13 @@ void Reader::Tab_Next(int kind)
 void Reader::Tab_Stop_At(int)
 {
     const Tab_Stop tab{.position = Length(), .kind = std::exchange(m_tabKind, Tab_Kind::Left)};
-    if (m_state.para.tabs.size() < mostTabs)
-        m_state.para.tabs.append(tab);
+    QList<Tab_Stop> &tabs = m_state.para.tabs;
+    const auto place = std::lower_bound(tabs.begin(), tabs.end(), tab.position,
+                                        [](const Tab_Stop &one, int position) { return one.position < position; });
+    if (place != tabs.end() && place->position == tab.position)
+        *place = tab;
+    else if (tabs.size() < mostTabs)
+        tabs.insert(place, tab);
 }
 
 void Reader::Paragraph_Mark(int)
@@ -370,38 +377,43 @@ void Reader::Nest(int)
 void Reader::Style_Number(int isCharacter)
 {
     if (m_state.destination != Destination::Style_Sheet)
-        return Apply_Style(Style_Key(m_parameter, isCharacter != 0));
-    m_style = {.words = {}, .number = m_parameter, .isCharacter = isCharacter != 0};
+        return Apply_Style(m_parameter, isCharacter != 0);
+    m_style = {.words = {}, .number = m_parameter, .base = -1, .isCharacter = isCharacter != 0};
     m_state.closer = Closer::Style;
 }
 
 void Reader::Based_On(int)
 {
-    if (m_state.destination != Destination::Style_Sheet || m_style.words.size() > mostStyleWords)
-        return;
-    const auto base = m_styles.constFind(Style_Key(m_parameter, m_style.isCharacter));
-    if (base != m_styles.constEnd())
-        m_style.words.insert(m_style.words.begin(), base->words.begin(), base->words.end());
+    if (m_state.destination == Destination::Style_Sheet)
+        m_style.base = m_parameter;
 }
 
 void Reader::End_Style()
 {
     m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
-    m_styles.insert(Style_Key(m_style.number, m_style.isCharacter), m_style);
-    m_style = {};
+    Style &kept = m_styles[Style_Key(m_style.number, m_style.isCharacter)];
+    kept = std::exchange(m_style, {});
 }
 
-/// A paragraph style that a later style is based on stands before it in what word processors write, so a style's
-/// words are already those of its bases and its own.
-void Reader::Apply_Style(qint64 key)
+void Reader::Apply_Style(int number, bool isCharacter)
 {
-    const auto style = m_styles.constFind(key);
-    if (style == m_styles.constEnd() || m_state.destination != Destination::Body)
+    if (m_state.destination != Destination::Body)
         return;
-    for (const Style_Word &word : style->words) {
-        m_parameter = word.parameter;
-        m_hasParameter = word.hasParameter;
-        (this->*word.row->action)(word.row->value);
+    std::array<const Style *, mostBases> chain{};
+    std::size_t length = 0, words = 0;
+    for (int next = number; next >= 0 && length < chain.size(); ++length) {
+        const auto style = m_styles.constFind(Style_Key(next, isCharacter));
+        if (style == m_styles.constEnd() || (words += style->words.size()) > mostStyleWords)
+            break;
+        chain[length] = &*style;
+        next = style->base;
+    }
+    while (length > 0) {
+        for (const Style_Word &word : chain[--length]->words) {
+            m_parameter = word.parameter;
+            m_hasParameter = word.hasParameter;
+            (this->*word.row->action)(word.row->value);
+        }
     }
 }
 

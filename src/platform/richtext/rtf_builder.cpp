@@ -168,7 +168,7 @@ private:
     /// A QTextTable splits the block that the cursor stands in, so one block remains before it and one after.
     bool Fill_Table(const Table &source, QTextCursor &cursor)
     {
-        Grid grid = Lay_Out(m_model, source);
+        Grid grid = Lay_Out(m_model, source, m_gridAllowance);
         if (grid.rows == 0 || grid.columns == 0)
             return false;
         const std::optional<Border> common = Common_Border(grid);
@@ -198,6 +198,7 @@ private:
     std::vector<QTextBlockFormat> m_blockFormats;
     QHash<int, Open_Lists> m_lists;
     QHash<const QTextList *, int> m_itemCounts;
+    qint64 m_gridAllowance = Grid_Allowance;
     QTextList *m_oldList = nullptr;
     int m_oldListIndex = -1;
 };

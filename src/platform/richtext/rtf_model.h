@@ -64,6 +64,7 @@ struct Tab_Stop {
     Tab_Kind kind = Tab_Kind::Left;
     bool operator==(const Tab_Stop &) const = default;
 };
+size_t qHash(const Tab_Stop &tab, size_t seed = 0);
 
 /// Leading is where the text's direction begins.
 enum class Align : quint8 { Leading, Left, Right, Center, Justify };

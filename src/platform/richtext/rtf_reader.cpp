@@ -11,6 +11,7 @@ namespace Rtf
 namespace
 {
 constexpr std::size_t deepestGroup = 2000; // deeper groups share the state of this one
+constexpr qsizetype mostTabsOfStyles = 1 << 18;
 
 bool Is_Ascii(QByteArrayView bytes)
 {
@@ -29,6 +30,11 @@ size_t qHash(const Char_Style &style, size_t seed)
     return qHashMulti(seed, style.font, style.halfPoints, style.color, style.back, style.underlineColor, style.link,
                       style.spacing, style.stretchPercent, style.flags, static_cast<int>(style.underline),
                       static_cast<int>(style.script));
+}
+
+size_t qHash(const Tab_Stop &tab, size_t seed)
+{
+    return qHashMulti(seed, tab.position, static_cast<int>(tab.kind));
 }
 
 Reader::Reader(std::string_view bytes, Model &model) : m_tokens(bytes), m_model(model), m_tables(model) {}
@@ -408,21 +414,27 @@ int Reader::Interned(const Char_Style &style)
     return index;
 }
 
-int Reader::Interned(const Para_Style &style)
+int Reader::Interned(Para_Style style)
 {
+    if (m_paraStyle >= 0 && m_model.paraStyles[static_cast<std::size_t>(m_paraStyle)] == style)
+        return m_paraStyle;
     const size_t key =
-        qHashMulti(0, style.left, style.right, style.first, style.before, style.after, style.line, style.back,
-                   style.list, style.level, style.oldList, style.nesting, static_cast<int>(style.align));
+        qHashMulti(qHashRange(style.tabs.begin(), style.tabs.end()), style.left, style.right, style.first, style.before,
+                   style.after, style.line, style.back, style.list, style.level, style.oldList, style.outline,
+                   style.nesting, static_cast<int>(style.align), style.pageBreakBefore);
     QList<int> &same = m_paraStyles[key];
     for (const int index : std::as_const(same)) {
         if (m_model.paraStyles[static_cast<std::size_t>(index)] == style)
-            return index;
+            return m_paraStyle = index;
     }
-    const int index = static_cast<int>(m_model.paraStyles.size());
-    m_model.paraStyles.push_back(style);
-    if (same.size() < 16) // styles that differ in tab stops only are not worth a longer search
-        same.append(index);
-    return index;
+    m_tabCount += style.tabs.size();
+    if (m_tabCount > mostTabsOfStyles)
+        style.tabs.clear();
+    m_paraStyle = static_cast<int>(m_model.paraStyles.size());
+    m_model.paraStyles.push_back(std::move(style));
+    if (same.size() < 16) // what differs in the rest only is not worth a longer search
+        same.append(m_paraStyle);
+    return m_paraStyle;
 }
 
 void Reader::End_Picture()

@@ -97,6 +97,7 @@ private:
     struct Style {
         std::vector<Style_Word> words;
         int number = 0;
+        int base = -1; ///< number of the style that this one adds to
         bool isCharacter = false;
     };
     struct Symbol {
@@ -140,7 +141,7 @@ private:
     bool Has_Pending() const;
     int Nesting() const;
     int Interned(const Char_Style &style);
-    int Interned(const Para_Style &style);
+    int Interned(Para_Style style);
 
     void End_Picture();
     void End_Style();
@@ -148,7 +149,7 @@ private:
     void End_Level(const State &inner);
     void End_Override();
     void End_Old_List();
-    void Apply_Style(qint64 key);
+    void Apply_Style(int number, bool isCharacter);
     int Link_Of(const QString &instruction);
     static Symbol Symbol_Of(const QString &instruction);
     void End_Field(const State &inner);
@@ -304,5 +305,7 @@ private:
     Char_Style m_runStyle;
     QHash<Char_Style, int> m_charStyles;
     QHash<size_t, QList<int>> m_paraStyles;
+    int m_paraStyle = -1;     ///< the last one that was asked for
+    qsizetype m_tabCount = 0; ///< of all paragraph styles
 };
 } // namespace Rtf

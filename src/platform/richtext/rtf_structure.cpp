@@ -204,7 +204,7 @@ void Reader::Nested_Properties(int)
 {
     if (m_state.closer != Closer::None)
         return;
-    m_outerRows.push_back(m_row);
+    m_outerRows.push_back(std::exchange(m_row, {}));
     m_state.closer = Closer::Nested_Row;
 }
 

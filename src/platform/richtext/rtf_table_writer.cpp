@@ -16,6 +16,7 @@ namespace
 {
 constexpr int textWidth = 9026; // twips between the margins of an A4 page
 constexpr int narrowest = 300;
+constexpr int farthestEdge = 1'000'000;
 
 /// The right edges of the columns. Columns without a width share what the others leave.
 std::vector<int> Column_Edges(const QTextTable &table)
@@ -30,12 +31,12 @@ std::vector<int> Column_Edges(const QTextTable &table)
         else if (length.type() == QTextLength::PercentageLength)
             widths[i] = std::max(narrowest, static_cast<int>(length.rawValue() * textWidth / 100));
         free += widths[i] == 0 ? 1 : 0;
-        rest -= widths[i];
+        rest = std::max(0, rest - widths[i]);
     }
     const int share = free ? std::max(narrowest, rest / free) : 0;
     int edge = 0;
     for (int &width : widths) {
-        edge += width ? width : share;
+        edge = std::min(edge + (width ? width : share), farthestEdge);
         width = edge;
     }
     return widths;

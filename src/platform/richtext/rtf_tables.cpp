@@ -11,8 +11,9 @@ constexpr int deepestNesting = 8;    // QTextDocument's layout takes twice the t
 constexpr int edgeTolerance = 20;    // edges nearer than this are one
 constexpr int defaultWidth = 1440;   // of a cell that no \cellx was given for
 constexpr int widestTable = 100'000; // twips; Word's own limit is 31,680
-constexpr qint64 gridAllowance = 4096;
-constexpr qint64 gridPerCell = 16;
+constexpr qint64 gridPerCell = 4;
+constexpr std::size_t mostCells = 512; // of one row; word processors stop at 63
+constexpr std::size_t mostAbsentCells = 16'384;
 
 bool Has_Text(const Model &model, const Flow &flow)
 {
@@ -29,8 +30,8 @@ std::vector<Cell_Definition> Settled_Cells(const Row &row)
     cells.resize(std::max(given, row.cells.size()));
     int edge = std::clamp(row.definition.left, -widestTable, widestTable);
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        const int wanted = i < given ? std::min(cells[i].right, widestTable) : edge + defaultWidth;
-        edge = std::max(wanted, edge + edgeTolerance + 1);
+        const int wanted = i < given ? cells[i].right : edge + defaultWidth;
+        edge = std::max(std::min(wanted, widestTable), edge + edgeTolerance + 1);
         cells[i].right = edge;
     }
     return cells;
@@ -39,21 +40,25 @@ std::vector<Cell_Definition> Settled_Cells(const Row &row)
 class Layout
 {
 public:
-    Layout(const Model &model, const Table &table) : m_model(model), m_table(table) {}
+    Layout(const Model &model, const Table &table, qint64 &allowance)
+        : m_model(model), m_table(table), m_allowance(allowance)
+    {
+    }
 
     Grid Make()
     {
         m_grid.rows = static_cast<int>(m_table.rows.size());
-        std::size_t cellCount = 0;
+        qint64 cells = 0;
         for (const Row &row : m_table.rows) {
             m_settled.push_back(Settled_Cells(row));
-            cellCount += m_settled.back().size();
+            cells += static_cast<qint64>(row.cells.size());
         }
         Find_Edges();
         m_grid.columns = static_cast<int>(m_grid.edges.size()) - 1;
-        const auto cells = static_cast<qint64>(cellCount);
-        if (static_cast<qint64>(m_grid.columns) * m_grid.rows > gridAllowance + gridPerCell * cells)
+        const qint64 beyond = static_cast<qint64>(m_grid.columns) * m_grid.rows - gridPerCell * cells;
+        if (beyond > m_allowance)
             return One_Column();
+        m_allowance -= std::max<qint64>(0, beyond);
         m_grid.columnCells.resize(static_cast<std::size_t>(m_grid.columns));
         m_above.assign(static_cast<std::size_t>(m_grid.columns), -1);
         for (int row = 0; row < m_grid.rows; ++row)
@@ -155,6 +160,7 @@ private:
 
     const Model &m_model;
     const Table &m_table;
+    qint64 &m_allowance;
     Grid m_grid;
     std::vector<std::vector<Cell_Definition>> m_settled;
     std::vector<int> m_above; ///< per column, the vertically merged cell that the row above belongs to
@@ -166,27 +172,48 @@ void Table_Stack::Set_Depth(int nesting)
     const auto depth = static_cast<std::size_t>(std::clamp(nesting, 0, deepestNesting));
     while (m_open.size() > depth)
         Close_Innermost();
-    while (m_open.size() < depth) {
-        m_open.push_back({.table = static_cast<int>(m_model.tables.size()), .row = {}, .cell = {}, .last = {}});
-        m_model.tables.emplace_back();
-    }
+    m_open.resize(std::max(m_open.size(), depth));
 }
 
 void Table_Stack::Close_Innermost()
 {
-    Open_Table &open = m_open.back();
+    Open_Table open = std::move(m_open.back());
+    m_open.pop_back();
+    Flow &around = Current();
+    std::vector<Row> &rows = open.table.rows;
+    if (rows.empty() && open.row.cells.empty()) {
+        around.insert(around.end(), open.cell.begin(), open.cell.end());
+        return;
+    }
     if (!open.cell.empty())
         open.row.cells.push_back(std::move(open.cell));
-    std::vector<Row> &rows = m_model.tables[static_cast<std::size_t>(open.table)].rows;
     if (!open.row.cells.empty()) {
-        open.row.definition = open.last;
+        if (!rows.empty())
+            open.row.definition = rows.back().definition;
         rows.push_back(std::move(open.row));
     }
-    const Flow_Item item{.isTable = true, .index = open.table};
-    const bool isEmpty = rows.empty();
-    m_open.pop_back();
-    if (!isEmpty)
-        Current().push_back(item);
+    around.push_back({.isTable = true, .index = static_cast<int>(m_model.tables.size())});
+    m_model.tables.push_back(std::move(open.table));
+}
+
+/// A row that leaves cells out still has their places, but many such rows must not multiply their definitions.
+Row_Definition Table_Stack::Definition_For(std::size_t cells, const Row_Definition &definition)
+{
+    Row_Definition own{.left = definition.left,
+                       .gap = definition.gap,
+                       .padding = definition.padding,
+                       .spacing = definition.spacing,
+                       .width = definition.width,
+                       .widthKind = definition.widthKind,
+                       .align = definition.align,
+                       .header = definition.header,
+                       .cells = {}};
+    const std::size_t given = definition.cells.size();
+    const std::size_t absent = std::min(given - std::min(given, cells), mostAbsentCells - m_absentCells);
+    m_absentCells += absent;
+    const auto end = definition.cells.begin() + static_cast<std::ptrdiff_t>(std::min(given, cells + absent));
+    own.cells.assign(definition.cells.begin(), end);
+    return own;
 }
 
 void Table_Stack::Add_Paragraph(int paragraph, int nesting)
@@ -199,7 +226,10 @@ void Table_Stack::End_Cell(int nesting)
 {
     Set_Depth(nesting);
     Open_Table &open = m_open.back();
-    open.row.cells.push_back(std::move(open.cell));
+    if (open.row.cells.size() < mostCells)
+        open.row.cells.emplace_back();
+    Flow &cell = open.row.cells.back();
+    cell.insert(cell.end(), open.cell.begin(), open.cell.end());
     open.cell.clear();
 }
 
@@ -208,19 +238,17 @@ void Table_Stack::End_Row(int nesting, const Row_Definition &definition)
     Set_Depth(nesting);
     Open_Table &open = m_open.back();
     if (!open.cell.empty())
-        open.row.cells.push_back(std::move(open.cell));
-    open.cell.clear();
-    open.last = definition;
+        End_Cell(nesting);
     if (open.row.cells.empty())
         return;
-    open.row.definition = definition;
-    m_model.tables[static_cast<std::size_t>(open.table)].rows.push_back(std::move(open.row));
+    open.row.definition = Definition_For(open.row.cells.size(), definition);
+    open.table.rows.push_back(std::move(open.row));
     open.row = {};
 }
 
-Grid Lay_Out(const Model &model, const Table &table)
+Grid Lay_Out(const Model &model, const Table &table, qint64 &allowance)
 {
-    return Layout(model, table).Make();
+    return Layout(model, table, allowance).Make();
 }
 
 std::optional<Border> Common_Border(const Grid &grid)

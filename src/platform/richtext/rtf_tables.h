@@ -8,7 +8,8 @@
 namespace Rtf
 {
 /// Sorts finished paragraphs into the body, or into the cells of the tables that are open at the moment. RTF never
-/// says where a table begins or ends: it lasts as long as paragraphs of its nesting follow.
+/// says where a table begins or ends: it lasts as long as paragraphs of its nesting follow. One in which no cell ever
+/// ended is none; its paragraphs stand where it would.
 class Table_Stack
 {
 public:
@@ -24,17 +25,18 @@ public:
 
 private:
     struct Open_Table {
-        int table = 0;
+        Table table;
         Row row;
         Flow cell;
-        Row_Definition last;
     };
     void Set_Depth(int nesting);
     void Close_Innermost();
+    Row_Definition Definition_For(std::size_t cells, const Row_Definition &definition);
     Flow &Current() { return m_open.empty() ? m_model.body : m_open.back().cell; }
 
     Model &m_model;
     std::vector<Open_Table> m_open;
+    std::size_t m_absentCells = 0; ///< defined, but never told of, in all rows
 };
 
 /// A cell's place in the regular grid that a QTextTable is.
@@ -55,9 +57,12 @@ struct Grid {
     std::vector<Placement> cells;
 };
 
-/// Lays the rows, each with edges of its own, over one grid. The grid stays in proportion to the cells given: rows
-/// that would make a huge and nearly empty grid get one column in which their cells follow each other.
-Grid Lay_Out(const Model &model, const Table &table);
+/// Lays the rows, each with edges of its own, over one grid. The grid stays in proportion to the cells that the rows
+/// have: what is beyond comes out of the allowance, and rows that would make a huge and nearly empty grid get one
+/// column in which their cells follow each other.
+/// @param allowance places of grids that a document may leave empty; what this table takes is taken off
+Grid Lay_Out(const Model &model, const Table &table, qint64 &allowance);
+inline constexpr qint64 Grid_Allowance = 65'536;
 
 /// The border that every edge of the grid has, or nothing where edges differ. Neighbours share the edge between them,
 /// so it is enough that one of the two has it.

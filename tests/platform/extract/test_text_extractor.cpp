@@ -51,6 +51,11 @@ QByteArray Little(Number value)
     return bytes;
 }
 
+QByteArray Utf16(QStringView text)
+{
+    return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
+}
+
 /// A ZIP file with one deflated part.
 QByteArray Zip(const QByteArray &name, const QByteArray &content, quint16 flags = 0)
 {
@@ -80,6 +85,27 @@ QByteArray Entities()
     for (int i = 1; i < 30; ++i)
         type += QStringLiteral("<!ENTITY a%1 \"&a%2;&a%2;\">").arg(i).arg(i - 1).toLatin1();
     return type + "]>";
+}
+
+/// The head of a compound file with sectors of 512 bytes, told of by numbers at their places ([MS-CFB] 2.2), and then
+/// sectors of numbers.
+QByteArray Compound(const QList<std::pair<int, quint32>> &head, const QList<quint32> &numbers)
+{
+    QByteArray bytes(512, '\xff');
+    bytes.replace(0, 8, QByteArray::fromHex("d0cf11e0a1b11ae1"));
+    bytes.replace(30, 2, Little(quint16(9)));
+    for (const auto &[place, number] : head)
+        bytes.replace(place, 4, Little(number));
+    for (const quint32 number : numbers)
+        bytes += Little(number);
+    return bytes;
+}
+
+/// A chain of sectors that leads behind the file's end and stays there.
+QByteArray Looping_Slides()
+{
+    QList<quint32> next(128, 100);
+    return Compound({{48, 0}, {68, 0xFFFFFFFE}, {76, 0}}, next);
 }
 
 /// The page tree's node is its own child.
@@ -154,6 +180,9 @@ private slots:
         QTest::newRow("PDF that loops") << Looping_Pdf() << u""_s;
         QTest::newRow("half of a ZIP") << docx.left(docx.size() / 2) << u""_s;
         QTest::newRow("a compound file's mark only") << doc.left(8) + QByteArray(600, '\xff') << u""_s;
+        QTest::newRow("slides that loop") << Looping_Slides() + Utf16(u"PowerPoint Document") << u""_s;
+        QTest::newRow("table of sectors beyond the end")
+            << Compound({{48, 0}, {68, 9}}, {}) + Utf16(u"PowerPoint Document") << u""_s;
         QTest::newRow("encrypted package")
             << doc.left(512) + QByteArray("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0", 32) << u""_s;
         QTest::newRow("part that asks for a password")

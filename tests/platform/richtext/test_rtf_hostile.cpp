@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QTextDocument>
 
+#include <sys/resource.h>
+
 namespace
 {
 /// A small document with something of everything, for cutting and spoiling.
@@ -25,6 +27,12 @@ const QByteArray sample =
     "n\\nestcell{\\*\\nesttableprops\\trowd\\cellx9\\nestrow}"
     "\\itap1 c\\cell d\\cell\\row\\pard{\\upr{a}{\\*\\ud{b}}}{\\shp{\\*\\shpinst{\\sp{\\sn p}{\\sv 1}}{\\shptxt "
     "t\\par}}}end\\par}";
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr long Most_Memory = 2'000'000; // what is freed is not used again at once
+#else
+constexpr long Most_Memory = 200'000; // KB, of all tests together
+#endif
 
 QByteArray Repeated(const char *part, int count)
 {
@@ -113,6 +121,15 @@ private slots:
         row("merges",
             Repeated("\\trowd\\clvmgf\\clmgf\\cellx100\\clvmrg\\clmrg\\cellx200\\intbl\\cell\\cell\\row", 3'000),
             7'000);
+        row("rows that define many cells and have one",
+            "\\trowd" + Repeated("\\cellx60", 500) + "\\intbl" + Repeated("\\cell\\row", 3'000), 30'000);
+        row("small tables of many columns",
+            ("\\trowd" + Repeated("\\cellx60", 64) + Repeated("\\intbl\\cell", 64) + "\\row\\trowd\\cellx60" +
+             Repeated("\\intbl\\cell\\row", 63) + "\\pard\\par")
+                .repeated(100),
+            100'000);
+        row("cells without definitions", Repeated("\\intbl\\cell", 100'000) + "\\row", 101'000);
+        row("tables that only nest", Repeated("\\itap8\\par\\itap0\\par", 20'000), 40'001);
         row("list items",
             "{\\*\\listtable{\\list{\\listlevel\\levelnfc0}\\listid1}}{\\*\\listoverridetable"
             "{\\listoverride\\listid1\\ls1}}\\ls1" +
@@ -121,6 +138,24 @@ private slots:
         row("styles on styles", "{\\stylesheet{\\s1\\b a;}" +
                                     Repeated("{\\s1\\sbasedon1\\sbasedon1\\sbasedon1 a;}", 20'000) + "}" +
                                     Repeated("\\s1", 50'000));
+        row(
+            "small styles on a large one", "{\\stylesheet{\\s1" + Repeated("\\b", 256) + "}" + [] {
+                QByteArray styles;
+                for (int i = 2; i < 40'000; ++i)
+                    styles += "{\\s" + QByteArray::number(i) + "\\sbasedon1}";
+                return styles;
+            }() + "}");
+        row(
+            "tab stops",
+            [] {
+                QByteArray few, many = "\\pard";
+                for (int i = 1; i <= 64; ++i) {
+                    few += "\\pard\\tx" + QByteArray::number(i) + "\\par";
+                    many += "\\tx" + QByteArray::number(10 * i);
+                }
+                return few + many + Repeated("\\par", 20'000) + Repeated("\\tqr\\tx9\\par\\tx9\\par", 5'000);
+            }(),
+            40'000);
         row("fonts and colours",
             "{\\fonttbl" + Repeated("{\\f1 a;}", 50'000) + "}{\\colortbl" + Repeated(";", 200'000) + "}");
         row("big \\bin", "{\\pict\\bin2147483647 x");
@@ -130,7 +165,7 @@ private slots:
         row("old lists", Repeated("{\\*\\pn\\pndec{\\pntxta a}}{\\*\\pn\\pnlvlblt}\\par", 20'000), 20'001);
     }
 
-    /// What grew with the square of the input would outlast the limit of a test.
+    /// What grew with the square of the input would outlast the limit of a test, or meet that of memory.
     void large()
     {
         QFETCH(QByteArray, body);
@@ -138,6 +173,9 @@ private slots:
         QTextDocument document;
         QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 " + body, document));
         QVERIFY2(document.blockCount() <= blocks, qPrintable(QString::number(document.blockCount())));
+        rusage used{};
+        getrusage(RUSAGE_SELF, &used);
+        QVERIFY2(used.ru_maxrss < Most_Memory, qPrintable(QString::number(used.ru_maxrss)));
     }
 };
 
