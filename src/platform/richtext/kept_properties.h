@@ -29,6 +29,6 @@ enum Kept_Property : int {
     Page_Texts_Property,
 };
 
-/// The style of a list whose labels QTextDocument cannot make. It then draws none; Paint_Kept does.
+/// The style of a list whose labels QTextDocument cannot make. It then draws none; Paint_Decorations does.
 inline constexpr auto Kept_Labels = static_cast<QTextListFormat::Style>(7);
 } // namespace Rich_Text

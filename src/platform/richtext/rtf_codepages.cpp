@@ -149,7 +149,7 @@ char16_t Symbol_Glyph(unsigned char glyph, const QString &font)
         return u' ';
     if (font.startsWith(QLatin1String("Symbol"), Qt::CaseInsensitive)) {
         shown = glyph < 0x80 ? Glyph_From(symbolLow, glyph - 0x21) : Glyph_From(symbolHigh, glyph - 0xA0);
-    } else if (font.startsWith(QLatin1String("Wingdings"), Qt::CaseInsensitive)) {
+    } else if (font.compare(QLatin1String("Wingdings"), Qt::CaseInsensitive) == 0) { // others have signs of their own
         const auto *row = std::find_if(std::begin(wingdings), std::end(wingdings),
                                        [&](const auto &each) { return each.glyph == glyph; });
         shown = row == std::end(wingdings) ? u'\0' : row->shown;

@@ -53,7 +53,7 @@ class Header_Tables
 {
 public:
     int Font_Number(const QString &family);
-    /// Number of a brush's colour, 0 for none. @param solid on a background, where only a full pattern counts
+    /// Number of a brush's colour, 0 for none.
     int Color_Number(const QBrush &brush);
     int Color_Number(QRgb color);
     List_Tables &Lists() { return m_lists; }

@@ -28,7 +28,7 @@ const QByteArray fonts =
     "{\\f2\\fcharset128 MS Gothic;}{\\f3\\fcharset204 Cyr;}{\\f4\\fcharset136 Ming;}"
     "{\\f5\\fcharset129 Batang;}{\\f6\\fcharset238{\\*\\falt Other}East;}{\\f7\\fcharset161 Greek;}"
     "{\\f8\\fcharset178 Arabic;}{\\f9\\fcharset2 Symbol;}{\\f10\\fcharset1 Any;}"
-    "{\\f11\\fnil\\cpg850 Dos;}{\\f12\\fcharset2 Wingdings;}}";
+    "{\\f11\\fnil\\cpg850 Dos;}{\\f12\\fcharset2 Wingdings;}{\\f13\\fcharset2 Wingdings 3;}}";
 const QByteArray colors = "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}";
 const QByteArray lists =
     "{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\u-3913 ?;}{\\levelnumbers;}\\fi-360\\li720}"
@@ -79,6 +79,7 @@ void Test_Rtf_Reader::text_data()
     row("document's code page", "\\ansicpg1251\\f10 \\'cc", u"М"_qs);
     row("code page of a font", "\\f11 \\'82", u"é"_qs);
     row("symbol font", "\\f9 a\\'b7\\u-3999?", u"α•α"_qs);
+    row("symbol font of another set", "\\f12 u\\f13 u", u"◆\uF075"_qs);
     row("Unicode with stand-ins", "\\uc1\\u20013?\\u25991\\'3f.\\uc2\\u26085\\'93\\'fa.\\uc0\\u26412.",
         u"中文.日.本."_qs);
     row("skip ends with the group", "{\\uc4\\u20013?}text", u"中text"_qs);
