@@ -10,6 +10,7 @@
 #include "documents/document_store.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/richtext/rich_text.h"
 
 #include <QTextDocument>
 
@@ -20,7 +21,7 @@ constexpr qsizetype Title_From_Content = 20;
 
 QString Title_Of(const QTextDocument &content)
 {
-    QString text = content.toPlainText();
+    QString text = Rich_Text::Shown_Text(content);
     qsizetype blanks = 0;
     while (blanks < text.size() && text[blanks].isSpace())
         ++blanks;

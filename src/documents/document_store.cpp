@@ -56,7 +56,7 @@ Document_Row Open_Row(const QString &code_id)
 
 QString Plain_Text(const QTextDocument *pane)
 {
-    return pane == nullptr ? QString() : pane->toPlainText();
+    return pane == nullptr ? QString() : Rich_Text::Shown_Text(*pane);
 }
 
 /// The fields that tell who touched the row when, alike in all saves.
@@ -243,7 +243,7 @@ QString Save_Captured(const QTextDocument &source, const QString &folder_id, con
     const QString folder = App().App_Path + QStringLiteral("data/temp/");
     const QString written = folder + QStringLiteral("zip.db");
     const QString output = folder + QStringLiteral("zip.dd");
-    const QString text = source.toPlainText();
+    const QString text = Rich_Text::Shown_Text(source);
     Document_Row document = Open_Row(code_id);
     Write_Captured_Fields(document, folder_id, title.isEmpty() ? text.left(Title_From_Source) : title);
     Files::Make_Directory(folder);

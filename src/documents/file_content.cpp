@@ -59,7 +59,7 @@ QString Rich_File_Text(const QString &path)
 {
     const QByteArray bytes = First_Bytes(path);
     QTextDocument document;
-    return Rich_Text::Read_Rtf(bytes, document) ? document.toPlainText() : Rich_Text::Decode_Plain(bytes);
+    return Rich_Text::Read_Rtf(bytes, document) ? Rich_Text::Shown_Text(document) : Rich_Text::Decode_Plain(bytes);
 }
 
 /// A path as an attribute's value without quotation marks, which no name can end early: short names hold none of these

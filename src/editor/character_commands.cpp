@@ -7,6 +7,7 @@
 #include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
+#include "platform/richtext/kept_properties.h"
 
 #include <QTextBlock>
 
@@ -30,12 +31,12 @@ void Change_Runs(QTextDocument &document, int from, int to, Change &&change)
         int to;
         QTextCharFormat format;
     };
-    QList<Part> parts;
+    QList<Part> parts; // hidden text stays as it is
     for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to; block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment part = it.fragment();
             const int begin = std::max(from, part.position()), end = std::min(to, part.position() + part.length());
-            if (begin < end)
+            if (begin < end && part.charFormat().objectType() != Rich_Text::Hidden_Object)
                 parts.append({begin, end, part.charFormat()});
         }
     }
@@ -246,6 +247,9 @@ void Character_Commands::Clear_Format(Text_Editor &editor, bool /*on*/)
         QTextCharFormat plain = Paragraph_Commands::Body_Format(editor, format);
         if (format.isAnchor()) {
             plain.setAnchor(true);
+            plain.setAnchorNames(format.anchorNames());
+        }
+        if (!format.anchorHref().isEmpty()) {
             plain.setAnchorHref(format.anchorHref());
             plain.setFontUnderline(true);
             plain.setForeground(format.foreground());

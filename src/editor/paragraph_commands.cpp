@@ -237,6 +237,7 @@ void Paragraph_Commands::Leave_List(QTextCursor &cursor)
     QTextBlockFormat format = cursor.blockFormat();
     format.setObjectIndex(-1);
     format.setIndent(std::max(0, depth - 1));
+    format.setLeftMargin(std::max(0.0, format.leftMargin())); // items may stand before their level's place
     cursor.setBlockFormat(format);
     cursor.endEditBlock();
 }

@@ -56,6 +56,7 @@ Text_Editor::Text_Editor(QWidget *parent)
         if (m_look == Page_Look::Paper)
             m_pagesLater.start();
     });
+    Rich_Text::Set_Measures(*document());
     setAcceptRichText(true);
     setTabChangesFocus(false);
     viewport()->setMouseTracking(true);
@@ -143,6 +144,8 @@ void Text_Editor::keyPressEvent(QKeyEvent *event)
     if (!isReadOnly() && (tab || back) && Handle_Tab(back))
         return;
     if (!isReadOnly() && event->key() == Qt::Key_Return && event->modifiers() == Qt::NoModifier && Handle_Return())
+        return;
+    if (!isReadOnly() && event->key() == Qt::Key_Backspace && event->modifiers() == Qt::NoModifier && Leave_List())
         return;
     QTextEdit::keyPressEvent(event);
 }
@@ -293,6 +296,16 @@ bool Text_Editor::Handle_Tab(bool back)
     if (!back && (!shifts || (!cursor.atBlockStart() && !cursor.hasSelection())))
         return false;
     back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);
+    return true;
+}
+
+/// A step back from an item's beginning takes away its label.
+bool Text_Editor::Leave_List()
+{
+    QTextCursor cursor = textCursor();
+    if (cursor.hasSelection() || !cursor.atBlockStart() || cursor.currentList() == nullptr)
+        return false;
+    Paragraph_Commands::Leave_List(cursor);
     return true;
 }
 

@@ -65,6 +65,7 @@ protected:
 private:
     [[nodiscard]] QAction *Action_For(const QKeyEvent &event) const;
     bool Handle_Tab(bool back);
+    bool Leave_List();
     bool Handle_Return();
     void Insert_Document(QTextDocument &foreign, bool keepsLooks);
     void Fit();

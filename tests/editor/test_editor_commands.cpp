@@ -124,6 +124,7 @@ private slots:
     void Pictures_Come_Into_The_Document();
     void Composed_Text_Is_Committed();
     void Keys_Reach_The_Editor_First();
+    void Hidden_Text_Outlives_Editing();
 };
 
 void Test_Editor_Commands::The_Table_Is_Sound()
@@ -583,6 +584,23 @@ void Test_Editor_Commands::Composed_Text_Is_Committed()
     QCoreApplication::sendEvent(&desk.other, &given);
     Commit_Composition();
     QCOMPARE(desk.other.text(), u"zhong中"_s);
+}
+
+void Test_Editor_Commands::Hidden_Text_Outlives_Editing()
+{
+    Desk desk;
+    QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 a{\\v secret}}", *desk.editor.document()));
+    desk.editor.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&desk.editor, u"b"_s);
+    desk.editor.moveCursor(QTextCursor::Left);
+    QTest::keyClick(&desk.editor, Qt::Key_Return);
+    QTest::keyClick(&desk.editor, Qt::Key_Return);
+    desk.editor.selectAll();
+    desk.Run(u"Cmd_Bold"_s);
+    QTextDocument again;
+    QVERIFY(Rich_Text::Read_Rtf(Rich_Text::Write_Rtf(*desk.editor.document()), again));
+    QCOMPARE(Rich_Text::Shown_Text(again), u"a\n\nb"_s);
+    QVERIFY(Rich_Text::Write_Rtf(again).contains("\\v secret"));
 }
 
 void Test_Editor_Commands::Keys_Reach_The_Editor_First()

@@ -75,7 +75,7 @@ QString Rich_Text_Of(const QString &path, qint64 limit)
     QTextDocument document;
     if (!file.open(QIODevice::ReadOnly) || !Rich_Text::Read_Rtf(file.read(limit), document))
         return {};
-    return document.toPlainText();
+    return Rich_Text::Shown_Text(document);
 }
 } // namespace
 

@@ -27,7 +27,27 @@ enum Kept_Property : int {
     Plain_Form_Property,
     /// Of the root frame, QStringList: headers and footers, by the kinds of Rtf::Page_Text_Words.
     Page_Texts_Property,
+    /// Of a list, int: where the first lines of its items begin, in twips from the others; -360 where it is not set.
+    /// Of a paragraph in a list: where that of this item does, if elsewhere.
+    List_First,
+    /// Of the root frame, QByteArray: information on the document and its page, as RTF.
+    Head_Property,
+    /// Of a paragraph, QByteArray: by its tab stops, what fills the space before each, as an index of
+    /// Rtf::Leader_Words.
+    Tab_Leaders,
+    /// Of a paragraph, bool: it stays on the page of the next one.
+    Keep_With_Next,
+    /// Of a frame's first paragraph, bool: it is only there because a table follows, which cannot be the first.
+    Filler,
+    /// Of a Hidden_Object, QString: the text that is not shown, paragraphs parted by line feeds; and int: why, as the
+    /// flags of Rtf::Char_Flag.
+    Hidden_Text,
+    Hidden_Kind,
 };
+
+/// Type of the inline object that stands for hidden or deleted text, or, with the properties of an image, for a hidden
+/// picture. No handler draws it, so it takes no room.
+inline constexpr int Hidden_Object = QTextFormat::UserObject + 0x52;
 
 /// The style of a list whose labels QTextDocument cannot make. It then draws none; Paint_Decorations does.
 inline constexpr auto Kept_Labels = static_cast<QTextListFormat::Style>(7);

@@ -223,24 +223,28 @@ namespace Rich_Text
 QString Item_Label(const QTextBlock &block)
 {
     const QTextList *list = block.textList();
-    return list ? Item_Label(*list, list->itemNumber(block) + 1) : QString();
+    return list ? Item_Label(Rule_In_Place(*list), list->itemNumber(block) + 1) : QString();
 }
 
-QString Item_Label(const QTextList &list, int item)
+QString Item_Label(const Label_Rule &rule, int item)
 {
-    const Label_Rule rule = Rule_Of(list.format());
     if (rule.kind == Bullet_Kind)
         return rule.text;
     QString label;
-    for (const QChar c : rule.text) {
-        if (!Is_Level(c))
-            label += c;
-        else if (c == QChar(rule.level))
-            label += Number_Text(rule.kind, rule.start + item - 1);
-        else
-            label += Number_Above(list, c.unicode());
-    }
+    for (const QChar c : rule.text)
+        label += c == QChar(rule.level) ? Number_Text(rule.kind, rule.start + item - 1) : QString(c);
     return label;
+}
+
+Label_Rule Rule_In_Place(const QTextList &list)
+{
+    Label_Rule rule = Rule_Of(list.format());
+    QString text;
+    for (const QChar c : std::as_const(rule.text))
+        text += Is_Level(c) && c != QChar(rule.level) && rule.kind != Bullet_Kind ? Number_Above(list, c.unicode())
+                                                                                  : QString(c);
+    rule.text = text;
+    return rule;
 }
 
 Label_Rule Rule_Of(const QTextListFormat &format)

@@ -13,9 +13,6 @@ namespace Rich_Text
 {
 /// What stands before an item of a list; "" for a paragraph that is none.
 QString Item_Label(const QTextBlock &block);
-/// The same for the item of a number, which counts from 1 in each list.
-QString Item_Label(const QTextList &list, int item);
-
 /// How the labels of a list are made, in RTF's terms.
 struct Label_Rule {
     int kind = 0; ///< as \levelnfc counts
@@ -27,6 +24,11 @@ inline constexpr int Bullet_Kind = 23; ///< the label is its text
 inline constexpr int No_Label_Kind = 255;
 
 Label_Rule Rule_Of(const QTextListFormat &format);
+/// The same for a list of a document, with the numbers of the items that it stands under written out. Looking for
+/// them takes time.
+Label_Rule Rule_In_Place(const QTextList &list);
+/// The label of the item of a number, which counts from 1 in each list.
+QString Item_Label(const Label_Rule &rule, int item);
 /// Makes the format show such labels: by QTextDocument where it can, else as kept ones.
 void Set_Rule(QTextListFormat &format, const Label_Rule &rule);
 } // namespace Rich_Text

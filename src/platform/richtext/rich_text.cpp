@@ -8,6 +8,7 @@
 
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextOption>
 
 namespace
 {
@@ -47,9 +48,22 @@ bool Rich_Text::Read_Rtf(const QByteArray &bytes, QTextDocument &document)
     if (!rest.starts_with("{\\rtf"))
         return false;
     Rtf::Model model;
-    Rtf::Reader(rest, model).Run();
+    Rtf::Reader(rest, model).Read();
     Rtf::Build_Document(model, document);
     return true;
+}
+
+QString Rich_Text::Shown_Text(const QTextDocument &document)
+{
+    return document.toPlainText().remove(QChar::ObjectReplacementCharacter);
+}
+
+void Rich_Text::Set_Measures(QTextDocument &document, double tab)
+{
+    document.setIndentWidth(Indent_Width);
+    QTextOption option = document.defaultTextOption();
+    option.setTabStopDistance(tab);
+    document.setDefaultTextOption(option);
 }
 
 void Rich_Text::Load_File(const QString &path, Format format, QTextDocument &document)

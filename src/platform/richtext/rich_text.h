@@ -17,6 +17,14 @@ bool Read_Rtf(const QByteArray &bytes, QTextDocument &document);
 /// The document as RTF: ASCII bytes, the final brace followed by line ends that may be damaged without harm.
 QByteArray Write_Rtf(const QTextDocument &document);
 
+/// The text that a reader sees: QTextDocument::toPlainText without the signs in place of pictures and hidden text.
+QString Shown_Text(const QTextDocument &document);
+
+/// How far one step of indentation goes in, and a tab where no other stop is said, in pixels: half an inch, as in RTF.
+inline constexpr double Indent_Width = 48;
+/// Makes a document measure as RTF does. @param tab distance of the usual tab stops
+void Set_Measures(QTextDocument &document, double tab = Indent_Width);
+
 /// How a plain file is written.
 struct Plain_Form {
     enum class Coding { Utf8, Utf16_Little, Utf16_Big, Gb18030 };

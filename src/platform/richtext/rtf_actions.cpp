@@ -73,12 +73,26 @@ void Reader::Emit_Bracket(QStringView bracket)
     m_state.chr.script = script;
 }
 
+/// What belongs to hidden text is hidden too, whatever its own words say.
+void Reader::Hide_With_Text()
+{
+    m_state.flagsAround = static_cast<quint16>((m_state.flagsAround | m_state.chr.flags) & Out_Of_Sight);
+}
+
 void Reader::Begin_Note(int)
 {
     Emit_Bracket(u" [");
+    Hide_With_Text();
     m_state.closer = Closer::Note;
     ++m_noteDepth;
     m_noteBegins = true;
+}
+
+void Reader::End_Note(const State &inner)
+{
+    const quint16 around = std::exchange(m_state.flagsAround, inner.flagsAround);
+    Emit_Bracket(u"]");
+    m_state.flagsAround = around;
 }
 
 /// Of several sections the first one's counts.
@@ -89,6 +103,38 @@ void Reader::Begin_Page_Text(int kind)
         return Skip();
     m_state.destination = Destination::Page_Text;
     m_pageText = kind;
+}
+
+void Reader::Begin_Bookmark(int)
+{
+    if (m_state.destination != Destination::Body)
+        return Skip();
+    m_state.destination = Destination::Bookmark;
+    m_anchors.append(QString());
+}
+
+void Reader::Info_Field(int field)
+{
+    if (m_state.destination != Destination::Info)
+        return;
+    m_state.destination = Destination::Info_Text;
+    m_info = field;
+}
+
+void Reader::Page_Measure(int index)
+{
+    int &measure = m_model.pageMeasures[static_cast<std::size_t>(index)];
+    if (measure == Not_Set && m_state.destination == Destination::Body)
+        measure = m_hasParameter ? Length() : 1;
+}
+
+/// The row of a table is a line of its cells with tabs between them.
+void Reader::End_Page_Line()
+{
+    QString &text = m_model.pageTexts[m_pageText];
+    if (text.endsWith(u'\t'))
+        text.chop(1);
+    Emit_Unit(u'\n');
 }
 
 void Reader::Page_Number(int)
@@ -150,6 +196,7 @@ Reader::Associated *Reader::Current_Associated()
 Char_Style Reader::Effective_Style() const
 {
     Char_Style style = m_state.chr;
+    style.flags |= m_state.flagsAround;
     if (m_state.script == Script_Kind::Western)
         return style;
     const Associated &own = m_state.script == Script_Kind::East_Asian ? m_state.eastAsian : m_state.rightToLeft;
@@ -318,12 +365,18 @@ void Reader::Line_Height(int multiple)
 
 void Reader::Tab_Next(int kind)
 {
-    m_tabKind = static_cast<Tab_Kind>(kind);
+    m_tab.kind = static_cast<Tab_Kind>(kind);
+}
+
+void Reader::Tab_Leader(int leader)
+{
+    m_tab.leader = static_cast<quint8>(leader);
 }
 
 void Reader::Tab_Stop_At(int)
 {
-    const Tab_Stop tab{.position = Length(), .kind = std::exchange(m_tabKind, Tab_Kind::Left)};
+    Tab_Stop tab = std::exchange(m_tab, {});
+    tab.position = Length();
     QList<Tab_Stop> &tabs = m_state.para.tabs;
     const auto place = std::lower_bound(tabs.begin(), tabs.end(), tab.position,
                                         [](const Tab_Stop &one, int position) { return one.position < position; });
@@ -341,6 +394,8 @@ void Reader::Paragraph_Mark(int)
         return;
     if (m_noteDepth > 0)
         return Emit_Unit(u' ');
+    if (Is_Hidden()) // the paragraph goes on in what follows
+        return Emit_Unit(u'\n');
     End_Paragraph(Nesting());
 }
 
@@ -348,8 +403,8 @@ void Reader::Page_Break(int)
 {
     if (m_state.destination != Destination::Body)
         return;
-    if (Has_Pending())
-        Paragraph_Mark(0);
+    if (Has_Pending() && m_noteDepth == 0)
+        End_Paragraph(Nesting());
     m_pageBreak = true;
 }
 
@@ -357,8 +412,8 @@ void Reader::Section(int)
 {
     if (m_state.destination != Destination::Body)
         return;
-    if (Has_Pending())
-        Paragraph_Mark(0);
+    if (Has_Pending() && m_noteDepth == 0)
+        End_Paragraph(Nesting());
     m_pageBreak = m_sectionBreak = !m_model.paragraphs.empty();
 }
 
@@ -438,9 +493,19 @@ void Reader::Shape_Picture(int isFallback)
         Skip();
 }
 
+/// The paragraphs of a text box stand before the one that it belongs to, in the same cell.
 void Reader::Text_Box(int)
 {
     m_state.destination = Destination::Body;
+    if (m_state.closer != Closer::None)
+        return;
+    Close_Run();
+    m_outerRuns.push_back(std::exchange(m_runs, {}));
     m_state.closer = Closer::Text_Box;
+    Hide_With_Text();
+    m_state.nestingAround = Nesting();
+    m_state.para.nesting = 0;
+    m_state.inTable = false;
+    m_outerRows.push_back(std::exchange(m_row, {}));
 }
 } // namespace Rtf

@@ -3,8 +3,10 @@
 
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
+#include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
+#include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_tables.h"
 
 #include <QCryptographicHash>
@@ -46,6 +48,7 @@ public:
 private:
     struct Open_Lists {
         std::array<QTextList *, 9> levels{};
+        std::array<int, 9> definitions{-1, -1, -1, -1, -1, -1, -1, -1, -1}; ///< of old lists
         int family = 0;
     };
 
@@ -54,6 +57,8 @@ private:
         bool blockIsFree = true;
         for (const Flow_Item &item : flow) {
             if (item.isTable) {
+                if (&item == &flow.front())
+                    cursor.setBlockFormat(Filler_Format());
                 if (!Fill_Table(m_model.tables[static_cast<std::size_t>(item.index)], cursor))
                     continue;
                 blockIsFree = true;
@@ -62,6 +67,13 @@ private:
             Fill_Paragraph(m_model.paragraphs[static_cast<std::size_t>(item.index)], cursor, blockIsFree);
             blockIsFree = false;
         }
+    }
+
+    static QTextBlockFormat Filler_Format()
+    {
+        QTextBlockFormat format;
+        format.setProperty(Rich_Text::Filler, true);
+        return format;
     }
 
     void Fill_Paragraph(const Paragraph &paragraph, QTextCursor &cursor, bool blockIsFree)
@@ -75,8 +87,40 @@ private:
             cursor.insertBlock(Block_Format(paragraph), mark);
         }
         Join_List(m_model.paraStyles[style], cursor);
-        for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
-            Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
+        for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount;) {
+            const Run &run = m_model.runs[static_cast<std::size_t>(i)];
+            if (Kind_Of(run) != 0 && run.picture < 0) {
+                i = Insert_Hidden(i, paragraph.firstRun + paragraph.runCount, cursor);
+            } else {
+                Insert_Run(run, cursor);
+                ++i;
+            }
+        }
+    }
+
+    int Kind_Of(const Run &run) const
+    {
+        return m_model.charStyles[static_cast<std::size_t>(run.style)].flags & Out_Of_Sight;
+    }
+
+    /// Hidden text becomes one object, however its parts look. @returns the run behind it
+    int Insert_Hidden(int first, int end, QTextCursor &cursor)
+    {
+        const Run &begin = m_model.runs[static_cast<std::size_t>(first)];
+        QString text;
+        int i = first;
+        for (; i < end; ++i) {
+            const Run &run = m_model.runs[static_cast<std::size_t>(i)];
+            if (run.picture >= 0 || Kind_Of(run) != Kind_Of(begin))
+                break;
+            text += QStringView(m_model.text).sliced(run.begin, run.length);
+        }
+        QTextCharFormat format = m_charFormats[static_cast<std::size_t>(begin.style)];
+        format.setObjectType(Rich_Text::Hidden_Object);
+        format.setProperty(Rich_Text::Hidden_Kind, Kind_Of(begin));
+        format.setProperty(Rich_Text::Hidden_Text, text);
+        cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
+        return i;
     }
 
     QTextBlockFormat Block_Format(const Paragraph &paragraph) const
@@ -84,7 +128,7 @@ private:
         const auto index = static_cast<std::size_t>(paragraph.style);
         const Para_Style &style = m_model.paraStyles[index];
         QTextBlockFormat format = m_blockFormats[index];
-        if (paragraph.runCount == 0 && style.back <= 0 && Is_Rule(style.borders))
+        if (paragraph.runCount == 0 && style.back <= 0 && style.shading <= 0 && Is_Rule(style.borders))
             Make_Rule(m_model, style.borders, format);
         return format;
     }
@@ -116,26 +160,30 @@ private:
         if (picture.part != QRectF(0, 0, 1, 1))
             image.setProperty(Rich_Text::Picture_Part, picture.part);
         m_document.addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
-        cursor.insertImage(image);
+        if (const int kind = Kind_Of(run)) {
+            image.setObjectType(Rich_Text::Hidden_Object);
+            image.setProperty(Rich_Text::Hidden_Kind, kind);
+        }
+        cursor.insertText(QString(QChar::ObjectReplacementCharacter), image);
     }
 
     void Join_List(const Para_Style &style, QTextCursor &cursor)
     {
         const bool isNew = Is_List_Item(m_model, style);
-        if (!isNew && style.oldList < 0) {
-            m_oldList = nullptr;
+        if (!isNew && style.oldList == Goes_On)
             return;
+        if (isNew || style.oldList < 0)
+            m_oldLists = {};
+        if (!isNew && style.oldList < 0)
+            return;
+        Open_Lists &open = isNew ? m_lists[m_model.listOfNumber.value(style.list)] : m_oldLists;
+        const int level = isNew ? style.level : m_model.oldLists[static_cast<std::size_t>(style.oldList)].level;
+        std::fill(open.levels.begin() + level + 1, open.levels.end(), nullptr);
+        QTextList *&list = open.levels[static_cast<std::size_t>(level)];
+        if (int &definition = open.definitions[static_cast<std::size_t>(level)]; definition != style.oldList) {
+            definition = style.oldList;
+            list = nullptr;
         }
-        QTextList **slot = &m_oldList;
-        if (isNew) {
-            auto &levels = m_lists[style.list].levels;
-            std::fill(levels.begin() + style.level + 1, levels.end(), nullptr);
-            slot = &levels[static_cast<std::size_t>(style.level)];
-        } else if (m_oldListIndex != style.oldList) {
-            m_oldList = nullptr;
-        }
-        m_oldListIndex = isNew ? -1 : style.oldList;
-        QTextList *&list = *slot;
         int &count = m_itemCounts[list];
         if (list && count < mostItems) {
             list->add(cursor.block());
@@ -159,7 +207,7 @@ private:
         if (!isNew)
             return List_Format(m_model.oldLists[static_cast<std::size_t>(style.oldList)]);
         static std::atomic<int> lastFamily = 0; // they stay apart when documents are pasted into each other
-        int &family = m_lists[style.list].family;
+        int &family = m_lists[m_model.listOfNumber.value(style.list)].family;
         if (family == 0 && Is_Family(m_model, style))
             family = ++lastFamily;
         return List_Format(m_model, style, family);
@@ -196,11 +244,10 @@ private:
     QTextDocument &m_document;
     std::vector<QTextCharFormat> m_charFormats;
     std::vector<QTextBlockFormat> m_blockFormats;
-    QHash<int, Open_Lists> m_lists;
+    QHash<int, Open_Lists> m_lists; ///< by index of Model::lists, which several \ls may share
     QHash<const QTextList *, int> m_itemCounts;
     qint64 m_gridAllowance = Grid_Allowance;
-    QTextList *m_oldList = nullptr;
-    int m_oldListIndex = -1;
+    Open_Lists m_oldLists;
 };
 } // namespace
 
@@ -212,7 +259,15 @@ QString Picture_Name(const QByteArray &bytes)
 
 namespace
 {
-void Keep_Page_Texts(const Model &model, QTextDocument &document)
+void Set_Or_Clear(QTextFrameFormat &format, int property, bool isSet, const QVariant &value)
+{
+    if (isSet)
+        format.setProperty(property, value);
+    else
+        format.clearProperty(property);
+}
+
+void Keep_Outside_Text(const Model &model, QTextDocument &document)
 {
     QStringList texts = model.pageTexts;
     for (QString &text : texts) {
@@ -220,10 +275,9 @@ void Keep_Page_Texts(const Model &model, QTextDocument &document)
             text.chop(1);
     }
     QTextFrameFormat root = document.rootFrame()->frameFormat();
-    if (texts.join(QString()).isEmpty())
-        root.clearProperty(Rich_Text::Page_Texts_Property);
-    else
-        root.setProperty(Rich_Text::Page_Texts_Property, texts);
+    Set_Or_Clear(root, Rich_Text::Page_Texts_Property, !texts.join(QString()).isEmpty(), texts);
+    const QByteArray head = Head_Of(model);
+    Set_Or_Clear(root, Rich_Text::Head_Property, !head.isEmpty(), head);
     document.rootFrame()->setFrameFormat(root);
 }
 } // namespace
@@ -234,7 +288,9 @@ void Build_Document(const Model &model, QTextDocument &document)
     document.setUndoRedoEnabled(false);
     document.clear();
     Builder(model, document).Fill();
-    Keep_Page_Texts(model, document);
+    Keep_Outside_Text(model, document);
+    const int tab = model.pageMeasures[Default_Tab_Measure];
+    Rich_Text::Set_Measures(document, tab > 0 ? tab / Twips_Per_Pixel : Rich_Text::Indent_Width);
     document.setUndoRedoEnabled(undo);
     document.setModified(false);
 }

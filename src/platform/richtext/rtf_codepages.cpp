@@ -147,9 +147,12 @@ char16_t Symbol_Glyph(unsigned char glyph, const QString &font)
     char16_t shown = 0;
     if (glyph == ' ')
         return u' ';
-    if (font.startsWith(QLatin1String("Symbol"), Qt::CaseInsensitive)) {
+    const auto isFont = [&](const char *name) {
+        return font.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+    };
+    if (isFont("Symbol") || isFont("SymbolPS") || isFont("Symbol MT")) {
         shown = glyph < 0x80 ? Glyph_From(symbolLow, glyph - 0x21) : Glyph_From(symbolHigh, glyph - 0xA0);
-    } else if (font.compare(QLatin1String("Wingdings"), Qt::CaseInsensitive) == 0) { // others have signs of their own
+    } else if (isFont("Wingdings")) { // others have signs of their own
         const auto *row = std::find_if(std::begin(wingdings), std::end(wingdings),
                                        [&](const auto &each) { return each.glyph == glyph; });
         shown = row == std::end(wingdings) ? u'\0' : row->shown;

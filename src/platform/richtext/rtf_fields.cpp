@@ -106,12 +106,14 @@ int Reader::Link_Of(const QString &instruction)
     const QStringList arguments = Arguments(instruction);
     if (arguments.isEmpty() || arguments.first().compare(QLatin1String("HYPERLINK"), Qt::CaseInsensitive) != 0)
         return -1;
-    QString target, place;
+    QString target, place, tip;
     for (qsizetype i = 1; i < arguments.size(); ++i) {
         const QString &argument = arguments[i];
         if (argument == QLatin1String("\\l"))
             place = u'#' + arguments.value(++i);
-        else if (argument == QLatin1String("\\o") || argument == QLatin1String("\\t"))
+        else if (argument == QLatin1String("\\o"))
+            tip = arguments.value(++i);
+        else if (argument == QLatin1String("\\t"))
             ++i;
         else if (!argument.startsWith(u'\\') || argument.size() > 2)
             target += argument;
@@ -119,12 +121,13 @@ int Reader::Link_Of(const QString &instruction)
     target += place;
     if (target.isEmpty())
         return -1;
-    const auto known = m_links.constFind(target);
+    const QString key = target + u'\n' + tip;
+    const auto known = m_links.constFind(key);
     if (known != m_links.constEnd())
         return *known;
     const int index = static_cast<int>(m_model.links.size());
-    m_model.links.push_back(target);
-    m_links.insert(target, index);
+    m_model.links.push_back({.target = target, .tip = tip});
+    m_links.insert(key, index);
     return index;
 }
 } // namespace Rtf

@@ -77,7 +77,14 @@ QTextCharFormat Char_Format(const Model &model, const Char_Style &style)
         format.setFontStretch(style.stretchPercent);
     if (style.link >= 0) {
         format.setAnchor(true);
-        format.setAnchorHref(model.links[static_cast<std::size_t>(style.link)]);
+        const Link &link = model.links[static_cast<std::size_t>(style.link)];
+        format.setAnchorHref(link.target);
+        if (!link.tip.isEmpty())
+            format.setToolTip(link.tip);
+    }
+    if (style.anchor >= 0) {
+        format.setAnchor(true);
+        format.setAnchorNames(model.anchors[static_cast<std::size_t>(style.anchor)]);
     }
     Set_Colors(model, style, format);
     return format;
@@ -104,28 +111,71 @@ const List_Level *Level_Of(const Model &model, const Para_Style &style)
     return level < levels.size() ? &levels[level] : nullptr;
 }
 
-int List_Indent(int twips, int level)
+int First_Of(const List_Level *level)
 {
-    const int steps = (Given(twips) + Twips_Per_List_Indent / 2) / Twips_Per_List_Indent;
-    return std::clamp(steps, level + 1, 20);
+    return !level || level->first == Not_Set ? Usual_First : level->first;
 }
 
-/// A list's own indent takes the place of the margin that its level gives; only what a paragraph adds remains.
+/// @param ofList where the first lines of the list begin  @returns where the text of this item's does
+int Set_First(const Para_Style &style, int ofList, QTextBlockFormat &format)
+{
+    const int first = style.first == Not_Set ? ofList : style.first;
+    if (first != ofList)
+        format.setProperty(Rich_Text::List_First, first);
+    return Label_Room(first);
+}
+
+/// QTextDocument moves items of a list in by its level, so their margins count from there, and has them begin with
+/// their text, not with the label.
 void Set_Indents(const Model &model, const Para_Style &style, QTextBlockFormat &format)
 {
     int left = Given(style.left);
     int first = Given(style.first);
-    if (const List_Level *level = Level_Of(model, style); level && Is_List_Item(model, style)) {
-        left = style.left == Not_Set ? 0 : style.left - Given(level->left);
-        first = style.first == Not_Set ? 0 : style.first - Given(level->first);
+    if (Is_List_Item(model, style)) {
+        const List_Level *level = Level_Of(model, style);
+        const int usual = Twips_Per_List_Indent * (style.level + 1);
+        const int ofLevel = !level || level->left == Not_Set ? usual : level->left;
+        left = (style.left == Not_Set ? ofLevel : style.left) - usual;
+        first = Set_First(style, First_Of(level), format);
     } else if (style.oldList >= 0) {
-        left = 0;
-        first = 0;
+        const int usual = Twips_Per_List_Indent * (model.oldLists[static_cast<std::size_t>(style.oldList)].level + 1);
+        left = style.left == Not_Set ? 0 : style.left - usual;
+        first = Set_First(style, Usual_First, format);
     }
     if (left)
         format.setLeftMargin(Pixels(left));
     if (first)
         format.setTextIndent(Pixels(first));
+}
+
+/// A pattern of dots in one colour on another looks like what is between them.
+QBrush Shaded(const Model &model, int back, int pattern, int shading)
+{
+    const QBrush ground = back > 0 ? Brush(model, back) : QBrush(Qt::NoBrush);
+    if (shading <= 0)
+        return ground;
+    const QBrush dots = pattern > 0 ? Brush(model, pattern) : QBrush(Qt::NoBrush);
+    const QColor over = Is_Set(dots) ? dots.color() : Qt::black, under = Is_Set(ground) ? ground.color() : Qt::white;
+    const auto between = [share = std::min(shading, 10'000)](int one, int other) {
+        return (one * share + other * (10'000 - share)) / 10'000;
+    };
+    return QColor(between(over.red(), under.red()), between(over.green(), under.green()),
+                  between(over.blue(), under.blue()));
+}
+
+void Set_Tabs(const QList<Tab_Stop> &stops, QTextBlockFormat &format)
+{
+    QList<QTextOption::Tab> tabs;
+    QByteArray leaders;
+    for (const Tab_Stop &stop : stops) {
+        tabs.append(QTextOption::Tab(Pixels(stop.position), tabKinds[static_cast<int>(stop.kind)],
+                                     stop.kind == Tab_Kind::Decimal ? QChar(u'.') : QChar()));
+        leaders.append(static_cast<char>(stop.leader));
+    }
+    if (!tabs.isEmpty())
+        format.setTabPositions(tabs);
+    if (std::any_of(leaders.begin(), leaders.end(), [](char leader) { return leader != 0; }))
+        format.setProperty(Rich_Text::Tab_Leaders, leaders);
 }
 
 QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
@@ -142,7 +192,7 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
     if (style.after)
         format.setBottomMargin(Pixels(style.after));
     Set_Line_Height(style, format);
-    if (const QBrush brush = Brush(model, style.back); style.back > 0 && Is_Set(brush))
+    if (const QBrush brush = Shaded(model, style.back, style.pattern, style.shading); Is_Set(brush))
         format.setBackground(brush);
     if (style.outline >= 0)
         format.setHeadingLevel(style.outline + 1);
@@ -150,12 +200,9 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
         format.setLayoutDirection(Qt::RightToLeft);
     if (style.pageBreakBefore)
         format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-    QList<QTextOption::Tab> tabs;
-    for (const Tab_Stop &tab : style.tabs)
-        tabs.append(QTextOption::Tab(Pixels(tab.position), tabKinds[static_cast<int>(tab.kind)],
-                                     tab.kind == Tab_Kind::Decimal ? QChar(u'.') : QChar()));
-    if (!tabs.isEmpty())
-        format.setTabPositions(tabs);
+    if (style.keepWithNext)
+        format.setProperty(Rich_Text::Keep_With_Next, true);
+    Set_Tabs(style.tabs, format);
     for (std::size_t side = 0; side < style.borders.size(); ++side) {
         if (style.borders[side].line != Line::None)
             Set_Border(format, side, Shown(model, style.borders[side]));
@@ -232,6 +279,18 @@ std::vector<QTextBlockFormat> Block_Formats(const Model &model)
     return formats;
 }
 
+int Label_Room(int first)
+{
+    return first > Usual_First / 2 ? first - Usual_First : 0;
+}
+
+int First_Of(const QTextListFormat &list, const QTextBlockFormat &item)
+{
+    if (item.hasProperty(Rich_Text::List_First))
+        return item.intProperty(Rich_Text::List_First);
+    return list.hasProperty(Rich_Text::List_First) ? list.intProperty(Rich_Text::List_First) : Usual_First;
+}
+
 bool Is_List_Item(const Model &model, const Para_Style &style)
 {
     const List_Level *level = Level_Of(model, style);
@@ -250,7 +309,9 @@ QTextListFormat List_Format(const Model &model, const Para_Style &style, int fam
 {
     QTextListFormat format;
     const List_Level *level = Level_Of(model, style);
-    format.setIndent(List_Indent(level ? level->left : Not_Set, style.level));
+    format.setIndent(style.level + 1);
+    if (const int first = First_Of(level); first != Usual_First)
+        format.setProperty(Rich_Text::List_First, first);
     Rich_Text::Label_Rule rule{.kind = Rich_Text::Bullet_Kind, .text = {}};
     if (level) {
         rule = {.kind = level->kind, .start = level->start, .text = QChar(style.level) + QLatin1String(".")};
@@ -270,7 +331,7 @@ QTextListFormat List_Format(const Model &model, const Para_Style &style, int fam
 QTextListFormat List_Format(const Old_List &list)
 {
     QTextListFormat format;
-    format.setIndent(1);
+    format.setIndent(list.level + 1);
     const bool isBullet = list.kind == Rich_Text::Bullet_Kind;
     Rich_Text::Set_Rule(
         format,
@@ -299,6 +360,10 @@ QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid
         std::find_if(table.rows.begin(), table.rows.end(), [](const Row &row) { return !row.definition.header; });
     if (body != table.rows.begin())
         format.setHeaderRowCount(static_cast<int>(body - table.rows.begin()));
+    if (first.left > 0)
+        format.setLeftMargin(Pixels(first.left));
+    if (table.pageBreakBefore)
+        format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     Set_Columns(grid, format);
     return format;
 }
@@ -306,7 +371,7 @@ QTextTableFormat Table_Format(const Model &model, const Table &table, const Grid
 QTextTableCellFormat Cell_Format(const Model &model, const Cell_Definition &cell, bool hasBorders)
 {
     QTextTableCellFormat format;
-    if (const QBrush brush = Brush(model, cell.back); cell.back > 0 && Is_Set(brush))
+    if (const QBrush brush = Shaded(model, cell.back, cell.pattern, cell.shading); Is_Set(brush))
         format.setBackground(brush);
     if (cell.vertical)
         format.setVerticalAlignment(cell.vertical == 1 ? QTextCharFormat::AlignMiddle : QTextCharFormat::AlignBottom);

@@ -58,4 +58,10 @@ inline constexpr Underline_Row Underline_Rows[] = {
 };
 
 inline constexpr int Twips_Per_List_Indent = 720; ///< how far one level of a list goes in
+inline constexpr int Usual_First = -360;          ///< where the label of an item begins, from its text
+/// How far the text of an item's first line must go in, so that the label stands where that line begins.
+/// @param first where it begins, from the others
+int Label_Room(int first);
+/// Where the first line of an item begins, from the others.
+int First_Of(const QTextListFormat &list, const QTextBlockFormat &item = {});
 } // namespace Rtf

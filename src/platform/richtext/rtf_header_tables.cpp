@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_formats.h"
 #include "platform/richtext/rtf_writer.h"
 
 #include <QBrush>
 #include <QColor>
+#include <QTextBlock>
+#include <QTextList>
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +15,14 @@ namespace Rtf
 int Twips(double pixels)
 {
     return static_cast<int>(std::lround(std::clamp(pixels, -100'000.0, 100'000.0) * 15));
+}
+
+int Left_Of(const QTextBlock &block)
+{
+    const QTextBlockFormat format = block.blockFormat();
+    const QTextList *list = block.textList();
+    const int steps = format.indent() + (list ? std::max(1, list->format().indent()) : 0);
+    return Twips(format.leftMargin()) + Twips_Per_List_Indent * steps;
 }
 
 void Append_Word(QByteArray &out, const char *word, int number)

@@ -4,6 +4,7 @@
 #include "platform/richtext/rtf_formats.h"
 #include "platform/richtext/rtf_writer.h"
 
+#include <QTextBlock>
 #include <QTextList>
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace Rtf
 namespace
 {
 constexpr int listLevels = 9;
-constexpr int numberSpace = 360; // twips from a number to its text
 constexpr qsizetype longestText = 80;
 
 void Append_Byte(QByteArray &out, qsizetype value)
@@ -49,7 +49,8 @@ void Append_Text(QByteArray &out, QStringView text)
     out += ";}{\\levelnumbers" + places + ";}";
 }
 
-void Append_Level(QByteArray &out, const QTextListFormat &format, int level)
+/// @param left where the text of its items begins
+void Append_Level(QByteArray &out, const QTextListFormat &format, int level, int left)
 {
     Rich_Text::Label_Rule rule = Rich_Text::Rule_Of(format);
     rule.text.truncate(longestText);
@@ -61,9 +62,8 @@ void Append_Level(QByteArray &out, const QTextListFormat &format, int level)
     Append_Word(out, "\\leveljc0\\leveljcn0\\levelfollow0\\levelstartat", rule.start);
     out += "\\levelspace0\\levelindent0";
     Append_Text(out, rule.text);
-    Append_Word(out, "\\fi", -numberSpace);
-    const int steps = level == Level_Of(format) ? std::max(1, format.indent()) : level + 1;
-    Append_Word(out, "\\li", Twips_Per_List_Indent * steps);
+    Append_Word(out, "\\fi", First_Of(format));
+    Append_Word(out, "\\li", left);
     out += '}';
 }
 } // namespace
@@ -112,7 +112,9 @@ QByteArray List_Tables::Bytes() const
                          levels[level] ? levels[level]->format()
                          : isPlain     ? plain
                                        : any->format(),
-                         static_cast<int>(level));
+                         static_cast<int>(level),
+                         levels[level] ? Left_Of(levels[level]->item(0))
+                                       : Twips_Per_List_Indent * (static_cast<int>(level) + 1));
         }
         Append_Word(lists, "{\\listname ;}\\listid", id);
         lists += "}\r\n";

@@ -17,7 +17,8 @@
 /// Lengths are in twips (1/1440 inch) unless a name says otherwise; colours are indexes of `Model::colors`.
 namespace Rtf
 {
-enum Char_Flag : quint16 { Bold = 1, Italic = 2, Strike = 4, Hidden = 8, All_Caps = 16, Small_Caps = 32 };
+enum Char_Flag : quint16 { Bold = 1, Italic = 2, Strike = 4, Hidden = 8, All_Caps = 16, Small_Caps = 32, Deleted = 64 };
+inline constexpr int Out_Of_Sight = Hidden | Deleted;
 /// As the rows of Underline_Rows; up to Wave QTextDocument has them too.
 enum class Underline : quint8 {
     None,
@@ -47,7 +48,8 @@ struct Char_Style {
     int color = -1;
     int back = 0; ///< 0 is no background
     int underlineColor = 0;
-    int link = -1; ///< index of Model::links
+    int link = -1;   ///< index of Model::links
+    int anchor = -1; ///< index of Model::anchors
     int spacing = 0;
     int stretchPercent = 100;
     quint16 flags = 0;
@@ -59,9 +61,12 @@ struct Char_Style {
 size_t qHash(const Char_Style &style, size_t seed = 0);
 
 enum class Tab_Kind : quint8 { Left, Right, Center, Decimal };
+/// What fills the space before a tab stop.
+inline constexpr const char *Leader_Words[] = {"", "\\tldot", "\\tlmdot", "\\tlhyph", "\\tlul", "\\tlth", "\\tleq"};
 struct Tab_Stop {
     int position = 0;
     Tab_Kind kind = Tab_Kind::Left;
+    quint8 leader = 0; ///< index of Leader_Words
     bool operator==(const Tab_Stop &) const = default;
 };
 size_t qHash(const Tab_Stop &tab, size_t seed = 0);
@@ -83,6 +88,8 @@ using Borders = std::array<Border, 4>; ///< by Side
 
 inline constexpr int Not_Set = INT_MIN;
 
+inline constexpr int Goes_On = -2; ///< a paragraph without a label of its own, which doesn't end its list
+
 struct Para_Style {
     int left = Not_Set;
     int right = 0;
@@ -91,9 +98,11 @@ struct Para_Style {
     int after = 0;
     int line = 0; ///< \sl: 0 automatic, positive at least, negative exact; 240ths of a line if lineMultiple
     int back = 0;
-    int list = 0; ///< \ls number; 0 is none
+    int pattern = 0; ///< colour of the shading
+    int shading = 0; ///< how much of the background the pattern covers, in hundredths of a percent
+    int list = 0;    ///< \ls number; 0 is none
     int level = 0;
-    int oldList = -1; ///< index of Model::oldLists
+    int oldList = -1; ///< index of Model::oldLists, or Goes_On
     int outline = -1; ///< \outlinelevel, 0 the highest
     int nesting = 0;  ///< how many tables the paragraph stands in
     QList<Tab_Stop> tabs;
@@ -102,6 +111,7 @@ struct Para_Style {
     bool lineMultiple = false;
     bool rightToLeft = false;
     bool pageBreakBefore = false;
+    bool keepWithNext = false;
 
     bool operator==(const Para_Style &) const = default;
 };
@@ -132,6 +142,7 @@ struct Cell_Definition {
     int right = 0; ///< distance of the right edge from the text's left margin
     int width = 0; ///< twips, or 50ths of a percent
     int back = 0;
+    int pattern = 0, shading = 0; ///< as a paragraph's
     Borders borders{};
     std::array<int, 4> padding{Not_Set, Not_Set, Not_Set, Not_Set}; ///< by Side
     Width_Kind widthKind = Width_Kind::Not_Given;
@@ -158,6 +169,7 @@ struct Row {
 };
 struct Table {
     std::vector<Row> rows;
+    bool pageBreakBefore = false;
 };
 
 struct List_Level {
@@ -175,6 +187,7 @@ struct List_Definition {
 struct Old_List {
     int kind = 23;
     int start = 1;
+    int level = 0;
     QString before, after;
     bool operator==(const Old_List &) const = default;
 };
@@ -192,6 +205,12 @@ struct Font {
     bool plainAnsi = false; ///< \fcharset0, which some writers put on any font
 };
 
+struct Link {
+    QString target;
+    QString tip;
+    bool operator==(const Link &) const = default;
+};
+
 struct Model {
     QString text;
     std::vector<Run> runs;
@@ -202,11 +221,15 @@ struct Model {
     std::vector<Para_Style> paraStyles;
     std::vector<Font> fonts;
     std::vector<QRgb> colors; ///< 0 where the colour is automatic
-    std::vector<QString> links;
+    std::vector<Link> links;
+    std::vector<QStringList> anchors; ///< names of the bookmarks that begin at one place
     std::vector<Picture> pictures;
     std::vector<List_Definition> lists;
-    QStringList pageTexts;        ///< headers and footers, by their kinds; empty for none
-    QHash<int, int> listOfNumber; ///< \ls number to index of lists
+    QStringList pageTexts;       ///< headers and footers, by their kinds; empty for none
+    std::array<QString, 9> info; ///< by Info_Words
+    std::array<int, 9> pageMeasures{Not_Set, Not_Set, Not_Set, Not_Set, Not_Set,
+                                    Not_Set, Not_Set, Not_Set, Not_Set}; ///< by Page_Measure_Words
+    QHash<int, int> listOfNumber;                                        ///< \ls number to index of lists
     std::vector<Old_List> oldLists;
 };
 } // namespace Rtf

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_page_texts.h"
 
+#include "platform/richtext/rtf_model.h"
 #include "platform/richtext/rtf_writer.h"
 
 #include <algorithm>
@@ -23,11 +24,20 @@ void Append_Text(QByteArray &out, QStringView text)
             out += QByteArray("{\\field{\\*\\fldinst ") + field->name + "}{\\fldrslt 1}}";
         else if (c == u'\n')
             out += "\\par ";
+        else if (c == Rtf::Hidden_Begin_Mark)
+            out += "{\\v ";
+        else if (c == Rtf::Hidden_End_Mark)
+            out += '}';
         else
             Rtf::Append_Escaped(out, QStringView(&c, 1));
     }
 }
 } // namespace
+
+QString Rtf::Hidden_Page_Text(QStringView text)
+{
+    return QChar(Hidden_Begin_Mark) + text.toString() + QChar(Hidden_End_Mark);
+}
 
 char16_t Rtf::Page_Mark_Of(const QString &instruction)
 {
@@ -37,6 +47,26 @@ char16_t Rtf::Page_Mark_Of(const QString &instruction)
             return field.mark;
     }
     return 0;
+}
+
+QByteArray Rtf::Head_Of(const Model &model)
+{
+    QByteArray info, page;
+    for (std::size_t i = 0; i < model.info.size(); ++i) {
+        if (model.info[i].isEmpty())
+            continue;
+        info += QByteArray("{\\") + Info_Words[i] + ' ';
+        Append_Escaped(info, model.info[i]);
+        info += '}';
+    }
+    for (std::size_t i = 0; i < model.pageMeasures.size(); ++i) {
+        if (model.pageMeasures[i] == Not_Set)
+            continue;
+        page += QByteArray("\\") + Page_Measure_Words[i];
+        if (i != Landscape_Measure)
+            page += QByteArray::number(model.pageMeasures[i]);
+    }
+    return (info.isEmpty() ? info : "{\\info" + info + "}\r\n") + (page.isEmpty() ? page : page + "\r\n");
 }
 
 QByteArray Rtf::Write_Page_Texts(const QStringList &texts)

@@ -13,8 +13,24 @@ namespace Rtf
 inline constexpr const char *Page_Text_Words[] = {"header", "headerl", "headerr", "headerf",
                                                   "footer", "footerl", "footerr", "footerf"};
 
+/// Fields of the information on a document, and words on its page, in the order of Model::info and pageMeasures.
+inline constexpr const char *Info_Words[] = {"title",    "subject",  "author",   "manager", "company",
+                                             "operator", "category", "keywords", "doccomm"};
+inline constexpr const char *Page_Measure_Words[] = {"paperw", "paperh", "margl",     "margr", "margt",
+                                                     "margb",  "gutter", "landscape", "deftab"};
+inline constexpr std::size_t Landscape_Measure = 7, Default_Tab_Measure = 8;
+
+struct Model;
+/// What a document's head says of it and its page, to be written back as it is.
+QByteArray Head_Of(const Model &model);
+
 inline constexpr char16_t Page_Number_Mark = u'\x1';
 inline constexpr char16_t Page_Count_Mark = u'\x2';
+
+/// Around text that is hidden.
+inline constexpr char16_t Hidden_Begin_Mark = u'\x3';
+inline constexpr char16_t Hidden_End_Mark = u'\x4';
+QString Hidden_Page_Text(QStringView text);
 
 /// The mark for a field's instruction; 0 where it asks for neither.
 char16_t Page_Mark_Of(const QString &instruction);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_reader.h"
 
+#include "platform/richtext/rtf_page_texts.h"
+
 #include <QHashFunctions>
 
 #include <algorithm>
@@ -17,6 +19,11 @@ bool Is_Ascii(QByteArrayView bytes)
 {
     return std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
+/// The words whose groups say how a part of a formula looks, as \mradPr.
+bool Is_Math_Property(std::string_view word)
+{
+    return word.size() > 3 && word.starts_with('m') && word.ends_with("Pr");
+}
 /// Tokens that give bytes of text, which may be parts of one character.
 bool Is_Text(const Token &token)
 {
@@ -28,18 +35,18 @@ bool Is_Text(const Token &token)
 size_t qHash(const Char_Style &style, size_t seed)
 {
     return qHashMulti(seed, style.font, style.halfPoints, style.color, style.back, style.underlineColor, style.link,
-                      style.spacing, style.stretchPercent, style.flags, static_cast<int>(style.underline),
+                      style.anchor, style.spacing, style.stretchPercent, style.flags, static_cast<int>(style.underline),
                       static_cast<int>(style.script));
 }
 
 size_t qHash(const Tab_Stop &tab, size_t seed)
 {
-    return qHashMulti(seed, tab.position, static_cast<int>(tab.kind));
+    return qHashMulti(seed, tab.position, static_cast<int>(tab.kind), static_cast<int>(tab.leader));
 }
 
 Reader::Reader(std::string_view bytes, Model &model) : m_tokens(bytes), m_model(model), m_tables(model) {}
 
-void Reader::Run()
+void Reader::Read()
 {
     for (;;) {
         const Token token = m_tokens.Next();
@@ -108,7 +115,8 @@ void Reader::Close_Group()
     }
     if (m_stack.empty())
         return;
-    if (m_stack.size() == 1 && Has_Pending()) // a last paragraph without a mark
+    const bool isLast = m_stack.size() == 1 || m_state.closer == Closer::Text_Box;
+    if (isLast && Has_Pending()) // a last paragraph without a mark
         End_Paragraph(Nesting());
     const State inner = std::exchange(m_state, std::move(m_stack.back()));
     m_stack.pop_back();
@@ -129,7 +137,7 @@ void Reader::Run_Closer(Closer closer, const State &inner)
     case Closer::Note:
         --m_noteDepth;
         m_noteBegins = false;
-        return Emit_Bracket(u"]");
+        return End_Note(inner);
     case Closer::Style:
         return End_Style();
     case Closer::Level:
@@ -139,9 +147,9 @@ void Reader::Run_Closer(Closer closer, const State &inner)
     case Closer::Old_List:
         return End_Old_List();
     case Closer::Text_Box:
-        if (Has_Pending())
-            End_Paragraph(Nesting());
-        return;
+        m_runs = std::move(m_outerRuns.back());
+        m_outerRuns.pop_back();
+        [[fallthrough]];
     case Closer::Nested_Row:
         m_row = std::move(m_outerRows.back());
         m_outerRows.pop_back();
@@ -153,12 +161,16 @@ void Reader::Run_Closer(Closer closer, const State &inner)
 
 void Reader::Do_Word(const Token &token)
 {
-    m_toSkip = 0; // a writer that left the stand-in out
+    const int toSkip = std::exchange(m_toSkip, 0);
     const bool ignorable = std::exchange(m_ignorable, false);
     const Word_Row *row = Find_Word(token.text);
     if (!row) {
-        if (ignorable)
+        if (ignorable || Is_Math_Property(token.text))
             Skip();
+        return;
+    }
+    if (toSkip > 0 && Is_Sign(*row)) { // any other word follows where the stand-in was left out
+        m_toSkip = toSkip - 1;
         return;
     }
     m_parameter = token.parameter;
@@ -170,6 +182,10 @@ void Reader::Do_Word(const Token &token)
 
 void Reader::Do_Symbol(unsigned char symbol)
 {
+    if (m_toSkip > 0 && (symbol == '~' || symbol == '-' || symbol == '_')) {
+        --m_toSkip;
+        return;
+    }
     switch (symbol) {
     case '*':
         m_ignorable = true;
@@ -241,7 +257,8 @@ int Reader::Effective_Code_Page() const
 
 void Reader::Decode_Pending(QString &text)
 {
-    if (m_state.codePage == Symbol_Code_Page && m_state.destination == Destination::Body) {
+    if (m_state.codePage == Symbol_Code_Page &&
+        (m_state.destination == Destination::Body || m_state.destination == Destination::Old_List_Before)) {
         const QString name = Font_Name();
         for (const char byte : std::as_const(m_pending))
             text += QChar(Symbol_Glyph(static_cast<unsigned char>(byte), name));
@@ -272,7 +289,13 @@ void Reader::Emit(QStringView text)
             m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
         return;
     case Destination::Page_Text:
-        m_model.pageTexts[m_pageText] += text;
+        m_model.pageTexts[m_pageText] += Is_Hidden() ? Hidden_Page_Text(text) : text.toString();
+        return;
+    case Destination::Bookmark:
+        m_anchors.last() += text;
+        return;
+    case Destination::Info_Text:
+        m_model.info[m_info] += text;
         return;
     case Destination::Old_List_Before:
         m_oldList.before += text;
@@ -292,7 +315,8 @@ void Reader::Emit_Font_Name(QStringView text)
     const qsizetype end = text.indexOf(u';');
     QString &name = m_model.fonts.back().name;
     name += end < 0 ? text : text.first(end);
-    name = name.trimmed();
+    if (end >= 0) // pieces of the name may begin or end with blanks of its own
+        name = name.trimmed();
 }
 
 void Reader::Emit_Colors(QStringView text)
@@ -313,7 +337,7 @@ void Reader::Emit_Body(QStringView text)
 {
     while (m_noteBegins && !text.isEmpty() && text.front().isSpace())
         text = text.sliced(1);
-    if (text.isEmpty() || (m_state.chr.flags & Hidden))
+    if (text.isEmpty())
         return;
     m_noteBegins = false;
     Open_Run();
@@ -339,7 +363,7 @@ void Reader::Append_Body(char16_t unit)
         }
     }
     if (unit < 0x20) {
-        if (unit == u'\t')
+        if (unit == u'\t' || (unit == u'\n' && m_runStyle.flags & Out_Of_Sight))
             text += QChar(unit);
     } else if (QChar::isHighSurrogate(unit)) {
         m_highSurrogate = unit;
@@ -351,14 +375,28 @@ void Reader::Append_Body(char16_t unit)
     }
 }
 
+/// The first text behind a bookmark is its place.
+Char_Style Reader::Anchored(Char_Style style)
+{
+    if (m_anchors.isEmpty())
+        return style;
+    style.anchor = static_cast<int>(m_model.anchors.size());
+    m_model.anchors.push_back(std::exchange(m_anchors, {}));
+    return style;
+}
+
 void Reader::Open_Run()
 {
-    const Char_Style style = Effective_Style();
-    if (m_runOpen && m_runStyle == style)
-        return;
+    Char_Style style = Effective_Style();
+    if (m_runOpen && m_anchors.isEmpty()) {
+        style.anchor = m_runStyle.anchor; // it is the whole run's
+        if (m_runStyle == style)
+            return;
+        style.anchor = -1;
+    }
     Close_Run();
     m_runOpen = true;
-    m_runStyle = style;
+    m_runStyle = Anchored(style);
     m_runBegin = m_model.text.size();
 }
 
@@ -371,17 +409,18 @@ void Reader::Close_Run()
         m_model.text += u'\uFFFD';
     const qsizetype length = m_model.text.size() - m_runBegin;
     if (length > 0)
-        m_model.runs.push_back({.begin = m_runBegin, .length = length, .style = Interned(m_runStyle)});
+        m_runs.push_back({.begin = m_runBegin, .length = length, .style = Interned(m_runStyle)});
 }
 
 bool Reader::Has_Pending() const
 {
-    return (m_runOpen && m_model.text.size() > m_runBegin) || m_model.runs.size() > m_firstRun;
+    return (m_runOpen && m_model.text.size() > m_runBegin) || !m_runs.empty();
 }
 
 int Reader::Nesting() const
 {
-    return m_state.inTable ? std::max(1, m_state.para.nesting) : m_state.para.nesting;
+    const int own = m_state.inTable ? std::max(1, m_state.para.nesting) : m_state.para.nesting;
+    return m_state.nestingAround + own;
 }
 
 void Reader::End_Paragraph(int nesting)
@@ -393,12 +432,16 @@ void Reader::End_Paragraph(int nesting)
     if (nesting == 0)
         style.pageBreakBefore |= std::exchange(m_pageBreak, false);
     const int index = static_cast<int>(m_model.paragraphs.size());
-    m_model.paragraphs.push_back({.firstRun = static_cast<int>(m_firstRun),
-                                  .runCount = static_cast<int>(m_model.runs.size() - m_firstRun),
+    m_model.paragraphs.push_back({.firstRun = static_cast<int>(m_model.runs.size()),
+                                  .runCount = static_cast<int>(m_runs.size()),
                                   .style = Interned(style),
-                                  .markStyle = Interned(Effective_Style())});
-    m_firstRun = m_model.runs.size();
+                                  .markStyle = Interned(Anchored(Effective_Style()))});
+    m_model.runs.insert(m_model.runs.end(), m_runs.begin(), m_runs.end());
+    m_runs.clear();
+    const bool beginsTable = nesting > 0 && !m_tables.Is_Open();
     m_tables.Add_Paragraph(index, nesting);
+    if (beginsTable && std::exchange(m_pageBreak, false))
+        m_tables.Begin_Page();
 }
 
 int Reader::Interned(const Char_Style &style)
@@ -444,10 +487,10 @@ void Reader::End_Picture()
     if (!shown || (picture.bytes.isEmpty() && picture.width == 0))
         return;
     Close_Run();
-    m_model.runs.push_back({.begin = m_model.text.size(),
-                            .length = 0,
-                            .style = Interned(Effective_Style()),
-                            .picture = static_cast<int>(m_model.pictures.size())});
+    m_runs.push_back({.begin = m_model.text.size(),
+                      .length = 0,
+                      .style = Interned(Effective_Style()),
+                      .picture = static_cast<int>(m_model.pictures.size())});
     m_model.pictures.push_back(std::move(picture));
     m_shapePictureTaken = true;
 }

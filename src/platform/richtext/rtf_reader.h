@@ -24,6 +24,8 @@ struct Word_Row {
 const Word_Row *Find_Word(std::string_view name);
 /// Whether the word sets character or paragraph properties, as the definition of a style may.
 bool Is_Formatting(const Word_Row &row);
+/// Whether the word stands for a sign that may be seen.
+bool Is_Sign(const Word_Row &row);
 
 /// Interprets RTF into a Model. Groups are kept on an own stack, so depth costs no program stack; time is linear and
 /// memory in proportion to the input.
@@ -31,7 +33,7 @@ class Reader
 {
 public:
     Reader(std::string_view bytes, Model &model);
-    void Run();
+    void Read();
 
 private:
     friend struct Words;
@@ -48,6 +50,9 @@ private:
         Level_Text,
         Field_Instruction,
         Page_Text, ///< a header or footer
+        Bookmark,
+        Info,
+        Info_Text,
         Picture,
         Old_List_Before,
         Old_List_After,
@@ -85,8 +90,10 @@ private:
         Closer closer = Closer::None;
         int unicodeSkip = 1;
         int field = -1;
+        int nestingAround = 0; ///< tables that the text box stands in
         int codePage = Document_Code_Page;
         bool plainAnsi = false;
+        quint16 flagsAround = 0; ///< that make a note or a text box hidden with the text that it belongs to
         bool inTable = false;
     };
     struct Style_Word {
@@ -126,14 +133,19 @@ private:
     int Effective_Code_Page() const;
     Associated *Current_Associated();
     Char_Style Effective_Style() const;
+    bool Is_Hidden() const { return ((m_state.chr.flags | m_state.flagsAround) & Out_Of_Sight) != 0; }
+    Char_Style Anchored(Char_Style style);
     void Font_Changed();
     QString Font_Name() const;
     void Emit(QStringView text);
     void Emit_Body(QStringView text);
     void Emit_Unit(char16_t unit);
     void Emit_Bracket(QStringView bracket);
+    void End_Note(const State &inner);
     void Emit_Font_Name(QStringView text);
+    void End_Page_Line();
     void Emit_Colors(QStringView text);
+    void Hide_With_Text();
     void Append_Body(char16_t unit);
     void Open_Run();
     void Close_Run();
@@ -197,6 +209,7 @@ private:
     void Set_Align(int align);
     void Line_Height(int multiple);
     void Tab_Next(int kind);
+    void Tab_Leader(int leader);
     void Tab_Stop_At(int value);
     void Paragraph_Mark(int value);
     void Page_Break(int value);
@@ -216,11 +229,15 @@ private:
     void Begin_Old_List(int value);
     void Old_List_Kind(int kind);
     void Old_List_Start(int value);
+    void Old_List_Level(int value);
     void Begin_Field(int value);
     void Field_Result(int value);
     void Same_Page(int value);
     void Begin_Note(int value);
     void Begin_Page_Text(int kind);
+    void Begin_Bookmark(int value);
+    void Info_Field(int field);
+    void Page_Measure(int index);
     void Page_Number(int value);
     void Begin_Picture(int value);
     void Picture_Format(int kind);
@@ -235,8 +252,8 @@ private:
     void Cell_Flag(int value);
     void Cell_Padding(int side);
     void Cell_Vertical(int value);
-    void Cell_Back(int value);
-    void Cell_Width(int value);
+    template <auto Field>
+    void Cell_Number(int value);
     void Cell_Width_Kind(int value);
     template <auto Field>
     void Row_Number(int value);
@@ -281,25 +298,28 @@ private:
     bool m_oldListContinues = false;
     std::vector<Field> m_fields;
     QHash<QString, int> m_links;
+    QStringList m_anchors; ///< bookmarks whose place is the next text
     int m_noteDepth = 0;
     int m_pageText = 0;        ///< the kind of header or footer that is read
+    int m_info = 0;            ///< the field of the document's information likewise
     bool m_noteBegins = false; ///< blanks before its text are left out
     Picture_Source m_picture;
     bool m_shapePictureTaken = false;
 
     Row_Definition m_row;
     std::vector<Row_Definition> m_outerRows;
+    std::vector<std::vector<Run>> m_outerRuns; ///< of the paragraphs that open text boxes belong to
     Cell_Definition m_cell;
     Borders m_rowBorders{}; ///< what a cell has that says nothing of its own
     enum class Border_Owner : quint8 { Nothing, Paragraph, Cell, Row };
     Border_Owner m_borderOwner = Border_Owner::Nothing;
     int m_borderSides = 0;     ///< a bit for each Side that the next words are about
     int m_cellBordersSaid = 0; ///< likewise, those that the cell has told of
-    Tab_Kind m_tabKind = Tab_Kind::Left;
+    Tab_Stop m_tab;            ///< what is said of the next one
     bool m_pageBreak = false;
     bool m_sectionBreak = false; ///< it is a section's, which may yet say that there is none
 
-    std::size_t m_firstRun = 0; ///< of the paragraph being read
+    std::vector<Run> m_runs; ///< of the paragraph being read
     qsizetype m_runBegin = 0;
     bool m_runOpen = false;
     Char_Style m_runStyle;

@@ -148,16 +148,25 @@ void Reader::Old_List_Start(int)
     m_oldList.start = std::clamp(m_parameter, 0, 32'767);
 }
 
+/// Beyond the nine levels stand lists without any and bullets.
+void Reader::Old_List_Level(int)
+{
+    m_oldList.kind = m_parameter == 11 ? Bullet_Kind : 0;
+    m_oldList.level = m_parameter >= 1 && m_parameter <= static_cast<int>(mostLevels) ? m_parameter - 1 : 0;
+}
+
 void Reader::End_Old_List()
 {
     if (!m_oldListContinues) {
-        m_state.para.oldList = -1;
+        m_state.para.oldList = Goes_On;
         return;
     }
     std::vector<Old_List> &known = m_model.oldLists;
-    if (known.empty() || !(known.back() == m_oldList))
+    const auto near = known.rbegin() + std::min<std::ptrdiff_t>(std::ssize(known), mostLevels);
+    const auto same = std::find(known.rbegin(), near, m_oldList); // of the levels around it
+    m_state.para.oldList = static_cast<int>(same != near ? known.rend() - same : std::ssize(known) + 1) - 1;
+    if (same == near)
         known.push_back(m_oldList);
-    m_state.para.oldList = static_cast<int>(known.size()) - 1;
 }
 
 void Reader::Row_Begin(int)
@@ -185,16 +194,22 @@ void Reader::Cell_Edge(int)
 
 void Reader::Cell_Mark(int nested)
 {
+    if (m_state.destination == Destination::Page_Text)
+        return Emit_Unit(u'\t');
     if (m_state.destination != Destination::Body)
         return;
-    const int nesting = nested ? std::max(2, m_state.para.nesting) : 1;
+    const int nesting = m_state.nestingAround + (nested ? std::max(2, m_state.para.nesting) : 1);
     End_Paragraph(nesting);
     m_tables.End_Cell(nesting);
 }
 
 void Reader::Row_Mark(int nested)
 {
-    const int nesting = nested ? std::max(2, m_state.para.nesting) : 1;
+    if (m_state.destination == Destination::Page_Text)
+        End_Page_Line();
+    if (m_state.destination != Destination::Body)
+        return;
+    const int nesting = m_state.nestingAround + (nested ? std::max(2, m_state.para.nesting) : 1);
     if (Has_Pending())
         End_Paragraph(nesting);
     m_tables.End_Row(nesting, m_row);
@@ -211,16 +226,6 @@ void Reader::Nested_Properties(int)
 void Reader::Cell_Vertical(int place)
 {
     m_cell.vertical = static_cast<quint8>(place);
-}
-
-void Reader::Cell_Back(int)
-{
-    m_cell.back = m_parameter;
-}
-
-void Reader::Cell_Width(int)
-{
-    m_cell.width = Length();
 }
 
 void Reader::Cell_Width_Kind(int)

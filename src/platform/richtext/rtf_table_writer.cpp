@@ -18,6 +18,11 @@ constexpr int textWidth = 9026; // twips between the margins of an A4 page
 constexpr int narrowest = 300;
 constexpr int farthestEdge = 1'000'000;
 
+int Left_Of(const QTextTable &table)
+{
+    return std::max(0, Twips(table.format().leftMargin()));
+}
+
 /// The right edges of the columns. Columns without a width share what the others leave.
 std::vector<int> Column_Edges(const QTextTable &table)
 {
@@ -34,7 +39,7 @@ std::vector<int> Column_Edges(const QTextTable &table)
         rest = std::max(0, rest - widths[i]);
     }
     const int share = free ? std::max(narrowest, rest / free) : 0;
-    int edge = 0;
+    int edge = Left_Of(table);
     for (int &width : widths) {
         edge = std::min(edge + (width ? width : share), farthestEdge);
         width = edge;
@@ -54,6 +59,8 @@ void Append_Width(QByteArray &out, const char *kindWord, const char *widthWord, 
 
 void Writer::Write_Table(const QTextTable &table, int nesting)
 {
+    if (nesting == 1 && table.format().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
+        m_out += "\\page\r\n";
     for (int row = 0; row < table.rows(); ++row) {
         if (nesting == 1)
             Write_Row_Definition(table, row);
@@ -76,7 +83,7 @@ void Writer::Write_Row_Definition(const QTextTable &table, int row)
     const int padding = Twips(format.cellPadding());
     m_out += "\\trowd";
     Append_Word(m_out, "\\trgaph", padding);
-    m_out += "\\trleft0";
+    Append_Word(m_out, "\\trleft", Left_Of(table));
     for (const char *side : {"l", "t", "r", "b"}) {
         Append_Word(m_out, (QByteArray("\\trpadd") + side).constData(), padding);
         m_out += QByteArray("\\trpaddf") + side + '3';
@@ -169,7 +176,7 @@ void Writer::Write_Cell(const QTextTable &table, int row, int column, int nestin
                 Write_Table(*inner, nesting + 1);
             else
                 Write_Frame(*child, nesting);
-        } else if (current.currentBlock().isValid()) {
+        } else if (current.currentBlock().isValid() && !(current == cell.begin() && Is_Filler(current))) {
             Write_Block(current.currentBlock(), nesting, it == cell.end() ? end : "\\par");
         }
     }

@@ -15,6 +15,9 @@ class Table_Stack
 public:
     explicit Table_Stack(Model &model) : m_model(model) {}
 
+    [[nodiscard]] bool Is_Open() const { return !m_open.empty(); }
+    /// Puts the table that is open on a new page.
+    void Begin_Page() { m_open.front().table.pageBreakBefore = true; }
     /// Adds a paragraph that stands in `nesting` tables.
     void Add_Paragraph(int paragraph, int nesting);
     /// Ends a cell, or a row, of the table at `nesting` (1 is the outermost).

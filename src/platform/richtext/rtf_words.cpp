@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
@@ -34,6 +35,11 @@ void Reader::Cell_Flag(int)
     m_cell.*Field = true;
 }
 template <auto Field>
+void Reader::Cell_Number(int)
+{
+    m_cell.*Field = Length();
+}
+template <auto Field>
 void Reader::Row_Number(int)
 {
     m_row.*Field = Length();
@@ -55,6 +61,10 @@ constexpr int Of_Sides(auto owner, std::initializer_list<Side> sides)
 /// here changes nothing, and its group is skipped where \* stands before it.
 struct Words {
     using R = Reader;
+    static bool Is_Sign(const Word_Row &row)
+    {
+        return row.action == &R::Character && row.value > ' ' && row.value != 0x2028;
+    }
     using D = Reader::Destination;
     using O = Reader::Border_Owner;
     using K = Reader::Script_Kind;
@@ -80,6 +90,7 @@ struct Words {
         {"strike", &R::Flag, Strike},
         {"striked", &R::Flag, Strike},
         {"v", &R::Flag, Hidden},
+        {"deleted", &R::Flag, Deleted},
         {"caps", &R::Flag, All_Caps},
         {"scaps", &R::Flag, Small_Caps},
         {"ul", &R::Set_Underline, int(Underline::Single)},
@@ -126,6 +137,9 @@ struct Words {
         {"sl", &R::Line_Height, 0},
         {"slmult", &R::Line_Height, 1},
         {"cbpat", &R::Para_Back},
+        {"cfpat", &R::Para_Length<&P::pattern>},
+        {"shading", &R::Para_Length<&P::shading>},
+        {"keepn", &R::Para_Flag<&P::keepWithNext>, 1},
         {"rtlpar", &R::Para_Flag<&P::rightToLeft>, 1},
         {"ltrpar", &R::Para_Flag<&P::rightToLeft>, 0},
         {"pagebb", &R::Para_Flag<&P::pageBreakBefore>, 1},
@@ -133,6 +147,12 @@ struct Words {
         {"tqr", &R::Tab_Next, int(Tab_Kind::Right)},
         {"tqc", &R::Tab_Next, int(Tab_Kind::Center)},
         {"tqdec", &R::Tab_Next, int(Tab_Kind::Decimal)},
+        {"tldot", &R::Tab_Leader, 1},
+        {"tlmdot", &R::Tab_Leader, 2},
+        {"tlhyph", &R::Tab_Leader, 3},
+        {"tlul", &R::Tab_Leader, 4},
+        {"tlth", &R::Tab_Leader, 5},
+        {"tleq", &R::Tab_Leader, 6},
         {"tx", &R::Tab_Stop_At},
         {"ls", &R::List_Number},
         {"ilvl", &R::List_Depth},
@@ -215,7 +235,25 @@ struct Words {
         {"listoverride", &R::Begin_Override},
         {"lfolevel", &R::Begin_Override_Level},
         // what is not part of the text
-        {"info", &R::Skip_Group},
+        {"info", &R::To_Destination, int(D::Info)},
+        {"title", &R::Info_Field, 0},
+        {"subject", &R::Info_Field, 1},
+        {"author", &R::Info_Field, 2},
+        {"manager", &R::Info_Field, 3},
+        {"company", &R::Info_Field, 4},
+        {"operator", &R::Info_Field, 5},
+        {"category", &R::Info_Field, 6},
+        {"keywords", &R::Info_Field, 7},
+        {"doccomm", &R::Info_Field, 8},
+        {"paperw", &R::Page_Measure, 0},
+        {"paperh", &R::Page_Measure, 1},
+        {"margl", &R::Page_Measure, 2},
+        {"margr", &R::Page_Measure, 3},
+        {"margt", &R::Page_Measure, 4},
+        {"margb", &R::Page_Measure, 5},
+        {"gutter", &R::Page_Measure, 6},
+        {"landscape", &R::Page_Measure, 7},
+        {"deftab", &R::Page_Measure, Default_Tab_Measure},
         {"header", &R::Begin_Page_Text, 0},
         {"headerl", &R::Begin_Page_Text, 1},
         {"headerr", &R::Begin_Page_Text, 2},
@@ -233,7 +271,7 @@ struct Words {
         {"objdata", &R::Skip_Group},
         {"objclass", &R::Skip_Group},
         {"objname", &R::Skip_Group},
-        {"bkmkstart", &R::Skip_Group},
+        {"bkmkstart", &R::Begin_Bookmark},
         {"bkmkend", &R::Skip_Group},
         {"xe", &R::Skip_Group},
         {"tc", &R::Skip_Group},
@@ -274,7 +312,8 @@ struct Words {
         {"pn", &R::Begin_Old_List},
         {"pnlvlblt", &R::Old_List_Kind, 23},
         {"pnlvlbody", &R::Old_List_Kind, 0},
-        {"pnlvl", &R::Old_List_Kind, 0},
+        {"pnlvl", &R::Old_List_Level},
+        {"pnf", &R::Select_Font},
         {"pnlvlcont", &R::Old_List_Kind, -1},
         {"pndec", &R::Old_List_Kind, 0},
         {"pnucrm", &R::Old_List_Kind, 1},
@@ -339,8 +378,10 @@ struct Words {
         {"clvertalt", &R::Cell_Vertical, 0},
         {"clvertalc", &R::Cell_Vertical, 1},
         {"clvertalb", &R::Cell_Vertical, 2},
-        {"clcbpat", &R::Cell_Back},
-        {"clwWidth", &R::Cell_Width},
+        {"clcbpat", &R::Cell_Number<&Cell_Definition::back>},
+        {"clcfpat", &R::Cell_Number<&Cell_Definition::pattern>},
+        {"clshdng", &R::Cell_Number<&Cell_Definition::shading>},
+        {"clwWidth", &R::Cell_Number<&Cell_Definition::width>},
         {"clftsWidth", &R::Cell_Width_Kind},
         {"trleft", &R::Row_Number<&Row_Definition::left>},
         {"trgaph", &R::Row_Number<&Row_Definition::gap>},
@@ -422,6 +463,11 @@ const Word_Row *Find_Word(std::string_view name)
 {
     static const Word_Index index;
     return index.Find(name);
+}
+
+bool Is_Sign(const Word_Row &row)
+{
+    return Words::Is_Sign(row);
 }
 
 bool Is_Formatting(const Word_Row &row)

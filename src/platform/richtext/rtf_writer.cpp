@@ -33,8 +33,6 @@ namespace
 // What stands after the final brace. The coder that keeps documents may lose or overwrite its stream's last bytes.
 constexpr qsizetype tailLength = 64;
 
-constexpr double pixelsPerIndent = 40; // QTextDocument's indent width
-
 struct Property {
     bool isSet;
     const char *word;
@@ -116,6 +114,13 @@ void Append_If(QByteArray &out, const char *word, int number)
         Append_Word(out, word, number);
 }
 
+/// An argument of a field's instruction.
+QString Quoted(QString text)
+{
+    text.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
+    return u'"' + text + u'"';
+}
+
 QByteArray Line_Height_Words(const QTextBlockFormat &format)
 {
     QByteArray out;
@@ -137,10 +142,14 @@ QByteArray Line_Height_Words(const QTextBlockFormat &format)
 QByteArray Tab_Words(const QTextBlockFormat &format)
 {
     QByteArray out;
-    for (const QTextOption::Tab &tab : format.tabPositions()) {
+    const QList<QTextOption::Tab> tabs = format.tabPositions();
+    const QByteArray leaders = format.property(Rich_Text::Tab_Leaders).toByteArray();
+    for (qsizetype i = 0; i < tabs.size(); ++i) {
         static constexpr const char *kinds[] = {"", "\\tqr", "\\tqc", "\\tqdec"};
-        out += kinds[tab.type];
-        Append_Word(out, "\\tx", Twips(tab.position));
+        out += kinds[tabs[i].type];
+        const std::size_t leader = i < leaders.size() ? static_cast<unsigned char>(leaders[i]) : 0;
+        out += leader < std::size(Leader_Words) ? Leader_Words[leader] : "";
+        Append_Word(out, "\\tx", Twips(tabs[i].position));
     }
     return out;
 }
@@ -150,10 +159,18 @@ QByteArray Writer::Write()
 {
     m_tables.Font_Number(m_document.defaultFont().family());
     Write_Frame(*m_document.rootFrame(), 0);
-    const QStringList pageTexts =
-        m_document.rootFrame()->frameFormat().property(Rich_Text::Page_Texts_Property).toStringList();
-    return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\r\n" + m_tables.Bytes() + Write_Page_Texts(pageTexts) + m_out + '}' +
+    const QTextFrameFormat root = m_document.rootFrame()->frameFormat();
+    return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\r\n" + m_tables.Bytes() +
+           root.property(Rich_Text::Head_Property).toByteArray() +
+           Write_Page_Texts(root.property(Rich_Text::Page_Texts_Property).toStringList()) + m_out + '}' +
            QByteArray("\r\n").repeated(tailLength / 2);
+}
+
+bool Writer::Is_Filler(const QTextFrame::iterator &first)
+{
+    const QTextBlock block = first.currentBlock();
+    QTextFrame::iterator second = first;
+    return block.length() == 1 && block.blockFormat().boolProperty(Rich_Text::Filler) && (++second).currentFrame();
 }
 
 void Writer::Write_Frame(const QTextFrame &frame, int nesting)
@@ -164,7 +181,7 @@ void Writer::Write_Frame(const QTextFrame &frame, int nesting)
                 Write_Table(*table, nesting + 1);
             else
                 Write_Frame(*child, nesting);
-        } else if (it.currentBlock().isValid()) {
+        } else if (it.currentBlock().isValid() && !(it == frame.begin() && Is_Filler(it))) {
             Write_Block(it.currentBlock(), nesting, "\\par");
         }
     }
@@ -179,6 +196,8 @@ void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
         mark.clearProperty(QTextFormat::BackgroundBrush);
         mark.clearProperty(QTextFormat::TextVerticalAlignment);
     }
+    mark.clearProperty(QTextFormat::ObjectType); // a new paragraph has its mark from the object before it
+    Write_Bookmarks(mark);
     Select(mark);
     m_out += end;
     m_out += "\r\n";
@@ -213,6 +232,8 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
         Append_Word(m_out, "\\outlinelevel", format.headingLevel() - 1);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_out += "\\pagebb";
+    if (format.boolProperty(Rich_Text::Keep_With_Next))
+        m_out += "\\keepn";
     m_afterWord = m_out.back() != '}';
 }
 
@@ -236,21 +257,24 @@ void Writer::Write_Paragraph_Borders(const QTextBlockFormat &format)
 void Writer::Write_Indents(const QTextBlock &block)
 {
     const QTextBlockFormat format = block.blockFormat();
-    const int left = Twips(format.leftMargin() + format.indent() * pixelsPerIndent);
     const int first = Twips(format.textIndent());
     const QTextList *list = block.textList();
     if (!list) {
         Append_If(m_out, "\\fi", first);
-        Append_If(m_out, "\\li", left);
+        Append_If(m_out, "\\li", Left_Of(block));
         return;
     }
     QByteArray label; // what readers show that know no lists
-    Append_Escaped(label, Rich_Text::Item_Label(*list, ++m_itemCounts[list]));
+    Written_Items &items = m_items[list];
+    if (items.count++ == 0)
+        items.rule = Rich_Text::Rule_In_Place(*list);
+    Append_Escaped(label, Rich_Text::Item_Label(items.rule, items.count));
     const List_Tables::Place place = m_tables.Lists().Place_Of(*list);
     Append_Word(m_out, "\\ls", place.number);
     Append_Word(m_out, "\\ilvl", place.level);
-    Append_Word(m_out, "\\fi", first - 360);
-    Append_Word(m_out, "\\li", left + Twips_Per_List_Indent * std::max(1, list->format().indent()));
+    const int hanging = First_Of(list->format(), format);
+    Append_Word(m_out, "\\fi", first - Label_Room(hanging) + hanging);
+    Append_Word(m_out, "\\li", Left_Of(block));
     m_out += "{\\listtext " + label + "\\tab}";
 }
 
@@ -259,31 +283,61 @@ void Writer::Write_Fragments(const QTextBlock &block)
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
         const QTextCharFormat format = fragment.charFormat();
-        if (!format.isImageFormat()) {
-            Write_Text(fragment.text(), format);
+        const bool isHidden = format.objectType() == Rich_Text::Hidden_Object;
+        Switch_Link(format);
+        Write_Bookmarks(format);
+        Select(format);
+        if (!isHidden && !format.isImageFormat()) {
+            Write_Text(fragment.text());
             continue;
         }
-        Switch_Link(format.isAnchor() ? format.anchorHref() : QString());
-        Select(format);
-        for (int i = 0; i < fragment.length(); ++i)
-            Write_Picture(format.toImageFormat());
+        for (int i = 0; i < fragment.length(); ++i) {
+            if (format.hasProperty(QTextFormat::ImageName))
+                Write_Picture(format.toImageFormat());
+            else if (isHidden)
+                Write_Text(format.stringProperty(Rich_Text::Hidden_Text));
+        }
     }
     Switch_Link({});
 }
 
-void Writer::Write_Text(const QString &text, const QTextCharFormat &format)
+void Writer::Write_Text(const QString &text)
 {
-    Switch_Link(format.isAnchor() ? format.anchorHref() : QString());
-    Select(format);
     if (std::exchange(m_afterWord, false))
         m_out += ' ';
-    Append_Escaped(m_out, text);
+    qsizetype begin = 0; // of a paragraph of hidden text
+    for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n', begin)) {
+        Append_Escaped(m_out, QStringView(text).sliced(begin, end - begin));
+        m_out += "\\par ";
+        begin = end + 1;
+    }
+    Append_Escaped(m_out, QStringView(text).sliced(begin));
+}
+
+/// A bookmark is only a place here, told once, however far its format was copied.
+void Writer::Write_Bookmarks(const QTextCharFormat &format)
+{
+    if (!format.isAnchor())
+        return;
+    for (const QString &name : format.anchorNames()) {
+        if (name.isEmpty() || m_bookmarks.contains(name))
+            continue;
+        m_bookmarks.insert(name);
+        for (const char *word : {"{\\*\\bkmkstart ", "{\\*\\bkmkend "}) {
+            m_out += word;
+            Append_Escaped(m_out, name);
+            m_out += '}';
+        }
+        m_afterWord = false;
+    }
 }
 
 /// Opens, changes or closes the field that makes text a link.
-void Writer::Switch_Link(const QString &target)
+void Writer::Switch_Link(const QTextCharFormat &format)
 {
-    if (target == m_link)
+    const QString target = format.isAnchor() ? format.anchorHref() : QString();
+    const QString tip = target.isEmpty() ? QString() : format.toolTip();
+    if (target == m_link && tip == m_linkTip)
         return;
     if (!m_link.isEmpty()) {
         m_out += "}}";
@@ -291,12 +345,14 @@ void Writer::Switch_Link(const QString &target)
         m_selected = m_selectedOutside;
     }
     m_link = target;
+    m_linkTip = tip;
     if (target.isEmpty())
         return;
-    QString quoted = target.startsWith(u'#') ? target.sliced(1) : target;
-    quoted.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
+    const bool isPlace = target.startsWith(u'#');
     m_out += "{\\field{\\*\\fldinst HYPERLINK ";
-    Append_Escaped(m_out, (target.startsWith(u'#') ? QLatin1String("\\l \"") : QLatin1String("\"")) + quoted + u'"');
+    Append_Escaped(m_out, (isPlace ? QStringLiteral("\\l ") : QString()) + Quoted(isPlace ? target.sliced(1) : target));
+    if (!tip.isEmpty())
+        Append_Escaped(m_out, QStringLiteral(" \\o ") + Quoted(tip));
     m_out += "}{\\fldrslt";
     m_afterWord = true;
     m_selectedOutside = m_selected;
@@ -316,6 +372,8 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
 {
     const QFont font = format.font().resolve(m_document.defaultFont());
     const auto script = format.verticalAlignment();
+    const bool isHidden = format.objectType() == Rich_Text::Hidden_Object;
+    const int hidden = isHidden ? format.intProperty(Rich_Text::Hidden_Kind) : 0;
     const double spacing = font.letterSpacingType() == QFont::AbsoluteSpacing ? font.letterSpacing() : 0;
     QByteArray out = "\\plain";
     Append_Word(out, "\\f", m_tables.Font_Number(font.family()));
@@ -327,6 +385,8 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
                                    {font.capitalization() == QFont::SmallCaps, "\\scaps"},
                                    {script == QTextCharFormat::AlignSuperScript, "\\super"},
                                    {script == QTextCharFormat::AlignSubScript, "\\sub"},
+                                   {(hidden & Hidden) != 0, "\\v"},
+                                   {(hidden & Deleted) != 0, "\\deleted"},
                                    {true, Underline_Word(format)}};
     for (const Property &property : properties) {
         if (property.isSet)

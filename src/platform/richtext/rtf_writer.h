@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/richtext/list_labels.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QRgb>
+#include <QSet>
 #include <QStringList>
+#include <QTextFrame>
 
 #include <array>
 #include <vector>
@@ -16,7 +20,6 @@ class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
-class QTextFrame;
 class QTextImageFormat;
 class QTextList;
 class QTextTable;
@@ -74,6 +77,8 @@ void Append_Escaped(QByteArray &out, QStringView text);
 void Append_Word(QByteArray &out, const char *word, int number);
 /// Pixels of a document as twips.
 int Twips(double pixels);
+/// Where a paragraph's lines begin, in twips from the margin.
+int Left_Of(const QTextBlock &block);
 
 struct Shown_Border;
 
@@ -85,18 +90,21 @@ public:
     QByteArray Write();
 
 private:
+    /// Whether the first block of a frame or cell is only there because a table cannot be the first in a frame.
+    static bool Is_Filler(const QTextFrame::iterator &first);
     void Write_Frame(const QTextFrame &frame, int nesting);
     void Write_Block(const QTextBlock &block, int nesting, const char *end);
     void Write_Block_Properties(const QTextBlock &block, int nesting);
     void Write_Indents(const QTextBlock &block);
     void Write_Paragraph_Borders(const QTextBlockFormat &format);
     void Write_Fragments(const QTextBlock &block);
-    void Write_Text(const QString &text, const QTextCharFormat &format);
+    void Write_Text(const QString &text);
+    void Write_Bookmarks(const QTextCharFormat &format);
     void Write_Picture(const QTextImageFormat &format);
     void Write_Picture_Size(const QSizeF &shown, const QRectF &part);
     void Select(const QTextCharFormat &format);
     QByteArray Char_Properties(const QTextCharFormat &format);
-    void Switch_Link(const QString &target);
+    void Switch_Link(const QTextCharFormat &format);
 
     void Write_Table(const QTextTable &table, int nesting);
     void Write_Row_Definition(const QTextTable &table, int row);
@@ -110,7 +118,12 @@ private:
     bool m_afterWord = false; ///< a blank must end the control word before text
     QByteArray m_selected;    ///< character properties in force
     QByteArray m_selectedOutside;
-    QString m_link; ///< target of the field that is open
-    QHash<const QTextList *, int> m_itemCounts;
+    QString m_link, m_linkTip; ///< target and help text of the field that is open
+    QSet<QString> m_bookmarks; ///< that have been told of
+    struct Written_Items {
+        int count = 0;
+        Rich_Text::Label_Rule rule;
+    };
+    QHash<const QTextList *, Written_Items> m_items;
 };
 } // namespace Rtf

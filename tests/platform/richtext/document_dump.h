@@ -13,6 +13,8 @@
 #include <QTextTable>
 #include <QUrl>
 
+#include <utility>
+
 /// A document as lines of text, one for each block, table and cell, in which everything that RTF carries can be
 /// seen and what is usual (left, 12 points, the document's own font) is left out.
 class Document_Dump
@@ -57,7 +59,7 @@ private:
         QString line = QStringLiteral("P");
         line += If(format.alignment() & Qt::AlignRight, "right") + If(format.alignment() & Qt::AlignHCenter, "center") +
                 If(format.alignment() & Qt::AlignJustify, "justify");
-        line += Number("left", format.leftMargin() + 40 * format.indent()) + Number("right", format.rightMargin()) +
+        line += Number("left", format.leftMargin() + 48 * format.indent()) + Number("right", format.rightMargin()) +
                 Number("first", format.textIndent()) + Number("before", format.topMargin()) +
                 Number("after", format.bottomMargin()) + Number("heading", format.headingLevel());
         if (format.lineHeightType() != QTextBlockFormat::SingleHeight)
@@ -66,9 +68,14 @@ private:
                 If(format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore, "page");
         for (const QTextOption::Tab &tab : format.tabPositions())
             line += Number("tab", tab.position) + QStringLiteral("/%1").arg(tab.type);
+        if (format.hasProperty(Rich_Text::Tab_Leaders))
+            line += QLatin1String(" leaders=") +
+                    QLatin1String(format.property(Rich_Text::Tab_Leaders).toByteArray().toHex());
+        line += If(format.boolProperty(Rich_Text::Keep_With_Next), "keep");
         line += If(format.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth), "rule") + Borders(format);
         if (const QTextList *list = block.textList())
-            line += List(*list, block);
+            line += List(*list, block) + Number("label", list->format().intProperty(Rich_Text::List_First)) +
+                    Number("ofItem", format.intProperty(Rich_Text::List_First));
         m_lines += m_indent + line + QLatin1String(": ") + Runs(block);
     }
 
@@ -115,15 +122,28 @@ private:
     QString Runs(const QTextBlock &block)
     {
         QString line, last;
+        QStringList places;
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextCharFormat format = it.fragment().charFormat();
             const QString properties = Properties(format);
             if (properties != last)
                 line += QLatin1Char('{') + properties.trimmed() + QLatin1Char('}');
             last = properties;
-            line += format.isImageFormat() ? Picture(format.toImageFormat()).repeated(it.fragment().length())
-                                           : it.fragment().text();
+            if (format.anchorNames() != std::exchange(places, format.anchorNames()) && !places.isEmpty())
+                line += QLatin1Char('@') + places.join(QLatin1Char(','));
+            if (format.objectType() == Rich_Text::Hidden_Object)
+                line += QStringLiteral("<hidden%1 %2>")
+                            .arg(format.intProperty(Rich_Text::Hidden_Kind))
+                            .arg(format.hasProperty(QTextFormat::ImageName)
+                                     ? Picture(format.toImageFormat())
+                                     : format.stringProperty(Rich_Text::Hidden_Text).replace(u'\n', u'|'))
+                            .repeated(it.fragment().length());
+            else
+                line += format.isImageFormat() ? Picture(format.toImageFormat()).repeated(it.fragment().length())
+                                               : it.fragment().text();
         }
+        if (line.isEmpty() && !block.charFormat().anchorNames().isEmpty())
+            line = u'@' + block.charFormat().anchorNames().join(u',');
         return line;
     }
 
@@ -146,7 +166,9 @@ private:
         all += Color("color", format.foreground()) + Color("back", format.background());
         all += Number("spacing", font.letterSpacing());
         all += Number("stretch", font.stretch() == 100 ? 0 : font.stretch());
-        return all + (format.isAnchor() ? QLatin1String(" ->") + format.anchorHref() : QString());
+        if (format.anchorHref().isEmpty())
+            return all;
+        return all + QLatin1String(" ->") + format.anchorHref() + format.toolTip();
     }
 
     QString Picture(const QTextImageFormat &format) const
@@ -170,6 +192,8 @@ private:
         QString line = QStringLiteral("T %1x%2").arg(table.rows()).arg(table.columns());
         line += Number("border", format.border()) + Number("padding", format.cellPadding()) +
                 Number("spacing", format.cellSpacing()) + Number("header", format.headerRowCount()) +
+                Number("left", format.leftMargin()) +
+                If(format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore, "page") +
                 If(format.alignment() & Qt::AlignHCenter, "center") + If(format.alignment() & Qt::AlignRight, "right");
         line += format.border() > 0 ? Color("line", format.borderBrush()) : QString();
         for (const QTextLength &width : format.columnWidthConstraints())

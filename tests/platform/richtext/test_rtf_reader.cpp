@@ -44,7 +44,7 @@ const QByteArray lists =
     "{\\*\\listoverridetable{\\listoverride\\listid77\\listoverridecount0\\ls1}"
     "{\\listoverride\\listid78\\listoverridecount0\\ls5}{\\listoverride\\listid79\\listoverridecount0\\ls6}"
     "{\\listoverride\\listid79\\listoverridecount1{\\lfolevel\\listoverridestartat\\levelstartat30}\\ls7}"
-    "{\\listoverride\\listid80\\listoverridecount0\\ls8}}";
+    "{\\listoverride\\listid80\\listoverridecount0\\ls8}{\\listoverride\\listid78\\listoverridecount0\\ls9}}";
 
 QByteArray Whole(const QByteArray &body)
 {
@@ -84,6 +84,7 @@ void Test_Rtf_Reader::text_data()
         u"中文.日.本."_qs);
     row("skip ends with the group", "{\\uc4\\u20013?}text", u"中text"_qs);
     row("stand-in left out", "\\u20013\\par b", u"中\nb"_qs);
+    row("stand-ins that are words", "\\u8226\\bullet x\\u160\\~y\\u8211{}\\endash z", u"•x y––z"_qs);
     row("surrogates", "\\u-10179?\\u-8704?.\\u-10179?.\\u-8704?", u"\U0001F600.\uFFFD.\uFFFD"_qs);
     row("both halves of \\upr", "{\\upr{A?}{\\*\\ud{A\\u20013?}}}b", u"A中b"_qs);
     row("hidden text", "a{\\v secret}b", u"ab"_qs);
@@ -110,7 +111,7 @@ void Test_Rtf_Reader::text()
     QTextDocument document;
     Prepare(document);
     QVERIFY(Rich_Text::Read_Rtf(Whole(body), document));
-    QTEST(document.toPlainText().replace(u'\u2028', u'\n'), "shown");
+    QTEST(Rich_Text::Shown_Text(document).replace(u'\u2028', u'\n'), "shown");
 }
 
 void Test_Rtf_Reader::looks_data()
@@ -156,7 +157,7 @@ void Test_Rtf_Reader::looks_data()
     row("old lists",
         "\\pard{\\pntext\\f9\\'b7\\tab}{\\*\\pn\\pnlvlblt\\pnf9\\pnindent0{\\pntxtb\\'b7}}\\fi-200\\li200 a\\par"
         "{\\pntext\\'b7}b\\par\\pard c\\par\\pard{\\*\\pn\\pnlvlbody\\pndec{\\pntxta )}}d\\par e",
-        u"P list1(-1,1): a\nP list1(-1,1): b\nP: c\nP list2(-4,1,#)): d\nP list2(-4,1,#)): e"_qs);
+        u"P left=-34.6667 list1(-1,1) ofItem=-200: a\nP left=-34.6667 list1(-1,1) ofItem=-200: b\nP: c\nP list2(-4,1,#)): d\nP list2(-4,1,#)): e"_qs);
     row("numbers of several levels",
         "\\pard\\ls6\\ilvl0 a\\par b\\par\\ilvl1 c\\par d\\par\\pard between\\par\\pard\\ls6\\ilvl2 e\\par\\ilvl0 "
         "f\\par\\ilvl1 g\\par\\pard\\ls7 h",
@@ -170,7 +171,38 @@ void Test_Rtf_Reader::looks_data()
     row("link",
         "{\\field{\\*\\fldinst{HYPERLINK \"http://a.b/c\" \\\\o \"tip\"}}{\\fldrslt{\\ul x}}}y"
         "{\\field{\\*\\fldinst HYPERLINK \\\\l \"here\"}{\\fldrslt z}}",
-        u"P: {u1 ->http://a.b/c}x{}y{->#here}z"_qs);
+        u"P: {u1 ->http://a.b/ctip}x{}y{->#here}z"_qs);
+    row("hidden and deleted text",
+        "a{\\v b{\\i c}\\par d\\footnote\\pard\\plain e}{\\deleted "
+        "f}g\\par{\\v{\\pict\\wmetafile8\\picwgoal15\\pichgoal30 "
+        "00}}\\par h",
+        u"P: a<hidden8 bc|d [e]><hidden64 f>g\nP: <hidden8 <picture w=1 h=2 93b885ad>>\nP: h"_qs);
+    row("bookmarks",
+        "{\\*\\bkmkstart one}{\\*\\bkmkstart \\u20108?}a{\\*\\bkmkend one}b\\par{\\*\\bkmkstart end}\\par c",
+        u"P: @one,二ab\nP: @end\nP: c"_qs);
+    row("indents of lists",
+        "\\pard\\ls1\\ilvl0\\fi-420\\li420 a\\par\\ilvl1\\fi-420\\li840 b\\par\\pard\\ls1\\fi0\\li0 c\\par\\pard\\ls1 "
+        "d",
+        u"P left=-20 list1(-1,1) ofItem=-420: a\nP left=-40 list2(-5,2,(#)) ofItem=-420: b\nP left=-48 first=24 list1(-1,1): c\nP list1(-1,1): d"_qs);
+    row("levels of old lists",
+        "{\\*\\pn\\pnlvl1\\pndec{\\pntxta .}}\\fi-400\\li400 a\\par\\pard{\\*\\pn\\pnlvl2\\pnlcltr{\\pntxta "
+        ")}}\\fi-400\\li800 "
+        "b\\par\\pard{\\*\\pn\\pnlvlcont}\\li400 "
+        "c\\par\\pard{\\*\\pn\\pnlvl1\\pndec{\\pntxta .}}\\fi-400\\li400 d",
+        u"P left=-21.3333 list1(-4,1,#.) ofItem=-400: a\nP left=-42.6667 list2(-5,2,#)) ofItem=-400: b\nP left=26.6667: c\nP left=-21.3333 list1(-4,1,#.) ofItem=-400: d"_qs);
+    row("one list by two numbers", "\\pard\\ls5 a\\par\\pard between\\par\\pard\\ls9 b",
+        u"P list1(-4,1,#.): a\nP: between\nP list1(-4,1,#.): b"_qs);
+    row("tabs in order, leaders, what stays together", "\\pard\\keepn\\tldot\\tqr\\tx3000\\tx1500\\tx1500 a",
+        u"P tab=100/0 tab=200/1 leaders=0001 keep: a"_qs);
+    row("shading", "\\pard\\shading2500 a\\par\\cfpat1\\cbpat2\\shading5000 b",
+        u"P back=#bfbfbf: a\nP back=#7f007f: b"_qs);
+    row("text box in a cell",
+        "\\trowd\\cellx3000\\pard\\intbl a{\\shp{\\*\\shpinst{\\shptxt\\pard in\\par}}}b\\cell\\row\\pard c",
+        u"P: \nT 1x1 w200/1\nC 0,0\n P: in\n P: ab\nP: c"_qs);
+    row("table on a new page", "a\\par\\page\\trowd\\trleft300\\cellx3300\\intbl b\\cell\\row\\pard c",
+        u"P: a\nT 1x1 left=20 page w200/1\nC 0,0\n P: b\nP: c"_qs);
+    row("properties of formulas", "{\\mmath{\\*\\moMath{\\mr a}{\\mrad{\\mradPr{\\mdegHide 1}}{\\me b}}}}",
+        u"P: ab"_qs);
     row("merged cells",
         "\\trowd\\clvmgf\\cellx1500\\clmgf\\cellx3000\\clmrg\\clcbpat1\\cellx4500\\pard\\intbl a\\cell "
         "b\\cell\\cell\\row"

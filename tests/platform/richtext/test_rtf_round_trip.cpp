@@ -76,6 +76,11 @@ private:
             static const QString targets[] = {u"http://a.b/?q=\"1\"&r=中"_qs, u"#place"_qs, u"C:\\dir\\file"_qs};
             format.setAnchor(true);
             format.setAnchorHref(Any(targets));
+            format.setToolTip(Chance(2) ? u"\"help\" 中"_qs : QString());
+        }
+        if (Chance(12)) {
+            format.setAnchor(true);
+            format.setAnchorNames({u"place%1"_qs.arg(++m_places)});
         }
         return format;
     }
@@ -100,8 +105,13 @@ private:
             format.setHeadingLevel(1 + Below(6));
         if (Chance(8))
             format.setLayoutDirection(Qt::RightToLeft);
-        if (Chance(8))
+        if (Chance(8)) {
             format.setTabPositions({{40, QTextOption::LeftTab}, {100, QTextOption::CenterTab}});
+            if (Chance(2))
+                format.setProperty(Rich_Text::Tab_Leaders, QByteArray("\x01\x04"));
+        }
+        if (Chance(8))
+            format.setProperty(Rich_Text::Keep_With_Next, true);
         if (Chance(10))
             format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
         if (Chance(8))
@@ -129,7 +139,7 @@ private:
     {
         for (int i = 0; i < count; ++i) {
             if (i > 0)
-                cursor.insertBlock();
+                cursor.insertBlock({}, {});
             cursor.setBlockFormat(Block_Format());
             for (int run = Below(4); run > 0; --run)
                 cursor.insertText(Text(), Char_Format());
@@ -151,7 +161,7 @@ private:
                            QTextLength(QTextLength::PercentageLength, 100));
         if (Chance(2))
             format.setBackground(Color());
-        cursor.insertBlock(format);
+        cursor.insertBlock(format, {});
     }
 
     /// Labels that QTextDocument cannot make.
@@ -167,6 +177,11 @@ private:
 
     void List_Item(QTextCursor &cursor)
     {
+        QTextBlockFormat item = cursor.blockFormat();
+        item.setTextIndent(0);
+        if (Chance(3))
+            item.setProperty(Rich_Text::List_First, -200 - Below(100));
+        cursor.setBlockFormat(item);
         if (m_list && Chance(2)) {
             m_list->add(cursor.block());
             return;
@@ -221,6 +236,9 @@ private:
                                       20 + Below(20));
             format.setColumnWidthConstraints(widths);
         }
+        format.setLeftMargin(Below(2) * 10);
+        if (depth == 0 && Chance(4))
+            format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
         QTextTable *table = cursor.insertTable(rows, columns, format);
         if (Chance(2))
             table->mergeCells(0, 0, 1 + Below(rows), 1 + Below(columns));
@@ -250,6 +268,7 @@ private:
 
     QRandomGenerator m_random;
     QPointer<QTextList> m_list;
+    int m_places = 0;
 };
 
 void Prepare(QTextDocument &document)
@@ -274,12 +293,17 @@ private slots:
     /// Text of no page of its own is kept, not shown; an empty document read afterwards has none.
     void headers_and_footers()
     {
+        const QByteArray head =
+            "{\\info{\\title \\u20013?}{\\author a}}\r\n\\paperw8000\\margl300\\landscape\\deftab360\r\n";
         const QByteArray rtf =
-            "{\\rtf1\\ansi{\\header\\pard\\qr My {\\b notes}\\par second \\u20013?\\par}"
-            "{\\footerf first\\tab {\\field{\\*\\fldinst { PAGE \\\\* MERGEFORMAT}}{\\fldrslt 7}} of "
-            "{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 9}}}{\\footer\\chpgn\\par}\\pard body\\par"
+            "{\\rtf1\\ansi" + head +
+            "{\\header\\pard\\qr My {\\b notes}\\par second \\u20013?\\par}"
+            "{\\footerf\\trowd\\cellx99\\cellx999 first\\cell {\\field{\\*\\fldinst { PAGE \\\\* "
+            "MERGEFORMAT}}{\\fldrslt 7}} of "
+            "{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 9}}{\\v !}\\cell\\row}{\\footer\\chpgn\\par}\\pard body\\par"
             "\\sect{\\header another}}";
-        const QStringList kept{u"My notes\nsecond 中"_qs, {}, {}, {}, u"\x1"_qs, {}, {}, u"first\t\x1 of \x2"_qs};
+        const QStringList kept{u"My notes\nsecond 中"_qs,     {}, {}, {}, u"\x1"_qs, {}, {},
+                               u"first\t\x1 of \x2\x3!\x4"_qs};
         const auto texts = [](const QTextDocument &document) {
             return document.rootFrame()->frameFormat().property(Rich_Text::Page_Texts_Property).toStringList();
         };
@@ -289,11 +313,14 @@ private slots:
         QCOMPARE(texts(first), kept);
         const QByteArray written = Rich_Text::Write_Rtf(first);
         QVERIFY(written.contains("\\titlepg") && !written.contains("\\facingp"));
+        QVERIFY(written.contains(head));
+        QCOMPARE(first.defaultTextOption().tabStopDistance(), 24);
         QVERIFY(Rich_Text::Read_Rtf(written, second));
         QCOMPARE(second.toPlainText(), u"body"_qs);
         QCOMPARE(texts(second), kept);
         QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 none}", second));
         QCOMPARE(texts(second), QStringList());
+        QVERIFY(!Rich_Text::Write_Rtf(second).contains("\\info"));
     }
 
     void generated_documents()
