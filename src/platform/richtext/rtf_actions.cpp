@@ -433,7 +433,7 @@ void Reader::Style_Number(int isCharacter)
 {
     if (m_state.destination != Destination::Style_Sheet)
         return Apply_Style(m_parameter, isCharacter != 0);
-    m_style = {.words = {}, .number = m_parameter, .base = -1, .isCharacter = isCharacter != 0};
+    m_style = {.words = {}, .name = {}, .number = m_parameter, .base = -1, .isCharacter = isCharacter != 0};
     m_state.closer = Closer::Style;
 }
 
@@ -443,8 +443,21 @@ void Reader::Based_On(int)
         m_style.base = m_parameter;
 }
 
+/// Word processors know headings by these names, whether the style tells of its outline level or not.
+void Reader::Name_Heading()
+{
+    static const QString heading = QStringLiteral("heading ");
+    const QString name = m_style.name.trimmed();
+    if (!name.startsWith(heading, Qt::CaseInsensitive) || m_style.isCharacter)
+        return;
+    const int level = name.sliced(heading.size()).chopped(name.endsWith(u';') ? 1 : 0).toInt();
+    if (level > 0)
+        m_style.words.insert(m_style.words.begin(), {Find_Word("outlinelevel"), level - 1, true});
+}
+
 void Reader::End_Style()
 {
+    Name_Heading();
     m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
     Style &kept = m_styles[Style_Key(m_style.number, m_style.isCharacter)];
     kept = std::exchange(m_style, {});

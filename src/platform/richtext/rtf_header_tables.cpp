@@ -91,6 +91,29 @@ int Header_Tables::Color_Number(QRgb color)
     return number;
 }
 
+int Header_Tables::Heading_Style(int level)
+{
+    const int style = std::clamp(level, 1, static_cast<int>(m_headings.size()) - 1);
+    m_headings.set(static_cast<std::size_t>(style));
+    return style;
+}
+
+QByteArray Header_Tables::Style_Sheet() const
+{
+    if (m_headings.none())
+        return {};
+    QByteArray out = "{\\stylesheet{\\s0 Normal;}";
+    for (int style = 1; style < static_cast<int>(m_headings.size()); ++style) {
+        if (!m_headings.test(static_cast<std::size_t>(style)))
+            continue;
+        Append_Word(out, "{\\s", style);
+        Append_Word(out, "\\sbasedon0\\snext0\\sb0\\sa0\\outlinelevel", style - 1);
+        Append_Word(out, " heading ", style);
+        out += ";}";
+    }
+    return out + "}\r\n";
+}
+
 QByteArray Header_Tables::Bytes() const
 {
     QByteArray out = "{\\fonttbl";
@@ -110,6 +133,6 @@ QByteArray Header_Tables::Bytes() const
         out += ';';
     }
     out += "}\r\n";
-    return out + m_lists.Bytes();
+    return out + Style_Sheet() + m_lists.Bytes();
 }
 } // namespace Rtf

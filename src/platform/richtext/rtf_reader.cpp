@@ -14,6 +14,7 @@ namespace
 {
 constexpr std::size_t deepestGroup = 2000; // deeper groups share the state of this one
 constexpr qsizetype mostTabsOfStyles = 1 << 18;
+constexpr qsizetype longestStyleName = 32; // of interest
 
 bool Is_Ascii(QByteArrayView bytes)
 {
@@ -280,6 +281,10 @@ void Reader::Emit(QStringView text)
         return Emit_Font_Name(text);
     case Destination::Color_Table:
         return Emit_Colors(text);
+    case Destination::Style_Sheet:
+        if (m_style.name.size() < longestStyleName)
+            m_style.name += text;
+        return;
     case Destination::Level_Text:
         if (List_Level *level = Open_Level())
             level->text += text;

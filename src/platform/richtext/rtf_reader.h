@@ -103,6 +103,7 @@ private:
     };
     struct Style {
         std::vector<Style_Word> words;
+        QString name; ///< as much of it as tells of a heading
         int number = 0;
         int base = -1; ///< number of the style that this one adds to
         bool isCharacter = false;
@@ -156,6 +157,7 @@ private:
     int Interned(Para_Style style);
 
     void End_Picture();
+    void Name_Heading();
     void End_Style();
     List_Level *Open_Level();
     void End_Level(const State &inner);

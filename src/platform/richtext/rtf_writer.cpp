@@ -96,6 +96,27 @@ double Point_Size(const QTextCharFormat &format, const QFont &font)
     return format.hasProperty(QTextFormat::FontPointSize) ? own : own * factors[std::clamp(step + 2, 0, 6)];
 }
 
+int Half_Points(double pointSize)
+{
+    return static_cast<int>(std::lround(pointSize * 2));
+}
+
+/// By blocks of Unicode; the surrogates are those of planes 2 and 3.
+bool Is_East_Asian(QChar c)
+{
+    const char16_t unit = c.unicode();
+    return (unit >= 0x2E80 && unit < 0xD7FF) || (unit >= 0xD840 && unit < 0xD8C0) ||
+           (unit >= 0xF900 && unit < 0xFB00) || (unit >= 0xFE30 && unit < 0xFE50) || (unit >= 0xFF00 && unit < 0xFFF0);
+}
+
+/// Likewise, from Hebrew to Arabic; the surrogates are those of the scripts from U+10800 and U+1E800.
+bool Is_Right_To_Left(QChar c)
+{
+    const char16_t unit = c.unicode();
+    return (unit >= 0x590 && unit < 0x900) || (unit >= 0xFB1D && unit < 0xFE00) || (unit >= 0xFE70 && unit < 0xFEFF) ||
+           unit == 0xD802 || unit == 0xD803 || unit == 0xD83A || unit == 0xD83B;
+}
+
 const char *Underline_Word(const QTextCharFormat &format)
 {
     const auto style = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline ? QTextCharFormat::WaveUnderline
@@ -155,6 +176,13 @@ QByteArray Tab_Words(const QTextBlockFormat &format)
 }
 } // namespace
 
+Writer::Writer(const QTextDocument &document) : m_document(document)
+{
+    const QString text = document.toRawText();
+    m_hasEastAsian = std::any_of(text.begin(), text.end(), Is_East_Asian);
+    m_hasRightToLeft = std::any_of(text.begin(), text.end(), Is_Right_To_Left);
+}
+
 QByteArray Writer::Write()
 {
     m_tables.Font_Number(m_document.defaultFont().family());
@@ -208,6 +236,11 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
 {
     const QTextBlockFormat format = block.blockFormat();
     m_out += "\\pard";
+    if (format.headingLevel() > 0) {
+        const int style = m_tables.Heading_Style(format.headingLevel());
+        Append_Word(m_out, "\\s", style);
+        Append_Word(m_out, "\\outlinelevel", style - 1);
+    }
     if (nesting > 0) {
         m_out += "\\intbl";
         Append_Word(m_out, "\\itap", nesting);
@@ -228,8 +261,6 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
     Append_If(m_out, "\\sa", Twips(format.bottomMargin()));
     m_out += Line_Height_Words(format) + Tab_Words(format);
     Write_Paragraph_Borders(format);
-    if (format.headingLevel() > 0)
-        Append_Word(m_out, "\\outlinelevel", format.headingLevel() - 1);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_out += "\\pagebb";
     if (format.boolProperty(Rich_Text::Keep_With_Next))
@@ -368,6 +399,21 @@ void Writer::Select(const QTextCharFormat &format)
     m_selected = std::move(properties);
 }
 
+/// The same font, size and style for the other scripts, for which \f, \fs, \b and \i do not hold everywhere.
+QByteArray Writer::Associated_Properties(const QFont &font, double pointSize)
+{
+    QByteArray out;
+    const int number = m_tables.Font_Number(font.family());
+    if (m_hasRightToLeft) {
+        Append_Word(out, "\\rtlch\\af", number);
+        Append_Word(out, "\\afs", Half_Points(pointSize));
+        out += QByteArray(font.bold() ? "\\ab" : "") + (font.italic() ? "\\ai" : "") + "\\ltrch";
+    }
+    if (m_hasEastAsian)
+        Append_Word(out, "\\dbch\\af", number);
+    return m_hasEastAsian ? out + "\\loch" : out;
+}
+
 QByteArray Writer::Char_Properties(const QTextCharFormat &format)
 {
     const QFont font = format.font().resolve(m_document.defaultFont());
@@ -375,9 +421,10 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
     const bool isHidden = format.objectType() == Rich_Text::Hidden_Object;
     const int hidden = isHidden ? format.intProperty(Rich_Text::Hidden_Kind) : 0;
     const double spacing = font.letterSpacingType() == QFont::AbsoluteSpacing ? font.letterSpacing() : 0;
-    QByteArray out = "\\plain";
+    const double pointSize = Point_Size(format, font);
+    QByteArray out = "\\plain" + Associated_Properties(font, pointSize);
     Append_Word(out, "\\f", m_tables.Font_Number(font.family()));
-    Append_Word(out, "\\fs", static_cast<int>(std::lround(Point_Size(format, font) * 2)));
+    Append_Word(out, "\\fs", Half_Points(pointSize));
     const Property properties[] = {{font.bold(), "\\b"},
                                    {font.italic(), "\\i"},
                                    {font.strikeOut(), "\\strike"},

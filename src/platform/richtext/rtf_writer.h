@@ -11,9 +11,11 @@
 #include <QTextFrame>
 
 #include <array>
+#include <bitset>
 #include <vector>
 
 class QBrush;
+class QFont;
 class QRectF;
 class QSizeF;
 class QTextBlock;
@@ -59,15 +61,20 @@ public:
     /// Number of a brush's colour, 0 for none.
     int Color_Number(const QBrush &brush);
     int Color_Number(QRgb color);
+    /// Number of the style of a heading; other readers keep headings only by their styles. @param level from 1
+    int Heading_Style(int level);
     List_Tables &Lists() { return m_lists; }
 
     QByteArray Bytes() const;
 
 private:
+    QByteArray Style_Sheet() const;
+
     QStringList m_fonts;
     QHash<QString, int> m_fontNumbers;
     std::vector<QRgb> m_colors;
     QHash<QRgb, int> m_colorNumbers;
+    std::bitset<10> m_headings; ///< the levels that occur
     List_Tables m_lists;
 };
 
@@ -86,7 +93,7 @@ struct Shown_Border;
 class Writer
 {
 public:
-    explicit Writer(const QTextDocument &document) : m_document(document) {}
+    explicit Writer(const QTextDocument &document);
     QByteArray Write();
 
 private:
@@ -103,6 +110,7 @@ private:
     void Write_Picture(const QTextImageFormat &format);
     void Write_Picture_Size(const QSizeF &shown, const QRectF &part);
     void Select(const QTextCharFormat &format);
+    QByteArray Associated_Properties(const QFont &font, double pointSize);
     QByteArray Char_Properties(const QTextCharFormat &format);
     void Switch_Link(const QTextCharFormat &format);
 
@@ -115,6 +123,8 @@ private:
     const QTextDocument &m_document;
     Header_Tables m_tables;
     QByteArray m_out;
+    /// Of whose characters the document has some. Word processors give them properties of their own.
+    bool m_hasEastAsian = false, m_hasRightToLeft = false;
     bool m_afterWord = false; ///< a blank must end the control word before text
     QByteArray m_selected;    ///< character properties in force
     QByteArray m_selectedOutside;
