@@ -2,8 +2,13 @@
 #include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_builder.h"
 #include "platform/richtext/rtf_reader.h"
+#include "ratio_reporter.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QBuffer>
 #include <QGuiApplication>
+#include <QImage>
+#include <QRandomGenerator>
 #include <QTextCursor>
 #include <QTextDocument>
 
@@ -81,6 +86,56 @@ void Build_Floor(benchmark::State &state)
     }
 }
 
+/// 10 MB with 200 pictures among text.
+const QByteArray &Rtf_With_Pictures()
+{
+    static const QByteArray whole = [] {
+        constexpr int pictures = 200, wanted = 10'000'000;
+        const QByteArray text =
+            QByteArray("\\pard Some words of a usual sentence, and \\u19968?\\u20123? more.\\par\r\n").repeated(100);
+        QByteArray rtf = "{\\rtf1\\ansi{\\fonttbl{\\f0 Base;}}";
+        for (int i = 0; i < pictures; ++i) {
+            QImage image(100, 64, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QRandomGenerator random(static_cast<quint32>(i));
+            random.fillRange(reinterpret_cast<quint32 *>(image.bits()), image.sizeInBytes() / 4);
+            QByteArray bytes;
+            QBuffer buffer(&bytes);
+            image.save(&buffer, "PNG");
+            rtf += text + "{\\pict\\pngblip\\picwgoal3000\\pichgoal2000 " + bytes.toHex() + "}\\par\r\n";
+        }
+        while (rtf.size() < wanted)
+            rtf += text;
+        return rtf + "}";
+    }();
+    return whole;
+}
+
+/// What the text's layout alone takes: the window may not stand still for longer while such a document is read.
+void Layout_Floor(benchmark::State &state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        QTextDocument document;
+        Rich_Text::Read_Rtf(Rtf_With_Pictures(), document);
+        state.ResumeTiming();
+        document.setTextWidth(700);
+        benchmark::DoNotOptimize(document.documentLayout()->documentSize());
+        state.PauseTiming();
+        document.clear();
+        state.ResumeTiming();
+    }
+}
+
+void Read_Pictures(benchmark::State &state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        QTextDocument document;
+        Rich_Text::Read_Rtf(Rtf_With_Pictures(), document);
+    }
+    state.SetBytesProcessed(state.iterations() * Rtf_With_Pictures().size());
+}
+
 void Write(benchmark::State &state)
 {
     QTextDocument document;
@@ -96,12 +151,15 @@ BENCHMARK(Parse)->Unit(benchmark::kMillisecond);
 BENCHMARK(Build_Floor)->Unit(benchmark::kMillisecond);
 BENCHMARK(Read)->Unit(benchmark::kMillisecond);
 BENCHMARK(Write)->Unit(benchmark::kMillisecond);
+BENCHMARK(Layout_Floor)->Unit(benchmark::kMillisecond);
+BENCHMARK(Read_Pictures)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    Ratio_Reporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }
