@@ -25,6 +25,8 @@ enum Kept_Property : int {
     List_Family,
     /// Of the root frame, Plain_Form: how the plain file is written that the document was loaded from.
     Plain_Form_Property,
+    /// Of U+FFFD, QByteArray: what could not be read of a plain file.
+    Unread_Property,
     /// Of the root frame, QStringList: headers and footers, by the kinds of Rtf::Page_Text_Words.
     Page_Texts_Property,
     /// Of a list, int: where the first lines of its items begin, in twips from the others; -360 where it is not set.

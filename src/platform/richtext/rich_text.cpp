@@ -6,18 +6,55 @@
 #include "platform/richtext/rtf_builder.h"
 #include "platform/richtext/rtf_reader.h"
 
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
 #include <QTextOption>
 
+#include <utility>
+
 namespace
 {
+/// Sets the text and lets what could not be read follow its signs through editing.
+void Set_Text(const QString &text, const QByteArrayList &unread, QTextDocument &document)
+{
+    document.clear();
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    qsizetype done = 0;
+    for (const QByteArray &bytes : unread) {
+        const qsizetype place = text.indexOf(QChar::ReplacementCharacter, done);
+        QTextCharFormat format;
+        format.setProperty(Rich_Text::Unread_Property, bytes);
+        cursor.insertText(text.sliced(done, place - done), {});
+        cursor.insertText(QString(QChar::ReplacementCharacter), format);
+        done = place + 1;
+    }
+    cursor.insertText(text.sliced(done), {});
+    cursor.endEditBlock();
+}
+
+QByteArrayList Unread(const QTextDocument &document)
+{
+    QByteArrayList unread;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            const QTextFragment fragment = at.fragment();
+            unread.append(QByteArrayList(fragment.text().count(QChar::ReplacementCharacter),
+                                         fragment.charFormat().property(Rich_Text::Unread_Property).toByteArray()));
+        }
+    }
+    return unread;
+}
+
 void Set_Plain(const QByteArray &bytes, QTextDocument &document)
 {
     const bool undo = document.isUndoRedoEnabled();
     document.setUndoRedoEnabled(false);
     Rich_Text::Plain_Form form;
-    document.setPlainText(Rich_Text::Decode_Plain(bytes, &form));
+    const QString text = Rich_Text::Decode_Plain(bytes, &form);
+    Set_Text(text, std::exchange(form.unread, {}), document);
     QTextFrameFormat root = document.rootFrame()->frameFormat();
     root.setProperty(Rich_Text::Plain_Form_Property, QVariant::fromValue(form));
     document.rootFrame()->setFrameFormat(root);
@@ -75,7 +112,11 @@ void Rich_Text::Load_File(const QString &path, Format format, QTextDocument &doc
 
 void Rich_Text::Save_File(const QString &path, Format format, const QTextDocument &document)
 {
-    const QVariant form = document.rootFrame()->frameFormat().property(Plain_Form_Property);
-    Files::Write_Bytes(path, format == Format::Rtf ? Write_Rtf(document)
-                                                   : Encode_Plain(Plain_Text(document), form.value<Plain_Form>()));
+    if (format == Format::Rtf) {
+        Files::Write_Bytes(path, Write_Rtf(document));
+        return;
+    }
+    auto form = document.rootFrame()->frameFormat().property(Plain_Form_Property).value<Plain_Form>();
+    form.unread = Unread(document);
+    Files::Write_Bytes(path, Encode_Plain(Plain_Text(document), form));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 class QTextDocument;
@@ -32,13 +33,16 @@ struct Plain_Form {
 
     Coding coding = Coding::Utf8;
     Line_End lineEnd = Line_End::Feed;
-    bool hasMark = false; ///< a byte order mark stands before the text
+    bool hasMark = false;  ///< a byte order mark stands before the text
+    QByteArrayList unread; ///< the bytes for each U+FFFD of the text, in their order; "" for the sign itself
     bool operator==(const Plain_Form &) const = default;
 };
-/// Text of a plain file: UTF-8 or UTF-16, with or without mark, else GB18030; any line ends become "\n".
+/// Text of a plain file: UTF-8 or UTF-16, with or without mark, else GB18030; any line ends become "\n". Bytes that
+/// cannot be read become U+FFFD.
 /// @param form how the file is written; of several kinds of line ends the one that is met most
 QString Decode_Plain(const QByteArray &bytes, Plain_Form *form = nullptr);
-/// The bytes of a plain file. Text that the coding cannot hold is written in UTF-8 with mark.
+/// The bytes of a plain file. Text that the coding cannot hold is written in UTF-8 with mark; bytes that could not be
+/// read are written as they were.
 QByteArray Encode_Plain(const QString &text, const Plain_Form &form);
 
 /// Loads a file into the document. @throws Run_Time_Error 53 for a missing file, 75 for an unreadable one.

@@ -28,6 +28,11 @@ private slots:
         row("UTF-16 little without mark", QByteArray("-N\x87\x65 \0a\0", 8), u"中文 a"_qs);
         row("UTF-16 big without mark", QByteArray("\0a\0b\0\n", 6), u"ab\n"_qs);
         row("GB18030", "\xD6\xD0\xCE\xC4 \x81\x30\x81\x30", u"中文 \u0080"_qs);
+        row("UTF-8 with a bad byte", "中文，\xFF汉字。\n二\n", u"中文，\uFFFD汉字。\n二\n"_qs);
+        row("UTF-8 that is cut", "中文\xE4\xB8", u"中文\uFFFD\uFFFD"_qs);
+        row("GB18030 with a bad byte", "\xD6\xD0\xFF\xCE\xC4\n", u"中\uFFFD文\n"_qs);
+        row("GB18030 that is cut", "\xD6\xD0\xCE", u"中\uFFFD"_qs);
+        row("GB18030 of no character", "\xD6\xD0\x84\x31\xA5\x30", u"中\uFFFD1\uFFFD0"_qs);
         row("line ends", "a\r\nb\rc\nd\r\n", u"a\nb\nc\nd\n"_qs);
         row("a zero in text", QByteArray("abcdef\0ghijkl", 13), QString::fromLatin1("abcdef\0ghijkl", 13));
     }
@@ -50,6 +55,9 @@ private slots:
         row("mark, returns and feeds", "\xEF\xBB\xBF中\r\nb\r\n", "\xEF\xBB\xBF𠀀中\r\nb\r\n");
         row("GB18030, returns", "\xD6\xD0\r\xCE\xC4", "\x95\x32\x82\x36\xD6\xD0\r\xCE\xC4");
         row("UTF-16", QByteArray("\xFF\xFE-N\n\0", 6), QByteArray("\xFF\xFE\x40\xD8\x00\xDC-N\n\0", 10));
+        row("bytes of no sign", "中\xFF\xFE\n文\uFFFD", "𠀀中\xFF\xFE\n文\uFFFD");
+        row("GB18030 with bytes of no sign", "\xD6\xD0\xFF\xCE\xC4\n", "\x95\x32\x82\x36\xD6\xD0\xFF\xCE\xC4\n");
+        row("UTF-16, half a unit", QByteArray("\xFF\xFE-N\n", 5), QByteArray("\xFF\xFE\x40\xD8\x00\xDC-N\n", 9));
         row("UTF-16 that would not be known again", QByteArray("\0a", 2), "\xEF\xBB\xBF𠀀a");
     }
 
@@ -75,6 +83,26 @@ private slots:
         document.setPlainText(u"中\n"_qs); // no longer what was read
         Rich_Text::Save_File(path, Rich_Text::Format::Plain, document);
         QCOMPARE(stored(), QByteArray("中\n"));
+    }
+
+    /// Signs that are taken out, put in or typed leave the others what they were.
+    void bytes_follow_their_signs()
+    {
+        QTemporaryDir directory;
+        const QString path = directory.filePath(u"a.txt"_qs);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.write("1\xFF,\xFE;\xFD\n") == 7);
+        file.flush();
+        QTextDocument document;
+        Rich_Text::Load_File(path, Rich_Text::Format::Plain, document);
+        QTextCursor cursor = document.find(u"\uFFFD,"_qs);
+        cursor.insertText(u"x"_qs, {});
+        document.find(u";"_qs).insertText(u"\uFFFD"_qs, {});
+        Rich_Text::Save_File(path, Rich_Text::Format::Plain, document);
+        QFile stored(path);
+        QVERIFY(stored.open(QIODevice::ReadOnly));
+        QCOMPARE(stored.readAll(),
+                 QByteArray("\uFEFF1x\xFE\uFFFD\xFD\n")); // with a mark, else it would read as GB18030
     }
 
     void files_data()
