@@ -247,8 +247,17 @@ private slots:
         QTest::newRow("Chinese date") << 46085.0 << u"yyyy\"年\"m\"月\"d\"日\";@"_s << u"2026年3月4日"_s;
         QTest::newRow("minutes, not months") << 46085.75 << u"yyyy/mm/dd hh:mm:ss"_s << u"2026/03/04 18:00:00"_s;
         QTest::newRow("half days") << 0.5 << u"h:mm AM/PM"_s << u"12:00 PM"_s;
+        QTest::newRow("elapsed hours") << 1.25 << u"[h]:mm"_s << u"30:00"_s;
+        QTest::newRow("elapsed minutes") << 1.0 / 16 << u"[mm]:ss"_s << u"90:00"_s;
+        QTest::newRow("elapsed seconds") << 1.5 / 86400 << u"[ss].00"_s << u"01.50"_s;
+        QTest::newRow("parts of seconds") << 59.96 / 86400 << u"mm:ss.0"_s << u"01:00.0"_s;
+        QTest::newRow("Chinese half days") << 0.75 << ExtractText::Built_In_Format(34) << u"下午6时00分"_s;
+        QTest::newRow("Chinese month and day") << 46085.0 << ExtractText::Built_In_Format(58) << u"3月4日"_s;
+        QTest::newRow("built-in elapsed") << 1.25 << ExtractText::Built_In_Format(46) << u"30:00:00"_s;
+        QTest::newRow("built-in negative") << -1234.0 << ExtractText::Built_In_Format(38) << u"(1,234)"_s;
         QTest::newRow("negative date") << -1.0 << u"yyyy"_s << u"-1"_s;
         QTest::newRow("text") << 5.0 << u"@"_s << u"5"_s;
+        QTest::newRow("hostile") << 5.0 << u"0."_s + QString(1 << 20, u'0') << u"5"_s;
         QTest::newRow("unfinished") << 5.0 << u"0\"x"_s << u"5x"_s;
     }
     void Numbers_Show_As_In_Their_Cells()
