@@ -78,20 +78,42 @@ void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStream
     }
 }
 
-QHash<QString, QString> Office_Parts::Relationships(const QString &part)
+struct Office_Parts::Relationship {
+    QString id;
+    QString type;
+    QString target;
+};
+
+void Office_Parts::Read_Relationships(const QString &part, const std::function<void(const Relationship &)> &use)
 {
     const qsizetype slash = part.lastIndexOf(QLatin1Char('/'));
     const QString folder = part.left(slash + 1);
-    QHash<QString, QString> targets;
     Read(folder + QStringLiteral("_rels/") + part.mid(slash + 1) + QStringLiteral(".rels"), [&](QXmlStreamReader &xml) {
         if (!xml.isStartElement() || xml.name() != QLatin1String("Relationship"))
             return true;
-        const QString target = xml.attributes().value(QLatin1String("Target")).toString();
+        const QXmlStreamAttributes facts = xml.attributes();
+        const QString target = facts.value(QLatin1String("Target")).toString();
         const bool fromRoot = target.startsWith(QLatin1Char('/'));
-        targets.insert(xml.attributes().value(QLatin1String("Id")).toString(),
-                       QDir::cleanPath(fromRoot ? target.mid(1) : folder + target));
+        use({facts.value(QLatin1String("Id")).toString(), facts.value(QLatin1String("Type")).toString(),
+             QDir::cleanPath(fromRoot ? target.mid(1) : folder + target)});
         return true;
     });
+}
+
+QHash<QString, QString> Office_Parts::Relationships(const QString &part)
+{
+    QHash<QString, QString> targets;
+    Read_Relationships(part, [&](const Relationship &one) { targets.insert(one.id, one.target); });
     return targets;
+}
+
+QString Office_Parts::Related(const QString &part, QLatin1StringView type, QLatin1StringView usual)
+{
+    QString found;
+    Read_Relationships(part, [&](const Relationship &one) {
+        if (one.type.section(QLatin1Char('/'), -1) == type && found.isEmpty() && Has(one.target))
+            found = one.target;
+    });
+    return found.isEmpty() ? QString(usual) : found;
 }
 } // namespace ExtractText

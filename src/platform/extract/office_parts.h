@@ -28,9 +28,14 @@ public:
     void Read(const QString &part, const std::function<bool(QXmlStreamReader &xml)> &token);
     /// Targets of a part's relationships by their ids, as part names.
     QHash<QString, QString> Relationships(const QString &part);
+    /// The part to which one is related by a type that ends in a word, `usual` where there is none. The package itself
+    /// is the part "".
+    QString Related(const QString &part, QLatin1StringView type, QLatin1StringView usual);
 
 private:
     class Stream;
+    struct Relationship;
+    void Read_Relationships(const QString &part, const std::function<void(const Relationship &)> &use);
     struct Archive;
     std::unique_ptr<Archive> m_archive;
     qint64 m_bytesLeft = Q_INT64_C(160) << 20;

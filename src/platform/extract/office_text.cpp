@@ -9,10 +9,6 @@ namespace ExtractText
 {
 namespace
 {
-const QString Document = QStringLiteral("word/document.xml");
-const QString Workbook = QStringLiteral("xl/workbook.xml");
-const QString Presentation = QStringLiteral("ppt/presentation.xml");
-
 /// Collects the text of runs; what stands as the replacement of a drawing for older readers is left out, since it
 /// repeats the drawing's text.
 class Run_Collector
@@ -69,22 +65,24 @@ private:
     bool m_inText = false;
     bool m_inRun = false; ///< tabs stand in paragraph properties too, where they are stops
 };
-} // namespace
-
-QString Words_Text(Office_Parts &parts, qint64 limit)
+QString Words_Text(Office_Parts &parts, const QString &document, qint64 limit)
 {
+    const QString footnotes =
+        parts.Related(document, QLatin1StringView("footnotes"), QLatin1StringView("word/footnotes.xml"));
+    const QString endnotes =
+        parts.Related(document, QLatin1StringView("endnotes"), QLatin1StringView("word/endnotes.xml"));
     QString text;
-    for (const char *part : {"word/document.xml", "word/footnotes.xml", "word/endnotes.xml"}) {
+    for (const QString &part : {document, footnotes, endnotes}) {
         Run_Collector collector(text, limit);
-        parts.Read(QLatin1String(part), [&](QXmlStreamReader &xml) { return collector.Take(xml); });
+        parts.Read(part, [&](QXmlStreamReader &xml) { return collector.Take(xml); });
     }
     return text.left(limit);
 }
 
-QString Slides_Text(Office_Parts &parts, qint64 limit)
+QString Slides_Text(Office_Parts &parts, const QString &presentation, qint64 limit)
 {
     QStringList ids;
-    parts.Read(Presentation, [&](QXmlStreamReader &xml) {
+    parts.Read(presentation, [&](QXmlStreamReader &xml) {
         if (xml.isStartElement() && xml.name() == QLatin1String("sldId")) {
             for (const QXmlStreamAttribute &attribute : xml.attributes()) {
                 if (attribute.name() == QLatin1String("id") &&
@@ -94,7 +92,7 @@ QString Slides_Text(Office_Parts &parts, qint64 limit)
         }
         return true;
     });
-    const QHash<QString, QString> targets = parts.Relationships(Presentation);
+    const QHash<QString, QString> targets = parts.Relationships(presentation);
     QString text;
     for (const QString &id : ids) {
         Run_Collector collector(text, limit);
@@ -103,14 +101,34 @@ QString Slides_Text(Office_Parts &parts, qint64 limit)
     return text.left(limit);
 }
 
+QString Root_Of(Office_Parts &parts, const QString &part)
+{
+    QString root;
+    parts.Read(part, [&](QXmlStreamReader &xml) {
+        if (xml.isStartElement())
+            root = xml.name().toString();
+        return root.isEmpty();
+    });
+    return root;
+}
+} // namespace
+
 QString Office_Text(Office_Parts &parts, qint64 limit)
 {
-    if (parts.Has(Document))
-        return Words_Text(parts, limit);
-    if (parts.Has(Workbook))
-        return Sheets_Text(parts, limit);
-    if (parts.Has(Presentation))
-        return Slides_Text(parts, limit);
+    struct Row {
+        QLatin1StringView root;
+        QLatin1StringView usual;
+        QString (*text)(Office_Parts &parts, const QString &main, qint64 limit);
+    };
+    static const Row rows[] = {
+        {QLatin1StringView("document"), QLatin1StringView("word/document.xml"), Words_Text},
+        {QLatin1StringView("workbook"), QLatin1StringView("xl/workbook.xml"), Sheets_Text},
+        {QLatin1StringView("presentation"), QLatin1StringView("ppt/presentation.xml"), Slides_Text}};
+    for (const Row &row : rows) {
+        const QString main = parts.Related({}, QLatin1StringView("officeDocument"), row.usual);
+        if (Root_Of(parts, main) == row.root)
+            return row.text(parts, main, limit);
+    }
     return {};
 }
 } // namespace ExtractText

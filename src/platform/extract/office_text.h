@@ -7,10 +7,9 @@ namespace ExtractText
 {
 class Office_Parts;
 
-/// Text of a DOCX, XLSX or PPTX package (ECMA-376 part 1), told by the parts that it has; at most `limit` characters.
+/// Text of a DOCX, XLSX or PPTX package (ECMA-376 part 1), told by its main part; at most `limit` characters.
 QString Office_Text(Office_Parts &parts, qint64 limit);
 
-QString Words_Text(Office_Parts &parts, qint64 limit);
-QString Sheets_Text(Office_Parts &parts, qint64 limit);
-QString Slides_Text(Office_Parts &parts, qint64 limit);
+/// Text of a workbook by its main part.
+QString Sheets_Text(Office_Parts &parts, const QString &workbook, qint64 limit);
 } // namespace ExtractText

@@ -9,8 +9,6 @@ namespace ExtractText
 {
 namespace
 {
-const QString Workbook = QStringLiteral("xl/workbook.xml");
-
 QString Attribute(const QXmlStreamReader &xml, const char *name)
 {
     return xml.attributes().value(QLatin1String(name)).toString();
@@ -24,9 +22,9 @@ struct Book {
     QList<int> styles;           ///< format ids by a cell's style
 };
 
-void Read_Workbook(Office_Parts &parts, Book &book)
+void Read_Workbook(Office_Parts &parts, const QString &workbook, Book &book)
 {
-    parts.Read(Workbook, [&](QXmlStreamReader &xml) {
+    parts.Read(workbook, [&](QXmlStreamReader &xml) {
         if (!xml.isStartElement())
             return true;
         if (xml.name() == QLatin1String("workbookPr")) {
@@ -43,12 +41,12 @@ void Read_Workbook(Office_Parts &parts, Book &book)
     });
 }
 
-void Read_Strings(Office_Parts &parts, Book &book, qint64 limit)
+void Read_Strings(Office_Parts &parts, const QString &part, Book &book, qint64 limit)
 {
     qint64 size = 0;
     bool inText = false;
     int phonetic = 0; // readings that stand over the text, as in Japanese
-    parts.Read(QStringLiteral("xl/sharedStrings.xml"), [&](QXmlStreamReader &xml) {
+    parts.Read(part, [&](QXmlStreamReader &xml) {
         const int step = xml.isStartElement() ? 1 : xml.isEndElement() ? -1 : 0;
         if (step != 0 && xml.name() == QLatin1String("rPh"))
             phonetic += step;
@@ -64,10 +62,10 @@ void Read_Strings(Office_Parts &parts, Book &book, qint64 limit)
     });
 }
 
-void Read_Styles(Office_Parts &parts, Book &book)
+void Read_Styles(Office_Parts &parts, const QString &part, Book &book)
 {
     bool inCells = false;
-    parts.Read(QStringLiteral("xl/styles.xml"), [&](QXmlStreamReader &xml) {
+    parts.Read(part, [&](QXmlStreamReader &xml) {
         if (xml.name() == QLatin1String("cellXfs"))
             inCells = xml.isStartElement();
         if (!xml.isStartElement())
@@ -133,13 +131,16 @@ void Read_Sheet(Office_Parts &parts, const QString &part, const Book &book, QStr
 }
 } // namespace
 
-QString Sheets_Text(Office_Parts &parts, qint64 limit)
+QString Sheets_Text(Office_Parts &parts, const QString &workbook, qint64 limit)
 {
+    const auto related = [&](const char *type, const char *usual) {
+        return parts.Related(workbook, QLatin1StringView(type), QLatin1StringView(usual));
+    };
     Book book;
-    Read_Workbook(parts, book);
-    Read_Strings(parts, book, limit);
-    Read_Styles(parts, book);
-    const QHash<QString, QString> targets = parts.Relationships(Workbook);
+    Read_Workbook(parts, workbook, book);
+    Read_Strings(parts, related("sharedStrings", "xl/sharedStrings.xml"), book, limit);
+    Read_Styles(parts, related("styles", "xl/styles.xml"), book);
+    const QHash<QString, QString> targets = parts.Relationships(workbook);
     QString text;
     for (const QString &id : book.sheet_ids)
         Read_Sheet(parts, targets.value(id), book, text, limit);

@@ -56,26 +56,54 @@ QByteArray Utf16(QStringView text)
     return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
 }
 
-/// A ZIP file with one deflated part.
-QByteArray Zip(const QByteArray &name, const QByteArray &content, quint16 flags = 0)
+using Parts = QList<std::pair<QByteArray, QByteArray>>;
+
+/// A ZIP file of deflated parts, each a name and its content.
+QByteArray Zip(const Parts &parts, quint16 flags = 0)
 {
-    const QByteArray packed = qCompress(content).mid(6).chopped(4); // the deflated data of a zlib stream
-    const QByteArray facts = Little(quint16(20)) + Little(flags) + Little(quint16(8)) + Little(quint32(0)) +
-                             Little(Crc_32(content)) + Little(quint32(packed.size())) +
-                             Little(quint32(content.size())) + Little(quint16(name.size())) + Little(quint16(0));
-    const QByteArray local = "PK\x03\x04" + facts + name + packed;
-    const QByteArray central =
-        "PK\x01\x02" + Little(quint16(20)) + facts + QByteArray(10, '\0') + Little(quint32(0)) + name;
-    return local + central + "PK\x05\x06" + Little(quint32(0)) + Little(quint16(1)) + Little(quint16(1)) +
-           Little(quint32(central.size())) + Little(quint32(local.size())) + Little(quint16(0));
+    QByteArray locals, central;
+    for (const auto &[name, content] : parts) {
+        const QByteArray packed = qCompress(content).mid(6).chopped(4); // the deflated data of a zlib stream
+        const QByteArray facts = Little(quint16(20)) + Little(flags) + Little(quint16(8)) + Little(quint32(0)) +
+                                 Little(Crc_32(content)) + Little(quint32(packed.size())) +
+                                 Little(quint32(content.size())) + Little(quint16(name.size())) + Little(quint16(0));
+        central +=
+            "PK\x01\x02" + Little(quint16(20)) + facts + QByteArray(10, '\0') + Little(quint32(locals.size())) + name;
+        locals += "PK\x03\x04" + facts + name + packed;
+    }
+    const QByteArray count = Little(quint16(parts.size()));
+    return locals + central + "PK\x05\x06" + Little(quint32(0)) + count + count + Little(quint32(central.size())) +
+           Little(quint32(locals.size())) + Little(quint16(0));
+}
+
+/// A part's relationships, each a type and a target; the ids are the types.
+QByteArray Relationships(const Parts &targets)
+{
+    QByteArray xml;
+    for (const auto &[type, target] : targets)
+        xml += "<Relationship Id=\"" + type + "\" Type=\"http://x/" + type + "\" Target=\"" + target + "\"/>";
+    return "<Relationships>" + xml + "</Relationships>";
+}
+
+QByteArray Odd_Names_Book()
+{
+    return Zip(
+        {{"_rels/.rels", Relationships({{"thumbnail", "t.png"}, {"officeDocument", "/b/book1.xml"}})},
+         {"xl/workbook.xml", "<workbook/>"},
+         {"b/book1.xml", "<workbook xmlns:r=\"relation\"><sheets><sheet r:id=\"worksheet\"/></sheets></workbook>"},
+         {"b/_rels/book1.xml.rels",
+          Relationships({{"worksheet", "w/1.xml"}, {"sharedStrings", "../s.xml"}, {"styles", "f.xml"}})},
+         {"s.xml", "<sst><si><t>word</t></si></sst>"},
+         {"b/f.xml", "<styleSheet><cellXfs><xf numFmtId=\"10\"/></cellXfs></styleSheet>"},
+         {"b/w/1.xml", "<worksheet><row><c t=\"s\"><v>0</v></c><c><v>0.5</v></c></row></worksheet>"}});
 }
 
 QByteArray Word_File(const QByteArray &body, const QByteArray &before = {}, quint16 flags = 0)
 {
-    return Zip("word/document.xml",
-               "<?xml version=\"1.0\"?>" + before +
-                   "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\"><w:body>" +
-                   body + "</w:body></w:document>",
+    return Zip({{"word/document.xml",
+                 "<?xml version=\"1.0\"?>" + before +
+                     "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\"><w:body>" +
+                     body + "</w:body></w:document>"}},
                flags);
 }
 
@@ -189,7 +217,14 @@ private slots:
             << Word_File("<w:p><w:r><w:t>secret</w:t></w:r></w:p>", {}, 1) << u""_s;
         QTest::newRow("entities") << Word_File("<w:p><w:r><w:t>&a29;</w:t></w:r></w:p>", Entities()) << u""_s;
         QTest::newRow("broken off") << Word_File("<w:p><w:r><w:t>kept</w:t></w:r></w:p><w:p><broken") << u"kept"_s;
-        QTest::newRow("unknown package") << Zip("other.xml", "<a>text</a>") << u""_s;
+        QTest::newRow("unknown package") << Zip({{"other.xml", "<a>text</a>"}}) << u""_s;
+        QTest::newRow("parts of other names") << Odd_Names_Book() << u"word\t50.00%"_s;
+        QTest::newRow("document of another name")
+            << Zip({{"_rels/.rels", Relationships({{"officeDocument", "main.xml"}})},
+                    {"_rels/main.xml.rels", Relationships({{"endnotes", "./notes.xml"}})},
+                    {"main.xml", "<document><p><r><t>body</t></r></p></document>"},
+                    {"notes.xml", "<endnotes><p><r><t>note</t></r></p></endnotes>"}})
+            << u"body\nnote"_s;
         QTest::newRow("drawing told twice")
             << Word_File(
                    "<mc:AlternateContent xmlns:mc=\"m\"><mc:Choice><w:p><w:r><w:t>one</w:t></w:r></w:p></mc:Choice>"
