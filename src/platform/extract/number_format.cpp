@@ -183,7 +183,7 @@ QString Date_Piece(const QList<Piece> &pieces, qsizetype at, const Moment &momen
 QString Date_Text(double number, const QList<Piece> &pieces, bool date1904)
 {
     constexpr double Most_Days = 2958466; // the year 10000
-    if (number < 0 || number >= Most_Days)
+    if (!(number >= 0 && number < Most_Days))
         return General(number);
     qint64 unit = 1000;
     for (qsizetype i = 0; i < pieces.size(); ++i) {

@@ -5,6 +5,7 @@
 #include <QIODevice>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <zip.h>
 
 namespace ExtractText
@@ -28,7 +29,8 @@ struct Office_Parts::Archive {
     zip_t *zip;
 };
 
-/// One part as a device that ends when the package's budget does.
+/// One part as a device that ends when the package's budget does, or when one token has so many attributes that the
+/// reader, which compares each with each, would not come back.
 class Office_Parts::Stream : public QIODevice
 {
 public:
@@ -36,22 +38,27 @@ public:
     ~Stream() override { zip_fclose(m_file); }
 
     [[nodiscard]] bool isSequential() const override { return true; }
+    void Begin_Token() { m_equalSigns = 0; }
 
 protected:
     qint64 readData(char *data, qint64 size) override
     {
         const qint64 wanted = std::min(size, m_owner.m_bytesLeft);
-        if (wanted <= 0 || m_owner.m_deadline.hasExpired())
+        if (wanted <= 0 || m_owner.m_deadline.hasExpired() || m_equalSigns > Most_Equal_Signs)
             return -1;
         const zip_int64_t got = zip_fread(m_file, data, static_cast<zip_uint64_t>(wanted));
         m_owner.m_bytesLeft -= std::max<qint64>(got, 0);
+        m_equalSigns += std::count(data, data + std::max<qint64>(got, 0), '=');
         return got > 0 ? got : -1;
     }
     qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
 
 private:
+    static constexpr qint64 Most_Equal_Signs = 1 << 15;
+
     zip_file_t *m_file;
     Office_Parts &m_owner;
+    qint64 m_equalSigns = 0; ///< that were read since the token before was complete
 };
 
 Office_Parts::Office_Parts(const QString &path) : m_archive(std::make_unique<Archive>(path)) {}
@@ -65,14 +72,18 @@ bool Office_Parts::Has(const QString &part) const
 
 void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStreamReader &)> &token)
 {
-    const zip_int64_t index = m_archive->Find(part);
+    const zip_int64_t index = m_deadline.hasExpired() ? -1 : m_archive->Find(part);
     zip_file_t *file = index < 0 ? nullptr : zip_fopen_index(m_archive->zip, static_cast<zip_uint64_t>(index), 0);
     if (file == nullptr)
         return;
+    constexpr int Deepest = 1000;
+    int depth = 0;
     Stream stream(file, *this);
     QXmlStreamReader xml(&stream);
-    while (!xml.atEnd()) {
+    while (!xml.atEnd() && depth < Deepest && !m_deadline.hasExpired()) {
         const auto type = xml.readNext();
+        stream.Begin_Token();
+        depth += type == QXmlStreamReader::StartElement ? 1 : type == QXmlStreamReader::EndElement ? -1 : 0;
         if (type == QXmlStreamReader::DTD || type == QXmlStreamReader::Invalid || !token(xml))
             return;
     }
@@ -88,6 +99,7 @@ void Office_Parts::Read_Relationships(const QString &part, const std::function<v
 {
     const qsizetype slash = part.lastIndexOf(QLatin1Char('/'));
     const QString folder = part.left(slash + 1);
+    qsizetype count = 0;
     Read(folder + QStringLiteral("_rels/") + part.mid(slash + 1) + QStringLiteral(".rels"), [&](QXmlStreamReader &xml) {
         if (!xml.isStartElement() || xml.name() != QLatin1String("Relationship"))
             return true;
@@ -96,7 +108,7 @@ void Office_Parts::Read_Relationships(const QString &part, const std::function<v
         const bool fromRoot = target.startsWith(QLatin1Char('/'));
         use({facts.value(QLatin1String("Id")).toString(), facts.value(QLatin1String("Type")).toString(),
              QDir::cleanPath(fromRoot ? target.mid(1) : folder + target)});
-        return true;
+        return ++count < Most_Parts;
     });
 }
 

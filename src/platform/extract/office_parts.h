@@ -17,16 +17,19 @@ namespace ExtractText
 class Office_Parts
 {
 public:
+    static constexpr qsizetype Most_Parts = 1 << 16;
+
     explicit Office_Parts(const QString &path);
     ~Office_Parts();
     Office_Parts(const Office_Parts &) = delete;
     Office_Parts &operator=(const Office_Parts &) = delete;
 
     [[nodiscard]] bool Has(const QString &part) const;
-    /// Gives each token of a part to `token` until it answers false, the part ends, or the budget does. A document
-    /// type declaration, which no office file has, ends the reading before any entity is expanded.
+    /// Gives each token of a part to `token` until it answers false, the part ends, or the budget does. What no office
+    /// file has ends the reading too: a document type declaration, before any entity is expanded, elements within
+    /// elements without end, and attributes without end.
     void Read(const QString &part, const std::function<bool(QXmlStreamReader &xml)> &token);
-    /// Targets of a part's relationships by their ids, as part names.
+    /// Targets of a part's first Most_Parts relationships by their ids, as part names.
     QHash<QString, QString> Relationships(const QString &part);
     /// The part to which one is related by a type that ends in a word, `usual` where there is none. The package itself
     /// is the part "".

@@ -90,7 +90,7 @@ QString Slides_Text(Office_Parts &parts, const QString &presentation, qint64 lim
                     ids << attribute.value().toString();
             }
         }
-        return true;
+        return ids.size() < Office_Parts::Most_Parts;
     });
     const QHash<QString, QString> targets = parts.Relationships(presentation);
     QString text;

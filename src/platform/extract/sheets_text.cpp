@@ -37,7 +37,7 @@ void Read_Workbook(Office_Parts &parts, const QString &workbook, Book &book)
                     book.sheet_ids << attribute.value().toString();
             }
         }
-        return true;
+        return book.sheet_ids.size() < Office_Parts::Most_Parts;
     });
 }
 
@@ -64,6 +64,7 @@ void Read_Strings(Office_Parts &parts, const QString &part, Book &book, qint64 l
 
 void Read_Styles(Office_Parts &parts, const QString &part, Book &book)
 {
+    constexpr qsizetype Most_Styles = 1 << 16;
     bool inCells = false;
     parts.Read(part, [&](QXmlStreamReader &xml) {
         if (xml.name() == QLatin1String("cellXfs"))
@@ -74,7 +75,7 @@ void Read_Styles(Office_Parts &parts, const QString &part, Book &book)
             book.formats.insert(Attribute(xml, "numFmtId").toInt(), Attribute(xml, "formatCode"));
         if (inCells && xml.name() == QLatin1String("xf"))
             book.styles << Attribute(xml, "numFmtId").toInt();
-        return true;
+        return book.formats.size() < Most_Styles && book.styles.size() < Most_Styles;
     });
 }
 

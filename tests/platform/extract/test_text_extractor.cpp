@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QtEndian>
 #include <array>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using ExtractText::TextExtractor;
@@ -202,6 +203,10 @@ private slots:
         const QByteArray pdf = Bytes_Of(Data + u"words.pdf"_s);
         const QByteArray docx = Bytes_Of(Data + u"words.docx"_s);
         const QByteArray doc = Bytes_Of(Data + u"words.doc"_s);
+        const QByteArray kept = "<w:p><w:r><w:t>kept</w:t></w:r></w:p>";
+        QByteArray attributes; // as many as the reader would take hours to compare
+        for (int i = 0; i < 1'000'000; ++i)
+            attributes += " a" + QByteArray::number(i) + "=''";
         QTest::newRow("nothing") << QByteArray() << u""_s;
         QTest::newRow("another kind") << QByteArray("just some text") << u""_s;
         QTest::newRow("head of a PDF only") << QByteArray("%PDF-1.7\n") << u""_s;
@@ -216,7 +221,10 @@ private slots:
         QTest::newRow("part that asks for a password")
             << Word_File("<w:p><w:r><w:t>secret</w:t></w:r></w:p>", {}, 1) << u""_s;
         QTest::newRow("entities") << Word_File("<w:p><w:r><w:t>&a29;</w:t></w:r></w:p>", Entities()) << u""_s;
-        QTest::newRow("broken off") << Word_File("<w:p><w:r><w:t>kept</w:t></w:r></w:p><w:p><broken") << u"kept"_s;
+        QTest::newRow("elements within elements")
+            << Word_File(kept + QByteArray("<a>").repeated(2000) + kept) << u"kept"_s;
+        QTest::newRow("attributes without end") << Word_File(kept + "<a" + attributes + "/>" + kept) << u"kept"_s;
+        QTest::newRow("broken off") << Word_File(kept + "<w:p><broken") << u"kept"_s;
         QTest::newRow("unknown package") << Zip({{"other.xml", "<a>text</a>"}}) << u""_s;
         QTest::newRow("parts of other names") << Odd_Names_Book() << u"word\t50.00%"_s;
         QTest::newRow("document of another name")
@@ -290,6 +298,7 @@ private slots:
         QTest::newRow("Chinese month and day") << 46085.0 << ExtractText::Built_In_Format(58) << u"3月4日"_s;
         QTest::newRow("built-in elapsed") << 1.25 << ExtractText::Built_In_Format(46) << u"30:00:00"_s;
         QTest::newRow("built-in negative") << -1234.0 << ExtractText::Built_In_Format(38) << u"(1,234)"_s;
+        QTest::newRow("no number") << std::nan("") << u"yyyy"_s << u"nan"_s;
         QTest::newRow("negative date") << -1.0 << u"yyyy"_s << u"-1"_s;
         QTest::newRow("text") << 5.0 << u"@"_s << u"5"_s;
         QTest::newRow("hostile") << 5.0 << u"0."_s + QString(1 << 20, u'0') << u"5"_s;
