@@ -50,8 +50,9 @@ void Compound_File::Read_Tables()
     for (qsizetype place = Table_Sectors; place < Header_Size; place += 4)
         tables << Number_At(header, place);
     const qint64 sectors = m_file.size() / m_sectorSize + 1;
+    const qint64 most = tables.size() + sectors * 4 / m_sectorSize; // a table has four bytes for each sector
     quint32 more = Number_At(header, First_Table_Chain);
-    for (qint64 i = 0; more < Largest_Regular && i < sectors; ++i) {
+    while (more < Largest_Regular && tables.size() <= most) {
         const QByteArray list = Sector(more);
         if (list.size() < m_sectorSize)
             break;
@@ -86,7 +87,7 @@ QByteArray Compound_File::Chain(quint32 first, qint64 limit)
     return bytes.left(limit);
 }
 
-QByteArray Compound_File::Stream(const QString &name, qint64 limit)
+std::optional<Compound_File::Entry> Compound_File::Find(const QString &name)
 {
     if (m_sectorSize == 0)
         return {};
@@ -97,10 +98,22 @@ QByteArray Compound_File::Stream(const QString &name, qint64 limit)
         if (letters != name.size())
             continue;
         const auto *text = reinterpret_cast<const char16_t *>(directory.constData() + entry);
-        const quint32 length = Number_At(directory, entry + Entry_Length);
-        if (QStringView(text, letters) == name && length >= Smallest_Own_Chain)
-            return Chain(Number_At(directory, entry + Entry_Start), std::min<qint64>(length, limit));
+        if (QStringView(text, letters) == name)
+            return Entry{Number_At(directory, entry + Entry_Start), Number_At(directory, entry + Entry_Length)};
     }
     return {};
+}
+
+bool Compound_File::Has(const QString &name)
+{
+    return Find(name).has_value();
+}
+
+QByteArray Compound_File::Stream(const QString &name, qint64 limit)
+{
+    const std::optional<Entry> entry = Find(name);
+    if (!entry || entry->length < Smallest_Own_Chain)
+        return {};
+    return Chain(entry->first, std::min<qint64>(entry->length, limit));
 }
 } // namespace ExtractText

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QList>
 #include <QString>
+#include <optional>
 
 namespace ExtractText
 {
@@ -14,11 +15,18 @@ class Compound_File
 public:
     explicit Compound_File(const QString &path);
 
+    [[nodiscard]] bool Has(const QString &name);
     /// A stream of at least 4096 bytes by its name, at most `limit` bytes of it; "" when there is none.
     QByteArray Stream(const QString &name, qint64 limit);
 
 private:
+    struct Entry {
+        quint32 first = 0;
+        quint32 length = 0;
+    };
+
     void Read_Tables();
+    std::optional<Entry> Find(const QString &name);
     QByteArray Sector(quint32 number);
     QByteArray Chain(quint32 first, qint64 limit);
 

@@ -52,7 +52,7 @@ QString Slide_Records_Text(const QString &path, qint64 limit)
 {
     constexpr qint64 Most_Bytes = Q_INT64_C(128) << 20;
     Compound_File file(path);
-    if (!file.Stream(QStringLiteral("EncryptedSummary"), 1).isEmpty())
+    if (file.Has(QStringLiteral("EncryptedSummary")))
         return {};
     const QByteArray stream = file.Stream(QStringLiteral("PowerPoint Document"), Most_Bytes);
     QString text;

@@ -137,6 +137,22 @@ QByteArray Looping_Slides()
     return Compound({{48, 0}, {68, 0xFFFFFFFE}, {76, 0}}, next);
 }
 
+/// Slides of one text; the file is encrypted when it has a stream of that name, however short that is.
+QByteArray Small_Slides(const QString &another)
+{
+    const auto entry = [](const QString &name, quint32 first, quint32 length) {
+        return Utf16(name).leftJustified(64, '\0') + Little(quint16(2 * name.size() + 2)) + QByteArray(50, '\0') +
+               Little(first) + Little(length) + QByteArray(4, '\0');
+    };
+    QList<quint32> next(128, 0xFFFFFFFE);
+    for (quint32 sector = 2; sector < 9; ++sector)
+        next[sector] = sector + 1;
+    const QByteArray directory =
+        entry(another, 0xFFFFFFFE, 8) + entry(u"PowerPoint Document"_s, 2, 4096) + QByteArray(256, '\0');
+    const QByteArray records = QByteArray::fromHex("0000a80f04000000") + "text";
+    return Compound({{48, 1}, {68, 0xFFFFFFFE}, {76, 0}}, next) + directory + records.leftJustified(4096, '\0');
+}
+
 /// The page tree's node is its own child.
 QByteArray Looping_Pdf()
 {
@@ -214,6 +230,8 @@ private slots:
         QTest::newRow("half of a ZIP") << docx.left(docx.size() / 2) << u""_s;
         QTest::newRow("a compound file's mark only") << doc.left(8) + QByteArray(600, '\xff') << u""_s;
         QTest::newRow("slides that loop") << Looping_Slides() + Utf16(u"PowerPoint Document") << u""_s;
+        QTest::newRow("small slides") << Small_Slides(u"Pictures"_s) << u"text"_s;
+        QTest::newRow("encrypted slides") << Small_Slides(u"EncryptedSummary"_s) << u""_s;
         QTest::newRow("table of sectors beyond the end")
             << Compound({{48, 0}, {68, 9}}, {}) + Utf16(u"PowerPoint Document") << u""_s;
         QTest::newRow("encrypted package")
