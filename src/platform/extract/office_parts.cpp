@@ -76,15 +76,17 @@ void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStream
     zip_file_t *file = index < 0 ? nullptr : zip_fopen_index(m_archive->zip, static_cast<zip_uint64_t>(index), 0);
     if (file == nullptr)
         return;
-    constexpr int Deepest = 1000;
+    constexpr int Deepest = 500;
+    constexpr qsizetype Most_Namespaces = 128; // of one element; names are looked up in those of all open ones
     int depth = 0;
     Stream stream(file, *this);
     QXmlStreamReader xml(&stream);
     while (!xml.atEnd() && depth < Deepest && !m_deadline.hasExpired()) {
         const auto type = xml.readNext();
         stream.Begin_Token();
-        depth += type == QXmlStreamReader::StartElement ? 1 : type == QXmlStreamReader::EndElement ? -1 : 0;
-        if (type == QXmlStreamReader::DTD || type == QXmlStreamReader::Invalid || !token(xml))
+        depth += xml.isStartElement() ? 1 : xml.isEndElement() ? -1 : 0;
+        if (type == QXmlStreamReader::DTD || type == QXmlStreamReader::Invalid ||
+            xml.namespaceDeclarations().size() > Most_Namespaces || !token(xml))
             return;
     }
 }

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool Has(const QString &part) const;
     /// Gives each token of a part to `token` until it answers false, the part ends, or the budget does. What no office
     /// file has ends the reading too: a document type declaration, before any entity is expanded, elements within
-    /// elements without end, and attributes without end.
+    /// elements, attributes and namespaces without end.
     void Read(const QString &part, const std::function<bool(QXmlStreamReader &xml)> &token);
     /// Targets of a part's first Most_Parts relationships by their ids, as part names.
     QHash<QString, QString> Relationships(const QString &part);

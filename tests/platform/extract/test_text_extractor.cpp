@@ -242,6 +242,11 @@ private slots:
         QTest::newRow("elements within elements")
             << Word_File(kept + QByteArray("<a>").repeated(2000) + kept) << u"kept"_s;
         QTest::newRow("attributes without end") << Word_File(kept + "<a" + attributes + "/>" + kept) << u"kept"_s;
+        QTest::newRow("namespaces without end")
+            << Word_File(kept +
+                         QByteArray(attributes.left(10'000)).replace(" a", " xmlns:a").prepend("<a").append("/>") +
+                         kept)
+            << u"kept"_s;
         QTest::newRow("broken off") << Word_File(kept + "<w:p><broken") << u"kept"_s;
         QTest::newRow("unknown package") << Zip({{"other.xml", "<a>text</a>"}}) << u""_s;
         QTest::newRow("parts of other names") << Odd_Names_Book() << u"word\t50.00%"_s;
