@@ -30,10 +30,13 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QTextDocument document, again;
+    QTextDocument document, again, third;
     if (!Rich_Text::Read_Rtf(bytes, document) && !Rich_Text::Read_Rtf("{\\rtf1" + bytes, document))
         std::abort();
     if (!Rich_Text::Read_Rtf(Rich_Text::Write_Rtf(document), again))
+        std::abort();
+    const QByteArray saved = Rich_Text::Write_Rtf(again);
+    if (!Rich_Text::Read_Rtf(saved, third) || Rich_Text::Write_Rtf(third) != saved)
         std::abort();
     if (again.toPlainText() != document.toPlainText())
         std::abort();

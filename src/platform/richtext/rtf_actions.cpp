@@ -118,7 +118,7 @@ void Reader::Info_Field(int field)
     if (m_state.destination != Destination::Info)
         return;
     m_state.destination = Destination::Info_Text;
-    m_info = field;
+    m_info = static_cast<std::size_t>(field);
 }
 
 void Reader::Page_Measure(int index)
@@ -140,7 +140,7 @@ void Reader::End_Page_Line()
 void Reader::Page_Number(int)
 {
     if (m_state.destination == Destination::Page_Text)
-        Emit_Unit(Page_Number_Mark);
+        m_model.pageTexts[m_pageText] += QChar(Page_Number_Mark);
 }
 
 void Reader::Alternative(int)
@@ -353,6 +353,11 @@ void Reader::Pard(int)
 void Reader::Set_Align(int align)
 {
     m_state.para.align = static_cast<Align>(align);
+}
+
+void Reader::Set_Direction(int direction)
+{
+    m_state.para.direction = static_cast<Direction>(direction);
 }
 
 void Reader::Line_Height(int multiple)

@@ -52,7 +52,7 @@ void Reader::Field_Result(int)
     Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
     m_state.destination = field.outside;
     if (const char16_t mark = Page_Mark_Of(field.instruction); mark != 0 && field.outside == Destination::Page_Text) {
-        Emit_Unit(mark);
+        m_model.pageTexts[m_pageText] += QChar(mark);
         return Skip();
     }
     if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)

@@ -182,7 +182,8 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
 {
     QTextBlockFormat format;
     Set_Indents(model, style, format);
-    if (const auto align = (style.rightToLeft ? mirrored : alignments)[static_cast<int>(style.align)];
+    if (const auto align =
+            (style.direction == Direction::Leftwards ? mirrored : alignments)[static_cast<int>(style.align)];
         align != Qt::AlignLeft)
         format.setAlignment(align);
     if (style.right)
@@ -196,8 +197,8 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
         format.setBackground(brush);
     if (style.outline >= 0)
         format.setHeadingLevel(style.outline + 1);
-    if (style.rightToLeft)
-        format.setLayoutDirection(Qt::RightToLeft);
+    if (style.direction != Direction::By_Text)
+        format.setLayoutDirection(style.direction == Direction::Leftwards ? Qt::RightToLeft : Qt::LeftToRight);
     if (style.pageBreakBefore)
         format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     if (style.keepWithNext)

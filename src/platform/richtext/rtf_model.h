@@ -71,6 +71,7 @@ struct Tab_Stop {
 };
 size_t qHash(const Tab_Stop &tab, size_t seed = 0);
 
+enum class Direction : quint8 { By_Text, Rightwards, Leftwards };
 /// Leading is where the text's direction begins.
 enum class Align : quint8 { Leading, Left, Right, Center, Justify };
 
@@ -109,7 +110,7 @@ struct Para_Style {
     Borders borders{};
     Align align = Align::Leading;
     bool lineMultiple = false;
-    bool rightToLeft = false;
+    Direction direction = Direction::By_Text;
     bool pageBreakBefore = false;
     bool keepWithNext = false;
 

@@ -5,6 +5,7 @@
 #include "platform/richtext/rtf_writer.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -34,9 +35,12 @@ void Append_Text(QByteArray &out, QStringView text)
 }
 } // namespace
 
-QString Rtf::Hidden_Page_Text(QStringView text)
+QString Rtf::Page_Text(QStringView text, bool isHidden)
 {
-    return QChar(Hidden_Begin_Mark) + text.toString() + QChar(Hidden_End_Mark);
+    QString kept;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(kept),
+                 [](QChar c) { return c >= u' ' || c == u'\t' || c == u'\n'; });
+    return isHidden ? QChar(Hidden_Begin_Mark) + kept + QChar(Hidden_End_Mark) : kept;
 }
 
 char16_t Rtf::Page_Mark_Of(const QString &instruction)

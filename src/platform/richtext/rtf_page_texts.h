@@ -30,7 +30,8 @@ inline constexpr char16_t Page_Count_Mark = u'\x2';
 /// Around text that is hidden.
 inline constexpr char16_t Hidden_Begin_Mark = u'\x3';
 inline constexpr char16_t Hidden_End_Mark = u'\x4';
-QString Hidden_Page_Text(QStringView text);
+/// Text as it stands in a header or footer, where these marks are no signs of its own.
+QString Page_Text(QStringView text, bool isHidden);
 
 /// The mark for a field's instruction; 0 where it asks for neither.
 char16_t Page_Mark_Of(const QString &instruction);

@@ -294,7 +294,7 @@ void Reader::Emit(QStringView text)
             m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
         return;
     case Destination::Page_Text:
-        m_model.pageTexts[m_pageText] += Is_Hidden() ? Hidden_Page_Text(text) : text.toString();
+        m_model.pageTexts[m_pageText] += Page_Text(text, Is_Hidden());
         return;
     case Destination::Bookmark:
         m_anchors.last() += text;

@@ -209,6 +209,7 @@ private:
     void Outline(int value);
     void In_Table(int value);
     void Set_Align(int align);
+    void Set_Direction(int direction);
     void Line_Height(int multiple);
     void Tab_Next(int kind);
     void Tab_Leader(int leader);
@@ -303,7 +304,7 @@ private:
     QStringList m_anchors; ///< bookmarks whose place is the next text
     int m_noteDepth = 0;
     int m_pageText = 0;        ///< the kind of header or footer that is read
-    int m_info = 0;            ///< the field of the document's information likewise
+    std::size_t m_info = 0;    ///< the field of the document's information likewise
     bool m_noteBegins = false; ///< blanks before its text are left out
     Picture_Source m_picture;
     bool m_shapePictureTaken = false;

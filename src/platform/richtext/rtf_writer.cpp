@@ -245,9 +245,9 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
         m_out += "\\intbl";
         Append_Word(m_out, "\\itap", nesting);
     }
-    const bool isLeftward = format.layoutDirection() == Qt::RightToLeft;
-    if (isLeftward)
-        m_out += "\\rtlpar";
+    const bool isLeftward = block.textDirection() == Qt::RightToLeft;
+    if (isLeftward || format.layoutDirection() == Qt::LeftToRight)
+        m_out += isLeftward ? "\\rtlpar" : "\\ltrpar";
     const Qt::Alignment align = format.alignment();
     const bool isMirrored = isLeftward && !(align & Qt::AlignAbsolute);
     m_out += align & Qt::AlignHCenter                     ? "\\qc"

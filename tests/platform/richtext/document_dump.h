@@ -64,7 +64,7 @@ private:
                 Number("after", format.bottomMargin()) + Number("heading", format.headingLevel());
         if (format.lineHeightType() != QTextBlockFormat::SingleHeight)
             line += Number("line", format.lineHeight()) + QStringLiteral("/%1").arg(format.lineHeightType());
-        line += Color("back", format.background()) + If(format.layoutDirection() == Qt::RightToLeft, "rtl") +
+        line += Color("back", format.background()) + If(block.textDirection() == Qt::RightToLeft, "rtl") +
                 If(format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore, "page");
         for (const QTextOption::Tab &tab : format.tabPositions())
             line += Number("tab", tab.position) + QStringLiteral("/%1").arg(tab.type);

@@ -146,6 +146,8 @@ void Test_Rtf_Reader::looks_data()
         u"P heading=2 page tab=100/0 tab=200/1: c\nP: d"_qs);
     row("alignment from right to left", "\\rtlpar a\\par\\qr b\\par\\ql c\\par\\pard\\ql d",
         u"P rtl: a\nP rtl: b\nP right rtl: c\nP: d"_qs);
+    row("direction by the text, or said", "\\f8 \\'c7\\par\\pard\\ltrpar\\f8 \\'c7\\par\\pard a",
+        u"P rtl: {Arabic}ا\nP: {Arabic}ا\nP: {Arabic}a"_qs);
     row("page breaks", "a\\page b\\par\\sect\\sectd\\sbknone c\\sect\\sectd d", u"P: a\nP page: b\nP: c\nP page: d"_qs);
     row("lists of two levels",
         "\\pard\\ls1\\ilvl0\\fi-360\\li720 a\\par\\ilvl1\\li1440 b\\par c\\par\\ilvl0\\li720 d\\par\\ilvl1\\li1440 "
