@@ -109,12 +109,13 @@ bool Is_East_Asian(QChar c)
            (unit >= 0xF900 && unit < 0xFB00) || (unit >= 0xFE30 && unit < 0xFE50) || (unit >= 0xFF00 && unit < 0xFFF0);
 }
 
-/// Likewise, from Hebrew to Arabic; the surrogates are those of the scripts from U+10800 and U+1E800.
+/// Likewise, from Hebrew to Arabic; the surrogates are those of the scripts from U+10800 and U+1E800. QTextDocument has
+/// U+FDD0 and U+FDD1 for the ends of tables and cells.
 bool Is_Right_To_Left(QChar c)
 {
     const char16_t unit = c.unicode();
-    return (unit >= 0x590 && unit < 0x900) || (unit >= 0xFB1D && unit < 0xFE00) || (unit >= 0xFE70 && unit < 0xFEFF) ||
-           unit == 0xD802 || unit == 0xD803 || unit == 0xD83A || unit == 0xD83B;
+    return (unit >= 0x590 && unit < 0x900) || (unit >= 0xFB1D && unit < 0xFDD0) || (unit >= 0xFDF0 && unit < 0xFE00) ||
+           (unit >= 0xFE70 && unit < 0xFEFF) || unit == 0xD802 || unit == 0xD803 || unit == 0xD83A || unit == 0xD83B;
 }
 
 const char *Underline_Word(const QTextCharFormat &format)
