@@ -4,6 +4,7 @@
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
 #include "platform/richtext/rtf_borders.h"
+#include "platform/richtext/rtf_model.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
@@ -56,6 +57,7 @@ public:
                 Paint_Borders(block, borders);
             if (const QTextList *list = block.textList(); list && list->format().style() == Rich_Text::Kept_Labels)
                 Paint_Label(block);
+            Paint_Underlines(block);
         }
     }
 
@@ -152,11 +154,8 @@ private:
         if (lines.lineCount() == 0 || text.isEmpty())
             return;
         const QTextCharFormat format = block.charFormat();
-        QFont font = format.font().resolve(m_document.defaultFont());
-        if (m_layout.paintDevice())
-            font = QFont(font, m_layout.paintDevice());
-        const QFontMetricsF metrics =
-            m_layout.paintDevice() ? QFontMetricsF(font, m_layout.paintDevice()) : QFontMetricsF(font);
+        const QFont font = Font_Of(format);
+        const QFontMetricsF metrics = Metrics(font);
         const QTextLine line = lines.lineAt(0);
         const QPointF corner = m_layout.blockBoundingRect(block).topLeft() + line.naturalTextRect().topLeft();
         const double blank = metrics.horizontalAdvance(QLatin1Char(' '));
@@ -166,6 +165,54 @@ private:
         m_painter.setFont(font);
         m_painter.setPen(format.hasProperty(QTextFormat::ForegroundBrush) ? format.foreground().color() : m_text);
         m_painter.drawText(QPointF(left, corner.y() + line.ascent()), text);
+    }
+
+    /// QTextDocument draws one thin line where there are two, or a thick one.
+    void Paint_Underlines(const QTextBlock &block)
+    {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextCharFormat format = it.fragment().charFormat();
+            const auto kind = static_cast<Rtf::Underline>(format.intProperty(Rich_Text::Underline_Property));
+            if (kind == Rtf::Underline::Double || kind == Rtf::Underline::Thick)
+                Paint_Underline(block, it.fragment(), kind == Rtf::Underline::Double ? 2 : 1);
+        }
+    }
+
+    /// @param distance from the line that is there, in its widths
+    void Paint_Underline(const QTextBlock &block, const QTextFragment &fragment, int distance)
+    {
+        const QTextCharFormat format = fragment.charFormat();
+        const QFontMetricsF metrics = Metrics(Font_Of(format));
+        const double width = std::max(Snapped(metrics.lineWidth()), 1.0);
+        const QPointF corner = m_layout.blockBoundingRect(block).topLeft();
+        const int begin = fragment.position() - block.position(), end = begin + fragment.length();
+        const QBrush color = format.underlineColor().isValid() ? QBrush(format.underlineColor()) : format.foreground();
+        m_painter.setPen({color.style() == Qt::NoBrush ? m_text : color.color(), width, Qt::SolidLine, Qt::FlatCap});
+        for (int i = 0; i < block.layout()->lineCount(); ++i) {
+            const QTextLine line = block.layout()->lineAt(i);
+            const int first = std::max(begin, line.textStart());
+            const int last = std::min(end, line.textStart() + line.textLength());
+            if (first >= last)
+                continue;
+            const double y =
+                std::ceil(corner.y() + line.y() + line.ascent() + metrics.underlinePos()) + (distance + 0.5) * width;
+            const QRectF text = line.naturalTextRect(); // without the blanks at its end
+            const auto at = [&](int position) {
+                return QPointF(corner.x() + std::clamp(line.cursorToX(position), text.left(), text.right()), y);
+            };
+            m_painter.drawLine(at(first), at(last));
+        }
+    }
+
+    QFont Font_Of(const QTextCharFormat &format) const
+    {
+        const QFont font = format.font().resolve(m_document.defaultFont());
+        return m_layout.paintDevice() ? QFont(font, m_layout.paintDevice()) : font;
+    }
+
+    QFontMetricsF Metrics(const QFont &font) const
+    {
+        return m_layout.paintDevice() ? QFontMetricsF(font, m_layout.paintDevice()) : QFontMetricsF(font);
     }
 
     QPainter &m_painter;

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+#include <utility>
+
 namespace
 {
 /// Makes documents of everything the editor can make, the same for the same seed.
@@ -376,6 +378,36 @@ private slots:
             QCOMPARE(Rich_Text::Write_Rtf(document), before);
         }
         QVERIFY(pictures > 3);
+    }
+
+    /// What QTextDocument cannot draw is drawn beside it: a row of dots across a letter more for each line.
+    void underlines_look_as_they_are_called()
+    {
+        const auto dark = [](const char *word) {
+            QTextDocument document;
+            Rich_Text::Read_Rtf(QByteArray("{\\rtf1\\fs40") + word + " nnnn}", document);
+            QImage canvas(200, 80, QImage::Format_RGB32);
+            canvas.fill(Qt::white);
+            QPainter painter(&canvas);
+            document.drawContents(&painter);
+            Rich_Text::Paint_Decorations(painter, document, canvas.rect(), Qt::black);
+            int rows = 0, edges = 0;
+            bool wasLine = false;
+            for (int y = 0; y < canvas.height(); ++y) {
+                bool isLine = true;
+                for (int x = 10; x < 30; ++x)
+                    isLine = isLine && qGray(canvas.pixel(x, y)) < 128;
+                rows += isLine ? 1 : 0;
+                edges += isLine && !wasLine ? 1 : 0;
+                wasLine = isLine;
+            }
+            return std::pair(edges, rows);
+        };
+        const auto [single, thin] = dark("\\ul");
+        QCOMPARE(single, 1);
+        QCOMPARE(dark("\\uldb").first, 2);
+        QCOMPARE(dark("\\ulth").first, 1);
+        QVERIFY(dark("\\ulth").second > thin);
     }
 
     /// Formats that RTF has no word for become what shows the same.
