@@ -130,6 +130,11 @@ private slots:
             100'000);
         row("cells without definitions", Repeated("\\intbl\\cell", 100'000) + "\\row", 101'000);
         row("tables that only nest", Repeated("\\itap8\\par\\itap0\\par", 20'000), 40'001);
+        row("bookmarks", Repeated("{\\*\\bkmkstart a}x", 30'000));
+        row("bookmarks of one place", Repeated("{\\*\\bkmkstart a}", 50'000) + "x");
+        row("pieces of hidden text", Repeated("{\\v x\\par}y", 30'000));
+        row("text boxes of one paragraph", Repeated("x{\\b y}{\\shp{\\*\\shpinst{\\shptxt z\\par}}}", 20'000), 20'001);
+        row("text boxes in text boxes", Repeated("x{\\shp{\\*\\shpinst{\\shptxt z", 50'000), 1'001);
         row("list items",
             "{\\*\\listtable{\\list{\\listlevel\\levelnfc0}\\listid1}}{\\*\\listoverridetable"
             "{\\listoverride\\listid1\\ls1}}\\ls1" +
