@@ -39,6 +39,13 @@ void Reader::Skip_Group(int)
     Skip();
 }
 
+/// The label is made anew. A group that ends a paragraph is none: some writers put the item's text there.
+void Reader::Skip_Label(int)
+{
+    if (!m_tokens.Group_Has("par"))
+        Skip();
+}
+
 void Reader::Character(int unit)
 {
     Emit_Unit(static_cast<char16_t>(unit));

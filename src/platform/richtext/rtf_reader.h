@@ -173,6 +173,7 @@ private:
     void Ignore(int value);
     void To_Destination(int destination);
     void Skip_Group(int value);
+    void Skip_Label(int value);
     void Character(int unit);
     void Unicode(int value);
     void Unicode_Skip(int value);

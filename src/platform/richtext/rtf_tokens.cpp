@@ -141,6 +141,21 @@ Token Tokenizer::Binary(int length)
     return {.kind = Token_Kind::Binary, .text = m_bytes.substr(begin, m_at - begin)};
 }
 
+bool Tokenizer::Group_Has(std::string_view word) const
+{
+    constexpr std::size_t farthest = 4096;
+    Tokenizer ahead(m_bytes.substr(m_at, farthest));
+    for (int depth = 0; depth >= 0;) {
+        const Token token = ahead.Next();
+        if (token.kind == Token_Kind::End)
+            return false;
+        if (token.kind == Token_Kind::Word && token.text == word)
+            return true;
+        depth += token.kind == Token_Kind::Open ? 1 : token.kind == Token_Kind::Close ? -1 : 0;
+    }
+    return false;
+}
+
 void Tokenizer::Skip_Group()
 {
     for (std::size_t depth = 0;;) {

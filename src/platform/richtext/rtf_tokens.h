@@ -27,6 +27,8 @@ public:
     Token Next();
     /// Moves to the brace that closes the group that is open now, minding \bin data and escaped braces.
     void Skip_Group();
+    /// Whether a control word stands in the group that is open now; only its first bytes are looked at.
+    [[nodiscard]] bool Group_Has(std::string_view word) const;
 
 private:
     Token Control();

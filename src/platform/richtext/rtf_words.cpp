@@ -266,7 +266,7 @@ struct Words {
         {"annotation", &R::Skip_Group},
         {"atnid", &R::Skip_Group},
         {"atnauthor", &R::Skip_Group},
-        {"listtext", &R::Skip_Group},
+        {"listtext", &R::Skip_Label},
         {"pntext", &R::Skip_Group},
         {"objdata", &R::Skip_Group},
         {"objclass", &R::Skip_Group},

@@ -101,6 +101,7 @@ void Test_Rtf_Reader::text_data()
         u"in\nout"_qs);
     row("object's result", "{\\object\\objemb{\\*\\objdata 0102}{\\result shown}}", u"shown"_qs);
     row("list text is not text", "{\\listtext\\'b7\\tab}\\ls1 a\\par\\pard{\\pntext 1.}{\\*\\pn\\pndec}b", u"a\nb"_qs);
+    row("list text that is text", "{\\listtext\\pard {\\b\\tab }{\\b item}{\\par}\r\n}\\pard b", u"\titem\nb"_qs);
     row("nothing follows the last brace", "a}b{c}", u"a"_qs);
     row("unfinished row", "\\trowd\\cellx100\\intbl a\\cell b", u"\na\nb\n"_qs);
 }
