@@ -18,6 +18,7 @@ void Find_Tree::Copy(const Tree_Model &source)
         if (before.value(Node(i).key, parent < 0 || Is_Ticked(parent)))
             m_ticked.insert(i);
     }
+    Sum_Up();
 }
 
 void Find_Tree::CheckedIndex(int node, bool ticked)
@@ -31,9 +32,23 @@ void Find_Tree::CheckedIndex(int node, bool ticked)
         else
             m_ticked.remove(i);
     }
-    if (!ticked)
-        m_ticked.remove(0);
+    Sum_Up();
     emit dataChanged(Index_Of(0), Index_Of(Node_Count() - 1), {Qt::CheckStateRole});
+}
+
+void Find_Tree::Sum_Up()
+{
+    m_mixed.clear();
+    if (Node_Count() < 2)
+        return; // a root alone has a box of its own
+    m_ticked.remove(0);
+    if (m_ticked.size() == Node_Count() - 1)
+        m_ticked.insert(0);
+    for (int i = Node_Count() - 1; i > 0; --i) { // a parent stands before its children
+        const int parent = Node(i).parent;
+        if (m_mixed.contains(i) || Is_Ticked(i) != Is_Ticked(parent))
+            m_mixed.insert(parent);
+    }
 }
 
 QStringList Find_Tree::Ticked_Ids() const
@@ -63,8 +78,12 @@ Qt::ItemFlags Find_Tree::flags(const QModelIndex &index) const
 
 QVariant Find_Tree::data(const QModelIndex &index, int role) const
 {
-    if (role == Qt::CheckStateRole && index.isValid())
-        return Is_Ticked(Node_Of(index)) ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::CheckStateRole && index.isValid()) {
+        const int node = Node_Of(index);
+        if (m_mixed.contains(node))
+            return Qt::PartiallyChecked;
+        return Is_Ticked(node) ? Qt::Checked : Qt::Unchecked;
+    }
     return Tree_Model::data(index, role);
 }
 

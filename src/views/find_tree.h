@@ -7,7 +7,8 @@
 #include <QStringList>
 
 /// The folder tree of the search, each node with a box. A folder's box drives its subtree, the root's every box. The
-/// root's own tick means the whole database, so it goes as soon as one folder is left out.
+/// root's own tick means the whole database, so it is there as long as every folder is ticked. A box above boxes of
+/// both kinds is shown as half ticked, whether its own documents are searched or not.
 class Find_Tree : public Tree_Model
 {
     Q_OBJECT
@@ -30,5 +31,8 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
 private:
+    void Sum_Up();
+
     QSet<int> m_ticked;
+    QSet<int> m_mixed; ///< nodes with a ticked and an unticked one among themselves and those below
 };

@@ -251,13 +251,28 @@ private slots:
         };
         load({u"001"_s, u"002"_s, u"001001"_s, u"001002"_s, u"002001"_s});
         Find_Tree boxes;
+        const auto shown = [&boxes] {
+            QString states;
+            for (int i = 0; i < boxes.Node_Count(); ++i)
+                states += u" ~x"_s.at(boxes.Index_Of(i).data(Qt::CheckStateRole).toInt());
+            return states;
+        };
         boxes.Copy(tree);
         QVERIFY(boxes.Root_Ticked());
         boxes.CheckedIndex(boxes.Find(u"C_001"_s), false);
         QVERIFY(!boxes.Root_Ticked());
         QCOMPARE(boxes.Ticked_Ids(), QStringList({u"002"_s, u"002001"_s}));
+        QCOMPARE(shown(), u"~ x  x"_s);
         boxes.CheckedIndex(boxes.Find(u"C_001001"_s), true);
         QCOMPARE(boxes.Ticked_Names(), QStringList({u"002"_s, u"001001"_s, u"002001"_s}));
+        QCOMPARE(shown(), u"~~xx x"_s);
+        // The last folder that was left out comes back: everything is searched again.
+        boxes.CheckedIndex(boxes.Find(u"C_001"_s), true);
+        QVERIFY(boxes.Root_Ticked());
+        boxes.CheckedIndex(boxes.Find(u"C_001002"_s), false);
+        QCOMPARE(shown(), u"~~xx x"_s);
+        boxes.CheckedIndex(boxes.Find(u"C_001"_s), false);
+        boxes.CheckedIndex(boxes.Find(u"C_001001"_s), true);
         // The folders changed: ticks stay, new ones have their parent's.
         load({u"001"_s, u"002"_s, u"001001"_s, u"002001"_s, u"001003"_s, u"002002"_s});
         boxes.Copy(tree);
