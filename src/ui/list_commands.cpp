@@ -22,13 +22,16 @@
 #include <QMenu>
 #include <QPixmap>
 
+/// How many selected rows a command works on.
+enum class Rows { Any, Some, One };
+
 /// One command of the list: an entry of its context menu and a key.
 struct Frm_ListView::Command {
     const char *name;
     const char *caption; ///< key in the section of the form
     const char *icon;
     QKeySequence key;
-    bool forRows; ///< works on selected rows
+    Rows rows;
     bool endsGroup;
     void (Frm_ListView::*run)();
 };
@@ -36,18 +39,20 @@ struct Frm_ListView::Command {
 const std::vector<Frm_ListView::Command> &Frm_ListView::Commands()
 {
     static const std::vector<Command> commands = {
-        {"Mnu_List_Open", "_Mnu_Open", "open", Qt::Key_Return, true, false, &Frm_ListView::Open_Selected},
-        {"Mnu_List_New", "_Mnu_New", "new", {}, false, false, &Frm_ListView::New_Document},
-        {"Mnu_List_Delete", "_Mnu_Delete", "delete", QKeySequence::Delete, true, true, &Frm_ListView::Delete_Selected},
-        {"Mnu_List_Move", "_Mnu_Move", "folder_move", Qt::CTRL | Qt::SHIFT | Qt::Key_M, true, false,
+        {"Mnu_List_Open", "_Mnu_Open", "open", Qt::Key_Return, Rows::Some, false, &Frm_ListView::Open_Selected},
+        {"Mnu_List_New", "_Mnu_New", "new", {}, Rows::Any, false, &Frm_ListView::New_Document},
+        {"Mnu_List_Delete", "_Mnu_Delete", "delete", QKeySequence::Delete, Rows::Some, true,
+         &Frm_ListView::Delete_Selected},
+        {"Mnu_List_Move", "_Mnu_Move", "folder_move", Qt::CTRL | Qt::SHIFT | Qt::Key_M, Rows::Some, false,
          &Frm_ListView::Move_Selected},
-        {"Mnu_Lsv_Code_Info_VirCate", "_Mnu_VirCate", "folder", {}, true, true, &Frm_ListView::Edit_Memberships},
-        {"Mnu_List_Copy_Title", "_Mnu_Copy_Title", "copy", QKeySequence::Copy, true, false, &Frm_ListView::Copy_Titles},
-        {"Mnu_List_Color", "_Mnu_Color", "color", {}, true, true, &Frm_ListView::Color_Rows},
-        {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, false, false, &Frm_ListView::Set_Up_Columns},
-        {"Mnu_List_Picture", "_Mnu_Picture", "", {}, false, false, &Frm_ListView::Choose_Picture},
-        {"Mnu_List_No_Picture", "_Mnu_No_Picture", "", {}, false, true, &Frm_ListView::Close_Picture},
-        {"Mnu_List_Properties", "_Mnu_Properties", "properties", Qt::ALT | Qt::Key_Return, true, false,
+        {"Mnu_Lsv_Code_Info_VirCate", "_Mnu_VirCate", "folder", {}, Rows::One, true, &Frm_ListView::Edit_Memberships},
+        {"Mnu_List_Copy_Title", "_Mnu_Copy_Title", "copy", QKeySequence::Copy, Rows::Some, false,
+         &Frm_ListView::Copy_Titles},
+        {"Mnu_List_Color", "_Mnu_Color", "color", {}, Rows::Some, true, &Frm_ListView::Color_Rows},
+        {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, Rows::Any, false, &Frm_ListView::Set_Up_Columns},
+        {"Mnu_List_Picture", "_Mnu_Picture", "", {}, Rows::Any, false, &Frm_ListView::Choose_Picture},
+        {"Mnu_List_No_Picture", "_Mnu_No_Picture", "", {}, Rows::Any, true, &Frm_ListView::Close_Picture},
+        {"Mnu_List_Properties", "_Mnu_Properties", "properties", Qt::ALT | Qt::Key_Return, Rows::One, false,
          &Frm_ListView::Show_Properties},
     };
     return commands;
@@ -74,9 +79,10 @@ void Frm_ListView::Add_Commands()
 void Frm_ListView::Show_Menu(const QPoint &at)
 {
     const qsizetype rows = Selected_Ids().size();
-    for (size_t i = 0; i < m_actions.size(); ++i)
-        m_actions[i]->setEnabled(rows > 0 || !Commands()[i].forRows);
-    m_menu->findChild<QAction *>(QStringLiteral("Mnu_Lsv_Code_Info_VirCate"))->setEnabled(rows == 1);
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const Rows wanted = Commands()[i].rows;
+        m_actions[i]->setEnabled(wanted == Rows::Any || rows == 1 || (rows > 1 && wanted == Rows::Some));
+    }
     m_menu->findChild<QAction *>(QStringLiteral("Mnu_List_No_Picture"))->setVisible(m_ui->Img_List->isVisibleTo(this));
     m_menu->exec(m_ui->Lsv_Code_Info->viewport()->mapToGlobal(at));
     for (QAction *action : m_actions)
@@ -165,7 +171,7 @@ void Frm_ListView::Set_Up_Columns()
 void Frm_ListView::Show_Properties()
 {
     const QStringList ids = Selected_Ids();
-    if (ids.isEmpty())
+    if (ids.size() != 1)
         return;
     Trap(
         QStringLiteral("Frm_ListView\\Mnu_List_Properties"),

@@ -24,6 +24,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
@@ -329,8 +330,8 @@ private slots:
         QVERIFY(Sql_Cell(u"select log_text from tab_log where type_id='5'"_s).contains(u"(1)"_s));
     }
 
-    /// Extra folders are those of one document.
-    void Extra_Folders_Are_Not_Set_For_Several()
+    /// Extra folders and properties are those of one document: with several, nothing is asked or told.
+    void Some_Commands_Are_For_One_Row()
     {
         List().selectAll();
         bool asked = false;
@@ -341,8 +342,25 @@ private slots:
             }
         });
         m_form->findChild<QAction *>(u"Mnu_Lsv_Code_Info_VirCate"_s)->trigger();
+        m_form->findChild<QAction *>(u"Mnu_List_Properties"_s)->trigger();
         QTest::qWait(1);
         QVERIFY(!asked);
+        QStringList enabled;
+        QTimer::singleShot(0, [&] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            for (const QAction *action : menu == nullptr ? QList<QAction *>() : menu->actions()) {
+                if (action->isEnabled())
+                    enabled << action->objectName();
+            }
+            if (menu != nullptr)
+                menu->close();
+        });
+        emit List().customContextMenuRequested({});
+        QVERIFY(enabled.contains(u"Mnu_List_Delete"_s));
+        QVERIFY(!enabled.contains(u"Mnu_List_Properties"_s) && !enabled.contains(u"Mnu_Lsv_Code_Info_VirCate"_s));
+        List().setCurrentIndex(List().model()->index(0, 0));
+        m_program->prompts.Expect(u"{1}"_s, u"ok"_s);
+        m_form->findChild<QAction *>(u"Mnu_List_Properties"_s)->trigger();
     }
 
     void A_Missing_Picture_Is_Told()
