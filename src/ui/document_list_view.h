@@ -13,6 +13,7 @@ public:
 
     /// What stands in the middle while there are no rows.
     void Set_Empty_Text(const QString &text);
+    [[nodiscard]] QString Empty_Text() const { return m_emptyText; }
     /// Lines between rows and columns.
     void Set_Grid(bool on);
     /// Typing finds rows by the text of this column.

@@ -105,7 +105,8 @@ void Frm_ListView::Show_Source(Page_Source source, int page, const QString &empt
     m_source = std::move(source);
     m_page = page;
     m_searchKey.clear();
-    m_ui->Lsv_Code_Info->Set_Empty_Text(emptyText.isEmpty() ? Empty_Hint() : emptyText);
+    m_emptyText = emptyText.isEmpty() ? Empty_Hint() : emptyText;
+    m_ui->Lsv_Code_Info->Set_Empty_Text({}); // nothing is known while a password is asked
     Fill();
     m_ui->Lsv_Code_Info->scrollToTop();
 }
@@ -147,6 +148,7 @@ void Frm_ListView::Fill()
         info = m_source(m_list, m_page);
     }
     ShowPageInfo(info);
+    m_ui->Lsv_Code_Info->Set_Empty_Text(info.locked ? m_lang.GetString("_Locked_Folder") : m_emptyText);
     if (m_sortColumn > 0)
         m_list.Sort_By(m_sortColumn, m_ascending);
     Select_Document(current);

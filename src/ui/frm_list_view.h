@@ -32,7 +32,7 @@ public:
 
     void Load_Lang();
     /// Shows a page of a source and keeps the source for paging.
-    /// @param emptyText  what stands there when it has no rows; "" for the usual hint
+    /// @param emptyText  what stands there when it has no rows; "" for the usual hint. A locked folder says that it is.
     void Show_Source(Page_Source source, int page = 1, const QString &emptyText = {});
     /// Shows nothing but a text.
     void Show_Text(const QString &text);
@@ -101,6 +101,7 @@ private:
     std::vector<QAction *> m_actions; ///< one for each command
     Page_Source m_source;
     Page_Info m_info;
+    QString m_emptyText;
     QString m_searchKey;
     QString m_pictureFile; ///< the file that m_picture shows
     QPixmap m_picture;

@@ -69,7 +69,7 @@ void Frm_Main::Select_Last_Folder()
 {
     // No password is asked before the window is there: a locked folder waits to be chosen.
     if (m_tree->Is_Locked(Config().Tree_LastKey) && m_tree->Mark_Folder(Config().Tree_LastKey))
-        return Clear_List();
+        return m_list->Show_Text(m_lang.GetString("_Locked_Folder", "Frm_ListView"));
     if (!m_tree->Select_Folder(Config().Tree_LastKey))
         m_tree->Select_Folder(QString());
 }

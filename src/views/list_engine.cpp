@@ -148,7 +148,8 @@ Page_Info Fill_Page(const Request &request, List_Model &list, int page, QString 
 
     const qint64 rowsToRead = page * perPage;
     const std::optional<QString> statement = Row_Statement(request, rowsToRead, password);
-    if (!statement)
+    info.locked = !statement;
+    if (info.locked)
         return info;
     Recordset rows;
     rows.CursorLocation = Cursor_Location::Client;

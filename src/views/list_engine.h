@@ -13,6 +13,7 @@ struct Page_Info {
     enum Label { Total = 0, Pages = 1, Per_Page = 2, Shown = 3 };
     std::array<qint64, 4> labels{};
     bool paging = false; ///< the page bar is enabled
+    bool locked = false; ///< nothing is listed because the folder's password was not given
 };
 
 /// Fills one page of the list from a folder or a date.

@@ -100,6 +100,16 @@ private slots:
         m_program->prompts.Expect(u"密码"_s, u""_s);
         QVERIFY(tree.Select_Folder(u"002"_s));
         QCOMPARE(Listed(), QStringList());
+        const auto hint = [this] {
+            return Get<Document_List_View>(*m_window, "Lsv_Code_Info").Empty_Text();
+        };
+        const QString locked = hint();
+        QVERIFY(locked.contains(u"密码"_s));
+        QVERIFY(tree.Select_Folder(u"000"_s));
+        QVERIFY(hint() != locked);
+        Config().Tree_LastKey = u"002"_s;
+        m_window->Select_Last_Folder();
+        QCOMPARE(hint(), locked);
         m_window->Document_Changed(u"{1}"_s); // a save elsewhere
         QCOMPARE(Listed(), QStringList());
         m_program->prompts.Expect(u"密码"_s, u"secret"_s);
