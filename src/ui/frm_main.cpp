@@ -392,12 +392,17 @@ void Frm_Main::Apply_Settings()
 
 void Frm_Main::Choose_Files()
 {
+    if (Selected_Folder().isEmpty()) {
+        Prompts::Message(m_lang.GetString("_SelectDir", "Frm_Doc_Standard"), App().App_Title,
+                         Prompts::Icon::Exclamation);
+        return;
+    }
     const QString path =
         Prompts::Open_File(m_ui->ImportFile->text(), GetIni(QStringLiteral("Page"), QStringLiteral("OpenPath")));
     if (path.isEmpty())
         return;
     WriteIni(QStringLiteral("Page"), QStringLiteral("OpenPath"), QFileInfo(path).path());
-    Import_Files({path}, Selected_Folder());
+    m_tree->Commands().Import({path}, Selected_Folder());
 }
 
 void Frm_Main::Choose_Database()

@@ -296,13 +296,16 @@ void Tree_Commands::Drop_Files(const QStringList &files, int target)
     const Tree_Node &node = m_pane.Tree().Node(target);
     if (!Is_Folder_Key(node.key))
         return Tell("_NotoRoot", node.caption);
-    const QString key = node.key;
-    const QString before = node.caption;
-    m_shell.Import_Files(files, GetKeyPart(key, Key_Part::After_Underscore));
-    const int after = m_pane.Tree().Find(key);
-    // An import that failed or was called off has told so itself; its count stands as it was.
-    if (after >= 0 && m_pane.Tree().Node(after).caption != before)
-        Say(Caption_Name(before) + Pack_Text("Frm_Main", "_ImportFileOk"), Log_Type::Imported);
+    Import(files, GetKeyPart(node.key, Key_Part::After_Underscore));
+}
+
+void Tree_Commands::Import(const QStringList &files, const QString &folderId)
+{
+    // An import that failed or was called off has told so itself.
+    const int node = m_shell.Import_Files(files, folderId) > 0 ? m_pane.Tree().Find(Folder_Key(folderId)) : -1;
+    if (node >= 0)
+        Say(Caption_Name(m_pane.Tree().Node(node).caption) + Pack_Text("Frm_Main", "_ImportFileOk"),
+            Log_Type::Imported);
 }
 
 void Tree_Commands::Drop_Documents_On(const QStringList &codeIds, int target)

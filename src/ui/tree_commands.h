@@ -42,6 +42,8 @@ public:
     void Take_Drop(const Drop &drop);
     /// Asks for a folder and moves documents there, as a drop of their rows would.
     void Move_Documents(const QStringList &codeIds);
+    /// Stores files as documents of a folder; status line and log tell of those that were stored.
+    void Import(const QStringList &files, const QString &folderId);
 
     /// Shows a text on the status line and logs it.
     void Say(const QString &text, Log_Type type = Log_Type::Changed);

@@ -9,6 +9,7 @@
 #include "ui/tree_pane.h"
 
 #include <QAction>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -67,6 +68,19 @@ private slots:
     {
         QFETCH(QString, form);
         QCOMPARE(Opened_By(QLatin1String(QTest::currentDataTag())), form);
+    }
+
+    void An_Import_Is_Told_And_Logged()
+    {
+        m_program->Write(u"note.txt"_s, "a note");
+        m_program->prompts.Expect(u"导入"_s, m_program->Path(u"note.txt"_s));
+        Get<QAction>(*m_window, "Mnu_Import_File").trigger();
+        const QString told = u"Work文件已成功导入"_s;
+        QCOMPARE(Get<QStatusBar>(*m_window, "Sta_Bar").currentMessage(), told);
+        QCOMPARE(Sql_Cell(u"select log_text from tab_log where type_id='5'"_s), told);
+        Get<Tree_Pane>(*m_window, "Trv_Code_Class").Select_Folder({});
+        m_program->prompts.Expect(u"请选择相应的文件夹"_s, u"ok"_s); // before a file is asked for
+        Get<QAction>(*m_window, "ImportFile").trigger();
     }
 
     void Find_Shows_The_Search()
