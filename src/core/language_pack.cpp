@@ -70,3 +70,9 @@ QString Pack_Text(const char *section, const char *key)
 {
     return Language().GetString(QLatin1String(section), QLatin1String(key));
 }
+
+QString Pack_List(const QStringList &words)
+{
+    const QString sign = Pack_Text("Main", "_List_Sign");
+    return words.join(sign.isEmpty() ? QStringLiteral(", ") : sign);
+}

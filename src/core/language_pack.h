@@ -5,6 +5,7 @@
 #include "platform/profile/profile.h"
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 /// One language's texts: an INI file with a section for each form. It is parsed once for each load.
@@ -44,3 +45,5 @@ void Load_Language(const QString &source);
 
 /// A text of the pack in force.
 QString Pack_Text(const char *section, const char *key);
+/// Words as a list, with the sign that the pack in force puts between them; a comma where it names none.
+QString Pack_List(const QStringList &words);

@@ -4,6 +4,7 @@
 #include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "platform/prompts/prompts.h"
@@ -25,8 +26,8 @@ constexpr int Field_Role = Qt::UserRole;
 QString Named(const QStringList &names, const QString &more)
 {
     if (names.size() <= Most_Names)
-        return names.join(QStringLiteral(", "));
-    return names.mid(0, Most_Names).join(QStringLiteral(", ")) + more.arg(names.size() - Most_Names);
+        return Pack_List(names);
+    return Pack_List(names.mid(0, Most_Names)) + more.arg(names.size() - Most_Names);
 }
 } // namespace
 
@@ -213,7 +214,7 @@ QString Search_Pane::Scope_Of(const Search_Request &request) const
     const QString folders = request.everywhere ? m_lang.GetString("_Everywhere")
                                                : Named(m_folders.Ticked_Names(), m_lang.GetString("_And_More"));
     return QStringList{m_lang.GetString("_Nothing_Found").arg(m_result->key), m_lang.GetString("_In_Folders") + folders,
-                       m_lang.GetString("_In_Fields") + fields.join(QStringLiteral(", "))}
+                       m_lang.GetString("_In_Fields") + Pack_List(fields)}
         .join(QLatin1Char('\n'));
 }
 

@@ -225,7 +225,7 @@ private slots:
 
         const auto nothing = search(u"nowhere"_s);
         QVERIFY(nothing && nothing->found.rows.empty());
-        for (const char16_t *named : {u"nowhere", u"标题", u"回收站"})
+        for (const char16_t *named : {u"nowhere", u"按标题、关键字、", u"回收站"})
             QVERIFY2(nothing->scope.contains(QString::fromUtf16(named)), qPrintable(nothing->scope));
         const QString searched = m_shell->status;
         const QString database = std::exchange(App().Conn_Str, u"Data Source=none.db"_s);
