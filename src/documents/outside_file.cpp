@@ -28,11 +28,10 @@ const QString Record_Name = QStringLiteral("record.cbor");
 /// A name that a person recognises in the other program's title bar.
 QString Copy_Name(const QString &title, const QString &type)
 {
-    constexpr qsizetype Longest = 60;
-    QString name;
-    for (const QChar c : title.simplified().left(Longest))
-        name += c < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|.~").contains(c) ? QLatin1Char('_') : c;
-    return (name.trimmed().isEmpty() ? QStringLiteral("_") : name.trimmed()) + QLatin1Char('.') + type.toLower();
+    QString name = Files::Name_For(title, QStringLiteral("_"));
+    for (const char sign : {'.', '~'}) // those programs name files of their own with them
+        name.replace(QLatin1Char(sign), QLatin1Char('_'));
+    return name + QLatin1Char('.') + type.toLower();
 }
 
 /// When the document was changed last; "" when it is gone.

@@ -153,16 +153,6 @@ void Export(const Document_Form &form, const QString &path)
     else
         Files::Write_Bytes(path, Rich_Text::Write_Rtf(*form.content));
 }
-
-/// A title as a file's name; a document without one has the words of its tab.
-QString File_Name(const QString &title)
-{
-    QString name;
-    for (const QChar c : title.simplified())
-        name += c < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|").contains(c) ? QLatin1Char('_') : c;
-    name = name.left(80).trimmed();
-    return name.isEmpty() ? Pack_Text("Frm_Doc_Standard", "_NewDoc") : name;
-}
 } // namespace
 
 void Document_Tabs::Add_Commands()
@@ -227,8 +217,8 @@ void Document_Tabs::Save_As()
     const QString filter = Pack_Text("Frm_Main", "_Rich") + QStringLiteral("(*.rtf)|*.rtf|") +
                            Pack_Text("Frm_Main", "_Text") + QStringLiteral("(*.txt)|*.txt|") +
                            Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm)|*.htm *.html");
-    const QString path = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"),
-                                            File_Name(document->Title()) + QStringLiteral(".rtf"), filter);
+    const QString name = Files::Name_For(document->Title(), Pack_Text("Frm_Doc_Standard", "_NewDoc"));
+    const QString path = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), name + QStringLiteral(".rtf"), filter);
     if (path.isEmpty())
         return;
     document->Commit_Composition();

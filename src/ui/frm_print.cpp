@@ -7,6 +7,7 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "editor/printing.h"
+#include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "ui/icons.h"
 #include "ui_frm_print.h"
@@ -21,14 +22,6 @@ namespace
 {
 const QString Page = QStringLiteral("Page");
 const QString Pdf_Path = QStringLiteral("PdfPath");
-
-QString File_Name(const QString &title)
-{
-    static const QRegularExpression unfit(QStringLiteral("[\\x00-\\x1F\\\\/:*?\"<>|]"));
-    constexpr qsizetype Longest = 80;
-    const QString name = QString(title).replace(unfit, QStringLiteral("_")).trimmed().left(Longest);
-    return (name.isEmpty() ? QStringLiteral("1") : name) + QStringLiteral(".pdf");
-}
 } // namespace
 
 Frm_Print::Frm_Print(const QTextDocument &document, const QString &title, QWidget *parent)
@@ -49,9 +42,10 @@ Frm_Print::~Frm_Print() = default;
 bool Frm_Print::Save_Pdf(const QTextDocument &document, const QString &title)
 {
     const QString folder = GetIni(Page, Pdf_Path);
-    const QString preset = folder.isEmpty() ? File_Name(title) : QDir(folder).filePath(File_Name(title));
+    const QString name = Files::Name_For(title, Pack_Text("Frm_Doc_Standard", "_NewDoc")) + QStringLiteral(".pdf");
     const QString path =
-        Prompts::Save_File(Pack_Text("Frm_Print", "_Save_Pdf"), preset, QStringLiteral("PDF (*.pdf)|*.pdf"));
+        Prompts::Save_File(Pack_Text("Frm_Print", "_Save_Pdf"), folder.isEmpty() ? name : QDir(folder).filePath(name),
+                           QStringLiteral("PDF (*.pdf)|*.pdf"));
     if (path.isEmpty())
         return false;
     WriteIni(Page, Pdf_Path, QFileInfo(path).path());

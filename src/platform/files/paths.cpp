@@ -123,4 +123,18 @@ bool Is_Plain_Name(const QString &name)
     return std::any_of(name.begin(), name.end(),
                        [](QChar character) { return character != u'.' && character != u' '; });
 }
+
+QString Name_For(const QString &text, const QString &otherwise)
+{
+    constexpr qsizetype Longest = 80;
+    QString name = text.simplified().left(Longest);
+    if (!name.isEmpty() && name.back().isHighSurrogate())
+        name.chop(1); // half a character
+    for (QChar &character : name) {
+        if (character.category() == QChar::Other_Control || QStringView(u"/\\:*?\"<>|").contains(character))
+            character = u'_';
+    }
+    name = name.trimmed();
+    return name.isEmpty() ? otherwise : name;
+}
 } // namespace Files

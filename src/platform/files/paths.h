@@ -20,6 +20,9 @@ QString With_Final_Separator(const QString &directory);
 QString Short_Path(const QString &path);
 /// A plain file name: no separator, no drive, not "", "." or "..", no control character.
 bool Is_Plain_Name(const QString &name);
+/// A plain file name, without extension, for a text such as a title: on one line, "_" for what no system's names hold,
+/// at most 80 characters. @returns `otherwise` for a text of blanks only
+QString Name_For(const QString &text, const QString &otherwise);
 
 /// Whether a written file must outlive a failure of the machine, or only one of the program: waiting for the disk
 /// costs more than all else.

@@ -14,6 +14,7 @@
 #include <unistd.h>
 #endif
 
+using namespace Qt::StringLiterals;
 using namespace Files;
 
 namespace
@@ -121,6 +122,24 @@ private slots:
     {
         QFETCH(QString, name);
         QTEST(Is_Plain_Name(name), "plain");
+    }
+
+    void Titles_Become_Plain_Names_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("name");
+        QTest::addRow("signs") << u" a/b: c\\d*?\"<>|\x7f "_s << u"a_b_ c_d_______"_s;
+        QTest::addRow("lines") << u"one\r\n two\t三"_s << u"one two 三"_s;
+        QTest::addRow("blank") << u" \n"_s << u"new"_s;
+        QTest::addRow("long, with a blank at the cut") << QString(79, u'x') + u" y"_s << QString(79, u'x');
+        QTest::addRow("half a character at the cut") << QString(79, u'x') + u"😀"_s << QString(79, u'x');
+    }
+    void Titles_Become_Plain_Names()
+    {
+        QFETCH(QString, title);
+        const QString name = Name_For(title, u"new"_s);
+        QTEST(name, "name");
+        QVERIFY(Is_Plain_Name(name));
     }
 
     void Failures_Have_Their_Numbers()
