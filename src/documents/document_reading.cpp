@@ -62,7 +62,7 @@ public:
     [[nodiscard]] QString Path(const QString &name) const { return m_staging.Path(name); }
 
     /// Writes a column to the raw file.
-    void Stage(const Field &column) const { Files::Write_Bytes(Path(Raw), column.Bytes(), Files::Durability::Staging); }
+    void Stage(const Field &column) const { Files::Write_Bytes(Path(Raw), column.Bytes(), Files::Durability::Scratch); }
     /// Decodes the raw file; a failure shows as a missing file.
     void Decode(const QString &target) const
     {

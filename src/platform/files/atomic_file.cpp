@@ -26,21 +26,26 @@ bool Disk_Is_Full(const QFileDevice &file, const QString &path, qint64 size)
     return storage.isValid() && storage.bytesAvailable() < size;
 }
 
-/// A file beside its place that takes it without waiting for the disk.
+/// A file beside its place that takes it without waiting for the disk; a scratch file is in its place from the first.
 class Staging_File : public QFile
 {
 public:
-    explicit Staging_File(const QString &path) : QFile(path + QStringLiteral(".part")), m_path(path) {}
+    Staging_File(const QString &path, Durability durability)
+        : QFile(durability == Durability::Scratch ? path : path + QStringLiteral(".part")), m_path(path)
+    {
+    }
     ~Staging_File() override
     {
         if (!m_taken && isOpen())
             remove();
     }
-    bool Take_Place()
+    bool Take_Place(qint64 size)
     {
+        if (fileName() == m_path)
+            resize(size); // what was there may have been longer
         close();
         std::error_code trouble;
-        if (error() == NoError)
+        if (error() == NoError && fileName() != m_path)
             std::filesystem::rename(filesystemFileName(), QFileInfo(m_path).filesystemFilePath(), trouble);
         m_taken = error() == NoError && !trouble;
         if (!m_taken)
@@ -55,18 +60,19 @@ private:
 } // namespace
 
 Atomic_File::Atomic_File(const QString &path, Durability durability)
-    : m_path(durability == Durability::Staging ? With_Slashes(path) : Native_Path(path))
+    : m_path(durability == Durability::Kept ? Native_Path(path) : With_Slashes(path))
 {
-    if (durability == Durability::Staging)
-        m_file = std::make_unique<Staging_File>(m_path);
-    else
+    if (durability == Durability::Kept)
         m_file = std::make_unique<QSaveFile>(m_path);
+    else
+        m_file = std::make_unique<Staging_File>(m_path, durability);
     const QFileInfo place(m_path);
     // Taking the place of a device or a pipe would destroy it.
     if (m_path.isEmpty() || (place.exists() && !place.isFile()))
         throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Not a file: %1").arg(m_path),
                              Failure::Path_Access);
-    if (m_file->open(QIODevice::WriteOnly))
+    // Emptying a scratch file first would have the system write it out at once.
+    if (m_file->open(durability == Durability::Scratch ? QIODevice::ReadWrite : QIODevice::WriteOnly))
         return;
     if (QFileInfo(place.absolutePath()).isDir() && !May_Write_At(place))
         throw Run_Time_Error(Error_Number::Permission_Denied, QStringLiteral("Permission denied: %1").arg(m_path),
@@ -86,7 +92,7 @@ void Atomic_File::Write(const char *bytes, qint64 size)
 void Atomic_File::Commit()
 {
     auto *staging = dynamic_cast<Staging_File *>(m_file.get());
-    if (!(staging != nullptr ? staging->Take_Place() : static_cast<QSaveFile &>(*m_file).commit()))
+    if (!(staging != nullptr ? staging->Take_Place(m_size) : static_cast<QSaveFile &>(*m_file).commit()))
         Fail();
 }
 

@@ -12,7 +12,7 @@ class QFileDevice;
 namespace Files
 {
 /// A file that is written piece by piece beside its place and takes it when it is whole. A writer that goes out of
-/// scope without Commit, or is killed, leaves an older file as it was.
+/// scope without Commit, or is killed, leaves an older file as it was; a scratch file goes.
 class Atomic_File
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// @throws Run_Time_Error 61 on a full disk, 75 else.
     void Write(const char *bytes, qint64 size);
     void Write(const QByteArray &bytes) { Write(bytes.constData(), bytes.size()); }
-    /// Flushes to the disk (not a staging file), then takes the place. @throws like Write.
+    /// Flushes to the disk (not a staging or scratch file), then takes the place. @throws like Write.
     void Commit();
 
 private:

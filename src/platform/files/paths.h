@@ -25,13 +25,14 @@ bool Is_Plain_Name(const QString &name);
 QString Name_For(const QString &text, const QString &otherwise);
 
 /// Whether a written file must outlive a failure of the machine, or only one of the program: waiting for the disk
-/// costs more than all else.
-enum class Durability { Kept, Staging };
+/// costs more than all else. A scratch file need not outlive either: it is written where it is, which spares a new file
+/// each time.
+enum class Durability { Kept, Staging, Scratch };
 
 /// Reads a whole file. @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read.
 QByteArray Read_Bytes(const QString &path);
-/// Writes a whole file so that after a kill the old or the new content stands, never a part. The name of a staging
-/// file is taken as spelled.
+/// Writes a whole file so that after a kill the old or the new content stands, never a part, but for a scratch file.
+/// The name of a staging or scratch file is taken as spelled.
 /// @throws Run_Time_Error 61 on a full disk, 70 without permission, 75 else.
 void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durability = Durability::Kept);
 /// Copies a file over another, whole or not at all. @throws like Read_Bytes and Write_Bytes.

@@ -201,6 +201,17 @@ private slots:
         QCOMPARE(QDir(m_folder.path()).entryList(), before);
     }
 
+    void A_Scratch_File_Is_Written_Over()
+    {
+        for (const QByteArray &bytes :
+             {QByteArray(100'000, 'x'), QByteArray("shorter"), QByteArray(), QByteArray("y")}) {
+            Write_Bytes(At("scratch"), bytes, Durability::Scratch);
+            QCOMPARE(Read_Bytes(At("scratch")), bytes);
+        }
+        Atomic_File(At("scratch"), Durability::Scratch).Write("half");
+        QVERIFY(!QFile::exists(At("scratch")));
+    }
+
     void A_Full_Disk_Fails_With_61_And_Leaves_The_Old_File()
     {
 #ifdef Q_OS_LINUX
@@ -214,6 +225,8 @@ private slots:
         const Outcome full{Error_Number::Disk_Full, Failure::Disk_Full};
         for (const int size : {130'000, 1 << 20}) // cut short, and with no room at all
             QVERIFY(Error_Of([&] { Write_Bytes(file, QByteArray(size, 'n')); }) == full);
+        QVERIFY(Error_Of([&] { Write_Bytes(disk + "/b", QByteArray(1 << 20, 'n'), Durability::Scratch); }) == full);
+        QVERIFY(!QFile::exists(disk + "/b"));
         QCOMPARE(Read_Bytes(file), QByteArray("old"));
         QVERIFY(mount(nullptr, qPrintable(disk), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0);
         const Outcome denied{Error_Number::Permission_Denied, Failure::Read_Only};
