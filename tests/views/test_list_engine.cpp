@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "platform/database/connection_pool.h"
 #include "platform/database/database.h"
 #include "support/test_program.h"
 #include "users/scrambling.h"
@@ -267,6 +268,55 @@ private slots:
         const QStringList second = ids(2);
         Sql_Run(u"delete from Code_Info where Code_ID='%1'"_s.arg(second.first()));
         QCOMPARE(ids(2).mid(0, perPage - 1), second.mid(1));
+    }
+
+    /// The order of a list is found anew for a change of what it is made of, and for no other one.
+    void Changes_Reach_Every_Page_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<bool>("outlived");
+        const QString some = u" where Code_ID='{03}'"_s;
+        QTest::addRow("reading") << u"update code_info set code_readnum=5,code_readdate='2026-01-01'"_s + some << true;
+        QTest::addRow("title") << u"update Code_Info set Code_Title='a first one',code_readnum=5"_s + some << false;
+        QTest::addRow("folder") << u"update Code_Info set Cate_ID='000'"_s + some << false;
+        QTest::addRow("key") << u"update Code_Info set Code_ID='{99}'"_s + some << false;
+        QTest::addRow("row gone") << u"delete from Code_Info"_s + some << false;
+        QTest::addRow("row added") << u"insert into Code_Info(Code_ID,Cate_ID,Code_Title) values ('{98}','001','a')"_s
+                                   << false;
+        QTest::addRow("locked") << u"update Cate_Info set Cate_pass='x' where Cate_ID='001001'"_s << false;
+        QTest::addRow("member") << u"insert into tab_VirCate(Cate_ID,Code_id) values ('001','{20}')"_s << false;
+        QTest::addRow("log") << u"insert into tab_log(log_text) values ('x')"_s << true;
+    }
+    void Changes_Reach_Every_Page()
+    {
+        QFETCH(QString, statement);
+        Add_Folder(u"001001"_s, u"below"_s);
+        Add_Folder(u"002"_s, u"other"_s);
+        for (int i = 0; i <= 20; ++i)
+            Add_Document(u"{%1}"_s.arg(i, 2, 10, QLatin1Char('0')),
+                         i == 20 ? u"002"_s
+                         : i % 2 ? u"001"_s
+                                 : u"001001"_s,
+                         u"title %1"_s.arg(i % 10));
+        Config().Cob_OrderBy = u"3"_s;
+        Config().MAX_RECORD = 7;
+        const auto pages = [&] {
+            QStringList found;
+            for (int page = 1; page <= 3; ++page) {
+                Fill(u"001"_s, page);
+                for (int row = 0; row < m_list->Row_Count(); ++row)
+                    found << m_list->Row(row).tag;
+            }
+            return found;
+        };
+        const QStringList before = pages();
+        Sql_Run(statement);
+        const auto connection = Connection_Pool::Get(Database_Engine::File_Of(App().Conn_Str));
+        QTEST(connection->Kept().version == connection->Data_Version(), "outlived");
+        const QStringList after = pages();
+        Database_Engine::Let_Go();
+        QCOMPARE(after, pages());
+        QTEST(after == before, "outlived");
     }
 
     void An_Unknown_Order_Is_No_Order()

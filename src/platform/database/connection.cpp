@@ -382,7 +382,7 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
     }
     if (prepared->plan->write) {
         Before_Write(prepared->plan->tables.front());
-        Run_To_End(*prepared);
+        Run_Write(*prepared);
         return nullptr;
     }
     std::unique_ptr<Sqlite_Cursor> cursor;
@@ -433,6 +433,20 @@ void Connection::Run_To_End(Prepared_Statement &statement)
     const Run_Time_Error error = Error();
     sqlite3_reset(statement.handle);
     throw error;
+}
+
+/// A write that changes nothing of what the kept order was found by leaves it as it is.
+void Connection::Run_Write(Prepared_Statement &statement)
+{
+    const QByteArrayList &changes = statement.plan->changes;
+    const bool stays = std::none_of(changes.begin(), changes.end(),
+                                    [this](const QByteArray &name) { return m_kept.sql.contains(name); }) &&
+                       !m_kept.statement.isEmpty() && m_kept.version == Data_Version();
+    Run_To_End(statement);
+    // Further changes would be those of a trigger.
+    if (stays && sqlite3_total_changes64(m_db) == m_kept.version.first + sqlite3_changes64(m_db)) {
+        m_kept.version.first = sqlite3_total_changes64(m_db);
+    }
 }
 
 qint64 Connection::Change(const QByteArray &sql, const std::vector<Cell> &values)

@@ -37,8 +37,9 @@ struct Ordered_Key {
 /// The order of the last long list.
 struct Kept_Order {
     QString statement;
-    std::pair<qint64, qint64> version; ///< of the file then
+    std::pair<qint64, qint64> version; ///< of the file for which it holds
     std::vector<Ordered_Key> keys;
+    QByteArray sql; ///< what found it
 };
 
 /// One open database file with its tables, compiled statements and the state of its group of statements.
@@ -112,6 +113,7 @@ private:
     void Compile(Prepared_Statement &statement);
     void Bind(Prepared_Statement &statement, const std::vector<Token> &tokens);
     void Run_To_End(Prepared_Statement &statement);
+    void Run_Write(Prepared_Statement &statement);
     bool Tables_Are_Stale();
 
     QString m_path;

@@ -102,7 +102,7 @@ std::optional<std::vector<qint64>> Key_Query::Rows(qint64 skip)
         if (!order) {
             return std::nullopt;
         }
-        kept = {name, version, std::move(*order)};
+        kept = {name, version, std::move(*order), Sql()};
     }
     return Shown(kept.keys, skip);
 }
@@ -131,6 +131,16 @@ QString Key_Query::Kept_Name() const
         name += (bound ? QStringView() : token.raw).toString() + u'\n';
     }
     return name;
+}
+
+/// All that tells the rows and their order.
+QByteArray Key_Query::Sql() const
+{
+    QByteArray sql = m_plan.orderOfMany;
+    for (const Key_Plan::Part &part : m_plan.parts) {
+        sql += part.candidates.sql + (part.test ? part.test->sql : QByteArray());
+    }
+    return sql;
 }
 
 qint64 Key_Query::Bound_Of(const Key_Plan::Part &part) const

@@ -29,7 +29,8 @@ private:
 };
 
 /// A query run by its row numbers: first which rows it has, where texts are searched by several threads; then their
-/// order. The order of a paged list is kept until the file changes, so that turning a page costs the rows of that page.
+/// order. The order of a paged list is kept until what it was found by changes, so that turning a page costs the rows
+/// of that page.
 class Key_Query
 {
 public:
@@ -41,6 +42,7 @@ public:
 
 private:
     [[nodiscard]] QString Kept_Name() const;
+    [[nodiscard]] QByteArray Sql() const;
     /// The rows of an order that stand within the bounds of the statement, behind the first `skip` ones.
     [[nodiscard]] std::vector<qint64> Shown(const std::vector<Ordered_Key> &order, qint64 skip) const;
     [[nodiscard]] std::optional<std::vector<Ordered_Key>> Order();

@@ -318,6 +318,17 @@ QString Translate_Update(const Update &update, Translator &translator)
     return text;
 }
 
+/// The columns that are set; where one of them is of the key, the rows are other ones.
+QByteArrayList Changes_Of(const Update &update, const Catalog_Table &table)
+{
+    QByteArrayList names;
+    for (const auto &[name, value] : update.changes) {
+        const Catalog_Column &column = Column_Of(table, name);
+        names << Quoted_Name(column.keyPlace > 0 ? table.name : column.name).toUtf8();
+    }
+    return names;
+}
+
 QString Translate_Delete(const Delete &remove, Translator &translator)
 {
     const Catalog_Table &table = translator.Table(remove.table);
@@ -352,6 +363,10 @@ Plan Translate(const Statement &statement, const Catalog &catalog, bool updatabl
         } else if (const auto *remove = std::get_if<Delete>(&statement)) {
             text = Translate_Delete(*remove, translator);
         }
+        const auto *update = std::get_if<Update>(&statement);
+        const Catalog_Table &table = *catalog.Find(plan.tables.front());
+        plan.changes =
+            update != nullptr ? Changes_Of(*update, table) : QByteArrayList{Quoted_Name(table.name).toUtf8()};
     }
     plan.sql = text.toUtf8();
     return plan;

@@ -4,6 +4,7 @@
 #include "platform/database/catalog.h"
 #include "platform/database/sql_ast.h"
 
+#include <QByteArrayList>
 #include <memory>
 #include <optional>
 
@@ -49,6 +50,7 @@ struct Plan {
     bool reusable = true; ///< the same SQL serves every statement of this shape
     QString baseTable;    ///< of an updatable query, whose last hidden column is then the rowid
     std::vector<QString> tables;
+    QByteArrayList changes; ///< of a write: a query whose SQL holds none of these names has the same rows behind it
     std::shared_ptr<const Key_Plan> keys; ///< the same query by its row numbers, null where it can't be run so
 };
 
