@@ -67,10 +67,10 @@ void Editor_Commands::Make_Action(const Command_Row &row, QWidget &owner)
 {
     auto *action = new QAction(QString::fromUtf8(row.words), &owner);
     action->setObjectName(QLatin1String(row.name));
-    action->setShortcuts(QKeySequence::listFromString(QLatin1String(row.shortcut)));
+    // Each change of an action that has keys goes through the keys of all documents: the keys come last.
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setShortcuts(QKeySequence::listFromString(QLatin1String(row.shortcut)));
     action->setCheckable(row.isOn != nullptr);
-    action->setEnabled(false);
     connect(action, &QAction::triggered, this, [this, &row](bool on) { Run(row, on); });
     m_entries.append({&row, action});
     if ((row.traits & New_Group) != 0)

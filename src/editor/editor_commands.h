@@ -18,7 +18,8 @@ class Editor_Commands : public QObject
     Q_OBJECT
 
 public:
-    /// Actions and menus are children of `owner`, so that it can caption them. Without Serve all of them are disabled.
+    /// Actions and menus are children of `owner`, so that it can caption them. They fit no target before Serve or
+    /// Show_State, which without Serve disables all of them.
     explicit Editor_Commands(QWidget *owner);
 
     /// The panes that the commands act on; the first is the target until another one is entered.

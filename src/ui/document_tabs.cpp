@@ -42,6 +42,7 @@ Document_Tabs::Document_Tabs(Shell &shell, QWidget *parent) : QTabWidget(parent)
     connect(this, &QTabWidget::currentChanged, this,
             [this] { emit Document_On_Screen(Current_Document() != nullptr); });
     connect(this, &QTabWidget::currentChanged, this, &Document_Tabs::Show_State);
+    connect(this, &QTabWidget::currentChanged, this, &Document_Tabs::Wake_Page);
     connect(tabBar(), &QTabBar::tabMoved, this, &Document_Tabs::Keep_List_First);
     tabBar()->installEventFilter(this);
     Add_Commands();
@@ -285,8 +286,21 @@ void Document_Tabs::Remove(Frm_Doc_Standard *document)
     document->deleteLater();
 }
 
+/// Only the page on screen has updates: turning to another one goes through all widgets that have.
+void Document_Tabs::Wake_Page()
+{
+    if (m_awake == currentWidget())
+        return;
+    if (m_awake != nullptr)
+        m_awake->setUpdatesEnabled(false);
+    m_awake = currentWidget();
+    if (m_awake != nullptr)
+        m_awake->setUpdatesEnabled(true);
+}
+
 int Document_Tabs::Add(Frm_Doc_Standard *document)
 {
+    document->setUpdatesEnabled(false);
     const int index = addTab(document, Line_Icon(QStringLiteral("note")), Caption(*document));
     connect(document, &Frm_Doc_Standard::Mark_Changed, this, [this, document] { Show_Mark(document); });
     connect(

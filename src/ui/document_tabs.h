@@ -5,6 +5,7 @@
 #include "documents/drafts.h"
 
 #include <QAction>
+#include <QPointer>
 #include <QTabWidget>
 #include <QTimer>
 #include <vector>
@@ -74,6 +75,7 @@ private:
     struct Command;
     [[nodiscard]] static const std::vector<Command> &Commands();
     void Add_Commands();
+    void Wake_Page();
     void Show_State();
     void Delete_Current();
     void Save_As();
@@ -94,4 +96,5 @@ private:
     Shell &m_shell;
     std::vector<QAction *> m_actions; ///< one for each command
     QTimer m_autoSave;
+    QPointer<QWidget> m_awake; ///< the page on screen
 };

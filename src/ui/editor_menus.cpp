@@ -27,6 +27,7 @@ Editor_Menus::Editor_Menus(const Places &places, Document_Tabs &tabs, QWidget &w
     : QObject(&window), m_places(places), m_tabs(tabs), m_spare(new Editor_Bar(&window))
 {
     m_spare->hide();
+    m_spare->Commands().Show_State();
     for (QAction *print : m_places.print)
         connect(print, &QAction::triggered, this, &Editor_Menus::Print);
     for (QAction *preview : m_places.preview)

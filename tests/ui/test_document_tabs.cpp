@@ -385,6 +385,31 @@ private slots:
         QCOMPARE(m_tabs->currentIndex(), 2);
     }
 
+    /// The page on screen paints itself, whichever way it came there.
+    void The_Page_On_Screen_Is_Awake()
+    {
+        const auto awake = [this] {
+            QStringList titles;
+            for (int i = 0; i < m_tabs->count(); ++i) {
+                if (m_tabs->widget(i)->updatesEnabled())
+                    titles << m_tabs->tabText(i);
+            }
+            return titles.join(u' ');
+        };
+        for (const char16_t *title : {u"One", u"Two", u"Three"})
+            m_tabs->Open(Stored(QString::fromUtf16(title), u"text"_s));
+        QCOMPARE(awake(), u"Three"_s);
+        m_tabs->tabBar()->moveTab(3, 1);
+        QCOMPARE(awake(), u"Three"_s);
+        QVERIFY(m_tabs->Close(1));
+        QCOMPARE(awake(), m_tabs->tabText(m_tabs->currentIndex()));
+        m_tabs->Show_List();
+        QCOMPARE(awake(), u"List"_s);
+        QVERIFY(m_tabs->Close(1));
+        m_tabs->Turn(1);
+        QCOMPARE(awake(), u"Two"_s);
+    }
+
     void Fields_Are_Set_By_Clicks_And_Keys()
     {
         m_tabs->Open(Stored(u"Rivers"_s, u"A chosen word"_s));

@@ -9,6 +9,7 @@
 #include "ui/tree_pane.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
@@ -81,6 +82,15 @@ private slots:
         Get<Tree_Pane>(*m_window, "Trv_Code_Class").Select_Folder({});
         m_program->prompts.Expect(u"请选择相应的文件夹"_s, u"ok"_s); // before a file is asked for
         Get<QAction>(*m_window, "ImportFile").trigger();
+    }
+
+    void Editing_Needs_A_Document()
+    {
+        for (const char *menu : {"Mnu_Edit", "Mnu_Insert", "Mnu_Format"}) {
+            for (const QAction *action : Get<QMenu>(*m_window, menu).actions())
+                QVERIFY2(!action->isEnabled() || action->isSeparator() || action->menu() != nullptr,
+                         qPrintable(action->text()));
+        }
     }
 
     void Find_Shows_The_Search()
