@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Actions of control words on text: characters, fonts, styles, paragraphs, notes, pictures.
-#include "platform/richtext/rtf_page_texts.h"
+// Actions of control words on text: characters, paragraphs, notes, pictures, text boxes.
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace Rtf
@@ -13,13 +11,6 @@ namespace
 {
 constexpr int longestLength = 31'680; // twips: 22 inches, the widest page of word processors
 constexpr qsizetype mostTabs = 64;
-constexpr std::size_t mostStyleWords = 256;
-constexpr std::size_t mostBases = 32; // of one style, each based on the next
-
-qint64 Style_Key(int number, bool isCharacter)
-{
-    return (static_cast<qint64>(number) << 1) | (isCharacter ? 1 : 0);
-}
 } // namespace
 
 int Reader::Length() const
@@ -102,54 +93,6 @@ void Reader::End_Note(const State &inner)
     m_state.flagsAround = around;
 }
 
-/// Of several sections the first one's counts.
-void Reader::Begin_Page_Text(int kind)
-{
-    m_model.pageTexts.resize(std::size(Page_Text_Words));
-    if (m_state.destination != Destination::Body || !m_model.pageTexts[kind].isEmpty())
-        return Skip();
-    m_state.destination = Destination::Page_Text;
-    m_pageText = kind;
-}
-
-void Reader::Begin_Bookmark(int)
-{
-    if (m_state.destination != Destination::Body)
-        return Skip();
-    m_state.destination = Destination::Bookmark;
-    m_anchors.append(QString());
-}
-
-void Reader::Info_Field(int field)
-{
-    if (m_state.destination != Destination::Info)
-        return;
-    m_state.destination = Destination::Info_Text;
-    m_info = static_cast<std::size_t>(field);
-}
-
-void Reader::Page_Measure(int index)
-{
-    int &measure = m_model.pageMeasures[static_cast<std::size_t>(index)];
-    if (measure == Not_Set && m_state.destination == Destination::Body)
-        measure = m_hasParameter ? Length() : 1;
-}
-
-/// The row of a table is a line of its cells with tabs between them.
-void Reader::End_Page_Line()
-{
-    QString &text = m_model.pageTexts[m_pageText];
-    if (text.endsWith(u'\t'))
-        text.chop(1);
-    Emit_Unit(u'\n');
-}
-
-void Reader::Page_Number(int)
-{
-    if (m_state.destination == Destination::Page_Text)
-        m_model.pageTexts[m_pageText] += QChar(Page_Number_Mark);
-}
-
 void Reader::Alternative(int)
 {
     m_state.outside = m_state.destination;
@@ -159,125 +102,6 @@ void Reader::Alternative(int)
 void Reader::Alternative_Unicode(int)
 {
     m_state.destination = m_state.outside;
-}
-
-void Reader::Document_Pages(int codePage)
-{
-    m_documentCodePage = codePage ? codePage : m_parameter;
-}
-
-void Reader::Default_Font(int)
-{
-    m_defaultFont = m_parameter;
-}
-
-void Reader::Begin_Fonts(int)
-{
-    if (m_state.destination == Destination::Body)
-        m_state.closer = Closer::Fonts;
-    m_state.destination = Destination::Font_Table;
-}
-
-void Reader::Select_Font(int)
-{
-    if (m_state.destination == Destination::Font_Table) {
-        m_fontOfNumber.insert(m_parameter, static_cast<int>(m_model.fonts.size()));
-        m_model.fonts.push_back({});
-        m_state.codePage = Document_Code_Page;
-        return;
-    }
-    m_state.chr.font = m_fontOfNumber.value(m_parameter, -1);
-    if (Associated *associated = Current_Associated())
-        associated->font = -1;
-    Font_Changed();
-}
-
-Reader::Associated *Reader::Current_Associated()
-{
-    return m_state.script == Script_Kind::East_Asian      ? &m_state.eastAsian
-           : m_state.script == Script_Kind::Right_To_Left ? &m_state.rightToLeft
-                                                          : nullptr;
-}
-
-/// The style that text has here: the run's own, overlaid by what is associated with its script.
-Char_Style Reader::Effective_Style() const
-{
-    Char_Style style = m_state.chr;
-    style.flags |= m_state.flagsAround;
-    if (m_state.script == Script_Kind::Western)
-        return style;
-    const Associated &own = m_state.script == Script_Kind::East_Asian ? m_state.eastAsian : m_state.rightToLeft;
-    if (own.font >= 0)
-        style.font = own.font;
-    if (own.halfPoints > 0)
-        style.halfPoints = own.halfPoints;
-    style.flags |= own.flags;
-    return style;
-}
-
-void Reader::Font_Changed()
-{
-    const int font = Effective_Style().font;
-    const bool known = font >= 0;
-    const auto index = static_cast<std::size_t>(font);
-    m_state.codePage = known ? m_model.fonts[index].codePage : Document_Code_Page;
-    m_state.plainAnsi = known && m_model.fonts[index].plainAnsi;
-}
-
-QString Reader::Font_Name() const
-{
-    const int font = Effective_Style().font;
-    return font >= 0 ? m_model.fonts[static_cast<std::size_t>(font)].name : QString();
-}
-
-void Reader::Select_Script(int script)
-{
-    m_state.script = static_cast<Script_Kind>(script);
-    if (m_state.destination != Destination::Font_Table)
-        Font_Changed();
-}
-
-void Reader::Associated_Font(int)
-{
-    Associated *associated = Current_Associated();
-    if (!associated || m_state.destination == Destination::Font_Table)
-        return;
-    associated->font = m_fontOfNumber.value(m_parameter, -1);
-    Font_Changed();
-}
-
-void Reader::Associated_Size(int)
-{
-    if (Associated *associated = Current_Associated(); associated && m_parameter > 0)
-        associated->halfPoints = std::min(m_parameter, 3276);
-}
-
-void Reader::Associated_Flag(int flag)
-{
-    Associated *associated = Current_Associated();
-    if (!associated)
-        return;
-    const bool on = !m_hasParameter || m_parameter != 0;
-    associated->flags = static_cast<quint16>(on ? associated->flags | flag : associated->flags & ~flag);
-}
-
-void Reader::Font_Charset(int)
-{
-    if (m_state.destination != Destination::Font_Table || m_model.fonts.empty())
-        return;
-    Font &font = m_model.fonts.back();
-    font.codePage = Code_Page_Of_Charset(m_parameter);
-    font.plainAnsi = m_parameter == 0;
-    m_state.codePage = font.codePage == Symbol_Code_Page ? 1252 : font.codePage;
-    m_state.plainAnsi = font.plainAnsi;
-}
-
-void Reader::Font_Code_Page(int)
-{
-    if (m_state.destination != Destination::Font_Table || m_model.fonts.empty())
-        return;
-    m_model.fonts.back().codePage = m_parameter;
-    m_state.codePage = m_parameter;
 }
 
 void Reader::Color_Part(int shift)
@@ -439,62 +263,6 @@ void Reader::Same_Page(int)
 void Reader::Nest(int)
 {
     m_state.para.nesting = std::clamp(m_parameter, 0, 64);
-}
-
-void Reader::Style_Number(int isCharacter)
-{
-    if (m_state.destination != Destination::Style_Sheet)
-        return Apply_Style(m_parameter, isCharacter != 0);
-    m_style = {.words = {}, .name = {}, .number = m_parameter, .base = -1, .isCharacter = isCharacter != 0};
-    m_state.closer = Closer::Style;
-}
-
-void Reader::Based_On(int)
-{
-    if (m_state.destination == Destination::Style_Sheet)
-        m_style.base = m_parameter;
-}
-
-/// Word processors know headings by these names, whether the style tells of its outline level or not.
-void Reader::Name_Heading()
-{
-    static const QString heading = QStringLiteral("heading ");
-    const QString name = m_style.name.trimmed();
-    if (!name.startsWith(heading, Qt::CaseInsensitive) || m_style.isCharacter)
-        return;
-    const int level = name.sliced(heading.size()).chopped(name.endsWith(u';') ? 1 : 0).toInt();
-    if (level > 0)
-        m_style.words.insert(m_style.words.begin(), {Find_Word("outlinelevel"), level - 1, true});
-}
-
-void Reader::End_Style()
-{
-    Name_Heading();
-    m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
-    Style &kept = m_styles[Style_Key(m_style.number, m_style.isCharacter)];
-    kept = std::exchange(m_style, {});
-}
-
-void Reader::Apply_Style(int number, bool isCharacter)
-{
-    if (m_state.destination != Destination::Body)
-        return;
-    std::array<const Style *, mostBases> chain{};
-    std::size_t length = 0, words = 0;
-    for (int next = number; next >= 0 && length < chain.size(); ++length) {
-        const auto style = m_styles.constFind(Style_Key(next, isCharacter));
-        if (style == m_styles.constEnd() || (words += style->words.size()) > mostStyleWords)
-            break;
-        chain[length] = &*style;
-        next = style->base;
-    }
-    while (length > 0) {
-        for (const Style_Word &word : chain[--length]->words) {
-            m_parameter = word.parameter;
-            m_hasParameter = word.hasParameter;
-            (this->*word.row->action)(word.row->value);
-        }
-    }
 }
 
 void Reader::Begin_Picture(int)
