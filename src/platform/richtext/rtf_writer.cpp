@@ -225,9 +225,10 @@ void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
         mark.clearProperty(QTextFormat::BackgroundBrush);
         mark.clearProperty(QTextFormat::TextVerticalAlignment);
     }
+    const bool isChanged = mark.objectType() != QTextFormat::NoObject;
     mark.clearProperty(QTextFormat::ObjectType); // a new paragraph has its mark from the object before it
     Write_Bookmarks(mark);
-    Select(mark);
+    Select(mark, isChanged ? -1 : block.charFormatIndex());
     m_out += end;
     m_out += "\r\n";
     m_afterWord = false;
@@ -318,7 +319,7 @@ void Writer::Write_Fragments(const QTextBlock &block)
         const bool isHidden = format.objectType() == Rich_Text::Hidden_Object;
         Switch_Link(format);
         Write_Bookmarks(format);
-        Select(format);
+        Select(format, fragment.charFormatIndex());
         if (!isHidden && !format.isImageFormat()) {
             Write_Text(fragment.text());
             continue;
@@ -390,14 +391,17 @@ void Writer::Switch_Link(const QTextCharFormat &format)
     m_selectedOutside = m_selected;
 }
 
-void Writer::Select(const QTextCharFormat &format)
+void Writer::Select(const QTextCharFormat &format, int index)
 {
-    QByteArray properties = Char_Properties(format);
+    const auto known = m_propertiesOf.constFind(index);
+    const QByteArray properties = known != m_propertiesOf.constEnd() ? *known : Char_Properties(format);
+    if (index >= 0 && known == m_propertiesOf.constEnd())
+        m_propertiesOf.insert(index, properties);
     if (properties == m_selected)
         return;
     m_out += properties;
     m_afterWord = true;
-    m_selected = std::move(properties);
+    m_selected = properties;
 }
 
 /// The same font, size and style for the other scripts, for which \f, \fs, \b and \i do not hold everywhere.

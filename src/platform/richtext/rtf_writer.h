@@ -109,7 +109,8 @@ private:
     void Write_Bookmarks(const QTextCharFormat &format);
     void Write_Picture(const QTextImageFormat &format);
     void Write_Picture_Size(const QSizeF &shown, const QRectF &part);
-    void Select(const QTextCharFormat &format);
+    /// @param index  the format's own in the document, -1 for one that has been changed
+    void Select(const QTextCharFormat &format, int index);
     QByteArray Associated_Properties(const QFont &font, double pointSize);
     QByteArray Char_Properties(const QTextCharFormat &format);
     void Switch_Link(const QTextCharFormat &format);
@@ -125,8 +126,9 @@ private:
     QByteArray m_out;
     /// Of whose characters the document has some. Word processors give them properties of their own.
     bool m_hasEastAsian = false, m_hasRightToLeft = false;
-    bool m_afterWord = false; ///< a blank must end the control word before text
-    QByteArray m_selected;    ///< character properties in force
+    bool m_afterWord = false;              ///< a blank must end the control word before text
+    QByteArray m_selected;                 ///< character properties in force
+    QHash<int, QByteArray> m_propertiesOf; ///< by the index of a format
     QByteArray m_selectedOutside;
     QString m_link, m_linkTip; ///< target and help text of the field that is open
     QSet<QString> m_bookmarks; ///< that have been told of
