@@ -87,40 +87,13 @@ private:
             cursor.insertBlock(Block_Format(paragraph), mark);
         }
         Join_List(m_model.paraStyles[style], cursor);
-        for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount;) {
-            const Run &run = m_model.runs[static_cast<std::size_t>(i)];
-            if (Kind_Of(run) != 0 && run.picture < 0) {
-                i = Insert_Hidden(i, paragraph.firstRun + paragraph.runCount, cursor);
-            } else {
-                Insert_Run(run, cursor);
-                ++i;
-            }
-        }
+        for (int i = paragraph.firstRun; i < paragraph.firstRun + paragraph.runCount; ++i)
+            Insert_Run(m_model.runs[static_cast<std::size_t>(i)], cursor);
     }
 
     int Kind_Of(const Run &run) const
     {
         return m_model.charStyles[static_cast<std::size_t>(run.style)].flags & Out_Of_Sight;
-    }
-
-    /// Hidden text becomes one object, however its parts look. @returns the run behind it
-    int Insert_Hidden(int first, int end, QTextCursor &cursor)
-    {
-        const Run &begin = m_model.runs[static_cast<std::size_t>(first)];
-        QString text;
-        int i = first;
-        for (; i < end; ++i) {
-            const Run &run = m_model.runs[static_cast<std::size_t>(i)];
-            if (run.picture >= 0 || Kind_Of(run) != Kind_Of(begin))
-                break;
-            text += QStringView(m_model.text).sliced(run.begin, run.length);
-        }
-        QTextCharFormat format = m_charFormats[static_cast<std::size_t>(begin.style)];
-        format.setObjectType(Rich_Text::Hidden_Object);
-        format.setProperty(Rich_Text::Hidden_Kind, Kind_Of(begin));
-        format.setProperty(Rich_Text::Hidden_Text, text);
-        cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
-        return i;
     }
 
     QTextBlockFormat Block_Format(const Paragraph &paragraph) const
@@ -145,10 +118,24 @@ private:
     void Insert_Run(const Run &run, QTextCursor &cursor)
     {
         const QTextCharFormat &format = m_charFormats[static_cast<std::size_t>(run.style)];
-        if (run.picture < 0) {
+        const int hidden = Kind_Of(run);
+        if (run.picture < 0 && hidden == 0) {
             cursor.insertText(m_model.text.mid(run.begin, run.length), format);
             return;
         }
+        QTextCharFormat object = run.picture < 0 ? format : Picture_Format(run, format);
+        if (run.picture < 0)
+            object.setProperty(Rich_Text::Hidden_Text, m_model.text.mid(run.begin, run.length));
+        if (hidden != 0) {
+            object.setObjectType(Rich_Text::Hidden_Object);
+            object.setProperty(Rich_Text::Hidden_Kind, hidden);
+        }
+        cursor.insertText(QString(QChar::ObjectReplacementCharacter), object);
+    }
+
+    /// The format of a picture, which becomes known to the document.
+    QTextImageFormat Picture_Format(const Run &run, const QTextCharFormat &format)
+    {
         const Picture &picture = m_model.pictures[static_cast<std::size_t>(run.picture)];
         QTextImageFormat image;
         image.merge(format);
@@ -160,11 +147,7 @@ private:
         if (picture.part != QRectF(0, 0, 1, 1))
             image.setProperty(Rich_Text::Picture_Part, picture.part);
         m_document.addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
-        if (const int kind = Kind_Of(run)) {
-            image.setObjectType(Rich_Text::Hidden_Object);
-            image.setProperty(Rich_Text::Hidden_Kind, kind);
-        }
-        cursor.insertText(QString(QChar::ObjectReplacementCharacter), image);
+        return image;
     }
 
     void Join_List(const Para_Style &style, QTextCursor &cursor)

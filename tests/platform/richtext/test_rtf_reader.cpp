@@ -179,7 +179,7 @@ void Test_Rtf_Reader::looks_data()
         "a{\\v b{\\i c}\\par d\\footnote\\pard\\plain e}{\\deleted "
         "f}g\\par{\\v{\\pict\\wmetafile8\\picwgoal15\\pichgoal30 "
         "00}}\\par h",
-        u"P: a<hidden8 bc|d [e]><hidden64 f>g\nP: <hidden8 <picture w=1 h=2 93b885ad>>\nP: h"_qs);
+        u"P: a<hidden8 b>{i}<hidden8 c>{}<hidden8 |d [e]><hidden64 f>g\nP: <hidden8 <picture w=1 h=2 93b885ad>>\nP: h"_qs);
     row("bookmarks",
         "{\\*\\bkmkstart one}{\\*\\bkmkstart \\u20108?}a{\\*\\bkmkend one}b\\par{\\*\\bkmkstart end}\\par c",
         u"P: @one,二ab\nP: @end\nP: c"_qs);
