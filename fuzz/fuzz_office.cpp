@@ -5,10 +5,10 @@
 // of a package, names and contents that each end with a zero. It ends within its limit. Tools are not asked.
 #include "platform/extract/text_extractor.h"
 #include "platform/files/paths.h"
+#include "support/zip_file.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>
-#include <QtEndian>
 
 #include <cstdlib>
 
@@ -16,43 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-template <class Number>
-QByteArray Little(Number value)
+/// Names and contents that each end with a zero.
+Zip_File::Parts Parts_Of(const QByteArray &bytes)
 {
-    QByteArray bytes(sizeof(Number), '\0');
-    qToLittleEndian(value, bytes.data());
-    return bytes;
-}
-
-quint32 Crc_32(const QByteArray &bytes)
-{
-    quint32 crc = ~0U;
-    for (const char byte : bytes) {
-        crc ^= static_cast<quint8>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320U : 0U);
-    }
-    return ~crc;
-}
-
-/// A ZIP file that stores its parts as they are.
-QByteArray Package(const QByteArray &parts)
-{
-    const QByteArrayList pieces = parts.split('\0');
-    QByteArray locals, central;
-    for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
-        const QByteArray &name = pieces[i], &content = pieces[i + 1];
-        const QByteArray size = Little(static_cast<quint32>(content.size()));
-        const QByteArray facts = Little(quint16(20)) + QByteArray(8, '\0') + Little(Crc_32(content)) + size + size +
-                                 Little(static_cast<quint16>(name.size())) + Little(quint16(0));
-        central += "PK\x01\x02" + Little(quint16(20)) + facts + QByteArray(10, '\0') +
-                   Little(static_cast<quint32>(locals.size())) + name;
-        locals += "PK\x03\x04" + facts + name + content;
-    }
-    const QByteArray count = Little(static_cast<quint16>(pieces.size() / 2));
-    return locals + central + "PK\x05\x06" + Little(quint32(0)) + count + count +
-           Little(static_cast<quint32>(central.size())) + Little(static_cast<quint32>(locals.size())) +
-           Little(quint16(0));
+    const QByteArrayList pieces = bytes.split('\0');
+    Zip_File::Parts parts;
+    for (qsizetype i = 0; i + 1 < pieces.size(); i += 2)
+        parts.append({pieces[i], pieces[i + 1]});
+    return parts;
 }
 
 /// A compound file of sectors of 4096 bytes: the table of sectors, the directory, and one stream.
@@ -63,18 +34,18 @@ QByteArray Slides(QByteArray records)
     records.append(QByteArray(Sector - records.size() % Sector, '\0'));
     QByteArray head(Sector, '\xFF'), table, directory(Sector, '\0');
     head.replace(0, 8, QByteArray::fromHex("d0cf11e0a1b11ae1"));
-    head.replace(30, 2, Little(quint16(12)));
-    head.replace(48, 4, Little(quint32(1)));
-    head.replace(76, 4, Little(quint32(0)));
+    head.replace(30, 2, Zip_File::Little(quint16(12)));
+    head.replace(48, 4, Zip_File::Little(quint32(1)));
+    head.replace(76, 4, Zip_File::Little(quint32(0)));
     const auto last = static_cast<quint32>(1 + records.size() / Sector);
     for (quint32 sector = 0; sector < Sector / 4; ++sector)
-        table += Little(sector < 2 || sector >= last ? Chain_End : sector + 1);
+        table += Zip_File::Little(sector < 2 || sector >= last ? Chain_End : sector + 1);
     const QString name = u"PowerPoint Document"_s;
     const QByteArray letters(reinterpret_cast<const char *>(name.utf16()), name.size() * 2);
     directory.replace(0, letters.size(), letters);
-    directory.replace(64, 2, Little(static_cast<quint16>(letters.size() + 2)));
-    directory.replace(116, 4, Little(quint32(2)));
-    directory.replace(120, 4, Little(static_cast<quint32>(records.size())));
+    directory.replace(64, 2, Zip_File::Little(static_cast<quint16>(letters.size() + 2)));
+    directory.replace(116, 4, Zip_File::Little(quint32(2)));
+    directory.replace(120, 4, Zip_File::Little(static_cast<quint32>(records.size())));
     return head + table + directory + records;
 }
 } // namespace
@@ -98,7 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     Files::Write_Bytes(path,
                        isFile       ? bytes
                        : areRecords ? Slides(bytes.mid(1))
-                                    : Package(bytes),
+                                    : Zip_File::Zip(Parts_Of(bytes)),
                        Files::Durability::Staging);
     if (ExtractText::TextExtractor().ExtractText(path, Limit).size() > Limit)
         std::abort();

@@ -2,6 +2,7 @@
 #include "platform/extract/number_format.h"
 #include "platform/extract/text_extractor.h"
 #include "platform/extract/tool_text.h"
+#include "support/zip_file.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -9,11 +10,11 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 #include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+using namespace Zip_File;
 using ExtractText::TextExtractor;
 
 namespace
@@ -33,48 +34,9 @@ QString Bare(QString text)
     return text;
 }
 
-quint32 Crc_32(const QByteArray &bytes)
-{
-    quint32 crc = ~0U;
-    for (const char byte : bytes) {
-        crc ^= static_cast<quint8>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320U : 0U);
-    }
-    return ~crc;
-}
-
-template <class Number>
-QByteArray Little(Number value)
-{
-    QByteArray bytes(sizeof(Number), '\0');
-    qToLittleEndian(value, bytes.data());
-    return bytes;
-}
-
 QByteArray Utf16(QStringView text)
 {
     return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
-}
-
-using Parts = QList<std::pair<QByteArray, QByteArray>>;
-
-/// A ZIP file of deflated parts, each a name and its content.
-QByteArray Zip(const Parts &parts, quint16 flags = 0)
-{
-    QByteArray locals, central;
-    for (const auto &[name, content] : parts) {
-        const QByteArray packed = qCompress(content).mid(6).chopped(4); // the deflated data of a zlib stream
-        const QByteArray facts = Little(quint16(20)) + Little(flags) + Little(quint16(8)) + Little(quint32(0)) +
-                                 Little(Crc_32(content)) + Little(quint32(packed.size())) +
-                                 Little(quint32(content.size())) + Little(quint16(name.size())) + Little(quint16(0));
-        central +=
-            "PK\x01\x02" + Little(quint16(20)) + facts + QByteArray(10, '\0') + Little(quint32(locals.size())) + name;
-        locals += "PK\x03\x04" + facts + name + packed;
-    }
-    const QByteArray count = Little(quint16(parts.size()));
-    return locals + central + "PK\x05\x06" + Little(quint32(0)) + count + count + Little(quint32(central.size())) +
-           Little(quint32(locals.size())) + Little(quint16(0));
 }
 
 /// A part's relationships, each a type and a target; the ids are the types.
