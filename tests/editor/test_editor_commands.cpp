@@ -3,89 +3,29 @@
 #include "core/settings.h"
 #include "editor/command_table.h"
 #include "editor/composition.h"
+#include "editor/desk.h"
 #include "editor/editor_commands.h"
 #include "editor/links.h"
 #include "editor/paragraph_commands.h"
 #include "editor/pictures.h"
-#include "editor/table_commands.h"
-#include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
 
-#include <QAbstractTextDocumentLayout>
-#include <QApplication>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextBlock>
-#include <QTextList>
-#include <QTextTable>
 #include <QUrl>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A window with one pane and its commands.
-struct Desk {
-    Desk()
-    {
-        layout.addWidget(&editor);
-        layout.addWidget(&other);
-        commands.Serve({&editor}, window);
-        window.show();
-        editor.setFocus();
-        window.activateWindow();
-        QTest::qWait(0);
-    }
-
-    void Run(const QString &command) { commands.Action(command)->trigger(); }
-    void Select(int from, int to)
-    {
-        QTextCursor cursor(editor.document());
-        cursor.setPosition(from);
-        cursor.setPosition(to, QTextCursor::KeepAnchor);
-        editor.setTextCursor(cursor);
-    }
-    [[nodiscard]] QTextCharFormat Format_At(int position) const
-    {
-        QTextCursor cursor(editor.document());
-        cursor.setPosition(position + 1);
-        return cursor.charFormat();
-    }
-    /// The paragraphs with what is special about each, as "h1:Title|b1:item|Text".
-    [[nodiscard]] QString Outline() const
-    {
-        QStringList lines;
-        for (QTextBlock block = editor.document()->begin(); block.isValid(); block = block.next()) {
-            QString mark;
-            if (block.blockFormat().headingLevel() > 0)
-                mark = u"h%1:"_s.arg(block.blockFormat().headingLevel());
-            if (const QTextList *list = block.textList())
-                mark = u"%1%2:"_s.arg(QChar(list->format().style() == QTextListFormat::ListDisc ? u'b' : u'n'))
-                           .arg(list->format().indent());
-            else if (block.blockFormat().indent() > 0)
-                mark += u"i%1:"_s.arg(block.blockFormat().indent());
-            lines << mark + block.text();
-        }
-        return lines.join(u'|');
-    }
-
-    QWidget window;
-    QVBoxLayout layout{&window};
-    Text_Editor editor;
-    QLineEdit other;
-    Editor_Commands commands{&window};
-};
-
 QByteArray Red_Picture(int width, int height)
 {
     QImage image(width, height, QImage::Format_RGB32);
@@ -107,15 +47,11 @@ private slots:
     void Characters();
     void A_Locked_Pane_Runs_Only_What_Reads();
     void Undo_Follows_The_Document();
-    void Tables();
-    void Tab_Goes_Through_A_Table();
     void Links_Are_Made_And_Taken_Away();
     void Links_Open_Safely_data();
     void Links_Open_Safely();
     void Paths_May_Be_Escaped_data();
     void Paths_May_Be_Escaped();
-    void Lines_Of_A_Table_Are_Pulled_data();
-    void Lines_Of_A_Table_Are_Pulled();
     void Pastes_data();
     void Pastes();
     void Foreign_Looks_Follow_The_Setting();
@@ -265,54 +201,6 @@ void Test_Editor_Commands::Undo_Follows_The_Document()
     QCOMPARE(desk.editor.toPlainText(), u"typed"_s);
 }
 
-void Test_Editor_Commands::Tables()
-{
-    Desk desk;
-    Table_Commands::Insert(desk.editor, {2, 2, true});
-    const QTextTable *table = desk.editor.textCursor().currentTable();
-    QVERIFY(table != nullptr);
-    const auto size = [&] {
-        return std::pair(table->rows(), table->columns());
-    };
-    desk.Run(u"Cmd_Row_Below"_s);
-    desk.Run(u"Cmd_Column_Right"_s);
-    QCOMPARE(size(), std::pair(3, 3));
-    QTextCursor cursor = table->cellAt(0, 0).firstCursorPosition();
-    cursor.setPosition(table->cellAt(1, 1).lastPosition(), QTextCursor::KeepAnchor);
-    desk.editor.setTextCursor(cursor);
-    desk.Run(u"Cmd_Merge"_s);
-    QCOMPARE(table->cellAt(0, 0).columnSpan(), 2);
-    QCOMPARE(table->cellAt(0, 0).rowSpan(), 2);
-    desk.editor.setTextCursor(table->cellAt(0, 0).firstCursorPosition());
-    desk.Run(u"Cmd_Split"_s);
-    QCOMPARE(table->cellAt(0, 0).columnSpan(), 1);
-    desk.Run(u"Cmd_Delete_Rows"_s);
-    desk.Run(u"Cmd_Delete_Columns"_s);
-    QCOMPARE(size(), std::pair(2, 2));
-    desk.Run(u"Cmd_Delete_Table"_s);
-    QVERIFY(desk.editor.textCursor().currentTable() == nullptr);
-    QVERIFY(!desk.commands.Action(u"Cmd_Delete_Table"_s)->isEnabled());
-}
-
-void Test_Editor_Commands::Tab_Goes_Through_A_Table()
-{
-    Desk desk;
-    Table_Commands::Insert(desk.editor, {1, 2, false});
-    QTest::keyClicks(&desk.editor, u"a"_s);
-    QTest::keyClick(&desk.editor, Qt::Key_Tab);
-    QTest::keyClicks(&desk.editor, u"b"_s);
-    QTest::keyClick(&desk.editor, Qt::Key_Tab);
-    QTest::keyClicks(&desk.editor, u"c"_s);
-    QTest::keyClick(&desk.editor, Qt::Key_Backtab);
-    QTest::keyClicks(&desk.editor, u"x"_s);
-    const QTextTable *table = desk.editor.textCursor().currentTable();
-    const auto cell = [&](int row, int column) {
-        return table->cellAt(row, column).firstCursorPosition().block().text();
-    };
-    QCOMPARE(table->rows(), 2);
-    QCOMPARE(cell(0, 0) + u'|' + cell(0, 1) + u'|' + cell(1, 0), u"a|xb|c"_s);
-}
-
 void Test_Editor_Commands::Links_Are_Made_And_Taken_Away()
 {
     Desk desk;
@@ -389,61 +277,6 @@ void Test_Editor_Commands::Paths_May_Be_Escaped()
     Links::Open(folder.filePath(target));
     QCOMPARE(opened, folder.filePath(file));
     QCOMPARE(script.Problems(), QStringList());
-}
-
-void Test_Editor_Commands::Lines_Of_A_Table_Are_Pulled_data()
-{
-    QTest::addColumn<bool>("merged"); ///< the second and the third column are one in all rows
-    QTest::addColumn<int>("percent"); ///< width of the table, 0 for none
-    QTest::addColumn<int>("line");    ///< x of the line in the table
-    QTest::addColumn<int>("by");
-    QTest::addColumn<QList<int>>("widths"); ///< as written, in pixels or percent
-
-    QTest::newRow("inner line") << false << 0 << 100 << 30 << QList<int>{130, 70, 100};
-    QTest::newRow("no further than the next one") << false << 0 << 100 << 300 << QList<int>{176, 24, 100};
-    QTest::newRow("outer line") << false << 0 << 300 << 40 << QList<int>{100, 100, 140};
-    QTest::newRow("outer line inwards") << false << 0 << 300 << -400 << QList<int>{100, 100, 24};
-    QTest::newRow("beside merged columns") << true << 0 << 100 << 40 << QList<int>{140, 80, 80};
-    QTest::newRow("outer line of merged columns") << true << 0 << 300 << -60 << QList<int>{100, 70, 70};
-    QTest::newRow("shares of a width") << false << 50 << 100 << 50 << QList<int>{50, 17, 33};
-    QTest::newRow("outer line of a width") << false << 50 << 300 << 100 << QList<int>{25, 25, 50};
-}
-
-void Test_Editor_Commands::Lines_Of_A_Table_Are_Pulled()
-{
-    QFETCH(bool, merged);
-    QFETCH(int, percent);
-    QFETCH(int, line);
-    QFETCH(int, by);
-    QFETCH(QList<int>, widths);
-    Desk desk;
-    desk.window.resize(800, 300);
-    const int frame = desk.editor.width() - desk.editor.viewport()->width();
-    const int margins = 2 * static_cast<int>(desk.editor.document()->documentMargin());
-    desk.editor.setFixedWidth(600 + margins + frame);
-    QTextTableFormat format;
-    format.setCellSpacing(0);
-    format.setBorder(0);
-    if (percent > 0)
-        format.setWidth(QTextLength(QTextLength::PercentageLength, percent));
-    const QTextLength third = percent > 0 ? QTextLength(QTextLength::PercentageLength, 100.0 / 3)
-                                          : QTextLength(QTextLength::FixedLength, 100);
-    format.setColumnWidthConstraints({third, third, third});
-    QTextTable *table = desk.editor.textCursor().insertTable(2, 3, format);
-    for (int row = 0; merged && row < 2; ++row)
-        table->mergeCells(row, 1, 1, 2);
-    QApplication::processEvents();
-    const QRectF place = desk.editor.document()->documentLayout()->frameBoundingRect(table);
-    const QPoint from = (place.topLeft() + QPointF(line, 8)).toPoint();
-    QTest::mousePress(desk.editor.viewport(), Qt::LeftButton, {}, from);
-    QTest::mouseRelease(desk.editor.viewport(), Qt::LeftButton, {}, from + QPoint(by, 0));
-    const QList<QTextLength> lengths = table->format().columnWidthConstraints();
-    QCOMPARE(lengths.size(), widths.size());
-    for (int column = 0; column < widths.size(); ++column)
-        QVERIFY2(std::abs(lengths[column].rawValue() - widths[column]) <= 2,
-                 qPrintable(QString::number(lengths[column].rawValue())));
-    desk.editor.undo();
-    QCOMPARE(table->format().columnWidthConstraints(), QList<QTextLength>({third, third, third}));
 }
 
 void Test_Editor_Commands::Pastes_data()
