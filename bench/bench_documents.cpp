@@ -15,8 +15,8 @@
 #include "platform/richtext/rich_text.h"
 #include "storage/database_lifecycle.h"
 #include "support/no_shell.h"
-#include "ui/document_tabs.h"
-#include "ui/frm_doc_standard.h"
+#include "ui/document/document_tabs.h"
+#include "ui/document/frm_doc_standard.h"
 
 #include <QApplication>
 #include <QFile>
@@ -138,7 +138,7 @@ void Save_Document(benchmark::State &state)
     Program &program = Program::Get();
     for ([[maybe_unused]] auto _ : state) {
         QString status;
-        if (!Store_Form(program.form, true, status))
+        if (Store_Form(program.form, true, status) != Save_Outcome::Stored)
             state.SkipWithError("not stored");
     }
 }

@@ -9,8 +9,8 @@
 #include "platform/database/database.h"
 #include "support/no_shell.h"
 #include "tree/tree_loading.h"
-#include "ui/frm_list_view.h"
-#include "ui/search_pane.h"
+#include "ui/lists/frm_list_view.h"
+#include "ui/lists/search_pane.h"
 #include "views/search.h"
 
 #include <QApplication>

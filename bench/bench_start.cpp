@@ -12,8 +12,8 @@
 #include "platform/profile/profile.h"
 #include "storage/database_lifecycle.h"
 #include "tree/tree_loading.h"
-#include "ui/ctrl_language.h"
-#include "ui/frm_main.h"
+#include "ui/kit/ctrl_language.h"
+#include "ui/window/frm_main.h"
 
 #include <QApplication>
 #include <QDir>

@@ -19,9 +19,14 @@ if(ZELQOR_FUZZ) # the fuzzer is guided by what the rooms have run, not only by i
     target_compile_options(zelqor_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+include(cmake/common_headers.cmake)
+
 function(zelqor_room folder)
     cmake_parse_arguments(ROOM "" "FLOOR" "USES;LINKS;HIDES" ${ARGN})
     get_filename_component(name ${folder} NAME)
+    if(folder MATCHES "^ui/") # a wing may be called like the logic that it shows
+        set(name ui_${name})
+    endif()
     get_filename_component(parent ${folder} DIRECTORY)
     file(GLOB sources CONFIGURE_DEPENDS src/${folder}/*.cpp src/${folder}/*.h src/${folder}/*.ui src/${folder}/*.qrc)
     list(FILTER sources EXCLUDE REGEX "/main\\.cpp$") # the executable's own
@@ -53,5 +58,7 @@ function(zelqor_room folder)
     target_link_libraries(zelqor_${name} ${scope} ${ROOM_LINKS})
     if(code)
         target_link_libraries(zelqor_${name} PRIVATE zelqor_options ${ROOM_HIDES})
+        zelqor_use_common_headers(zelqor_${name} ${ROOM_LINKS})
     endif()
+    set_property(GLOBAL PROPERTY ZELQOR_LINKS_${name} ${ROOM_LINKS})
 endfunction()

@@ -59,6 +59,8 @@ foreach(name home book note recyclebin)
     carry(${upper}_ICO ${runtime}/${name}.ico)
 endforeach()
 
+include(cmake/viewer.cmake)
+
 # Empty office documents for new ones: the parts of each package are text, put together here.
 foreach(kind docx xlsx pptx)
     set(folder ${CMAKE_SOURCE_DIR}/assets/blank/${kind})

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/main_startup.h"
+#include "app/other_user.h"
+#include "app/second_start.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/process_state.h"
+#include "platform/desktop/plain_labels.h"
 #include "platform/desktop/single_instance.h"
+#include "platform/files/door.h"
 #include "platform/prompts/prompts.h"
-#include "ui/logo_view.h"
+#include "ui/kit/logo_view.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -33,11 +37,18 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(App().App_Title);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(Program_Icon());
+    Keep_Labels_Plain();
     App().App_Path = QCoreApplication::applicationDirPath() + QLatin1Char('/');
+    Files::Guard(App().App_Path);
 
     Single_Instance instance(App().App_Path);
-    if (!instance.Is_Only_One())
+    if (!instance.Is_Only_One()) {
+        if (instance.Is_Held_By_Other_User())
+            Tell_Of_Other_User();
+        else
+            Second_Start::Tell();
         return 0;
+    }
     Start_Up startUp;
     if (startUp.Main())
         return QApplication::exec();

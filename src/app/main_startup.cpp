@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/main_startup.h"
 
+#include "app/second_start.h"
 #include "app/shutdown.h"
 #include "core/config_store.h"
 #include "core/error_log.h"
@@ -13,6 +14,7 @@
 #include "core/yield.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
@@ -21,16 +23,19 @@
 #include "storage/schema_sql.h"
 #include "tree/stored_icons.h"
 #include "tree/tree_loading.h"
-#include "ui/form_table.h"
-#include "ui/frm_about.h"
-#include "ui/frm_main.h"
-#include "ui/skins.h"
+#include "ui/kit/forms.h"
+#include "ui/kit/skins.h"
+#include "ui/program/frm_about.h"
+#include "ui/window/frm_main.h"
+#include "ui/window/wings.h"
 #include "users/user_start.h"
+#include "views/list_engine.h"
 
 #include <QApplication>
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
 
 namespace
@@ -44,12 +49,15 @@ void Set_Environment()
     Load_Built_In_Language(); // for what has to be said before the packs are in their place
 }
 
-void Read_Settings()
+/// @returns what went wrong, for when the packs are in their place
+Pending_Error Read_Settings()
 {
     Log_Mark(QStringLiteral("GetConfigInfo0"));
-    GetConfigInfo(Database_Steps_For_Start());
+    Announce_List_Orders();
+    Pending_Error trouble = GetConfigInfo(Database_Steps_For_Start());
     Log_Mark_Off(QStringLiteral("GetConfigInfo"));
     Log_Mark(QStringLiteral("GetConfigInfo1"));
+    return trouble;
 }
 
 /// The toolkit's own dialogs speak the pack's language, where the system has their texts.
@@ -69,22 +77,24 @@ void Deploy_Runtime_Files()
     Log_Mark(QStringLiteral("Load_Runtime_File"));
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
+    // What a killed program left decoded, the text of protected documents among it.
+    Files::Delete_Files(App().App_Path + QStringLiteral("data/temp"), QStringLiteral("*"));
     Load_Language(QStringLiteral("Main()"));
     Translate_Toolkit();
 }
 
 /// A form that the user works in has the ordinary pointer, whatever start-up is doing behind it.
-Forms::Outcome Show_Form(const char *name, const QString &preset = {})
+Forms::Outcome Show_Form(const char *name, const Forms::Opening &opening = {})
 {
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    const Forms::Outcome outcome = Forms::Show_Modal(QLatin1String(name), nullptr, preset);
+    const Forms::Outcome outcome = Forms::Show_Modal(QLatin1String(name), opening);
     QGuiApplication::restoreOverrideCursor();
     return outcome;
 }
 
 bool Show_Upgrade_Window(const QString &connStr)
 {
-    Show_Form("Frm_Update_235", connStr);
+    Show_Form("Frm_Update_235", {.connection = connStr});
     return App().Update_235_Done;
 }
 
@@ -140,6 +150,7 @@ Start_Up::~Start_Up() = default;
 
 bool Start_Up::Main()
 {
+    Join_Wings();
     try {
         const bool lives = Bring_Up();
         QGuiApplication::restoreOverrideCursor();
@@ -153,9 +164,14 @@ bool Start_Up::Main()
 bool Start_Up::Bring_Up()
 {
     Set_Environment();
-    Read_Settings();
+    const Pending_Error trouble = Read_Settings();
     Deploy_Runtime_Files();
+    if (trouble.number != 0)
+        Prompts::Message(Pack_Text("Main", "_Config_Trouble") + QLatin1Char('\n') + Error_Text(trouble),
+                         App().Box_Title, Prompts::Icon::Exclamation);
     Attach_Chosen_Skin();
+    if (Database_Is_Gone() && !Replace_Lost_Database())
+        return false;
     if (!Raise_Database())
         return false;
     Show_Splash();
@@ -177,6 +193,24 @@ bool Start_Up::Bring_Up()
     return true;
 }
 
+/// What the settings name and what is gone stays named there until the user has chosen.
+bool Start_Up::Replace_Lost_Database()
+{
+    const QString question = Pack_Text("Main", "_Db_Gone") + QLatin1Char('\n') + Config().DATABASE_NAME +
+                             QStringLiteral("\n\n") + Pack_Text("Main", "_Db_Gone_Hint");
+    const Prompts::Button_Texts answers{
+        {}, Pack_Text("Main", "_Db_Choose"), Pack_Text("Main", "_Db_New"), Pack_Text("Main", "_Db_Quit")};
+    switch (Prompts::Ask(question, App().Box_Title, Prompts::Choice::Yes_No_Cancel, Prompts::Answer::Yes, answers)) {
+    case Prompts::Answer::Yes:
+        return Choose_Other_Database();
+    case Prompts::Answer::No:
+        Use_Default_Database();
+        return true;
+    default:
+        return false;
+    }
+}
+
 void Start_Up::Show_Splash()
 {
     Log_Mark_Off(QStringLiteral("Frm_About_Start"));
@@ -192,7 +226,7 @@ void Start_Up::Show_Splash()
 bool Start_Up::Log_In()
 {
     m_about->hide();
-    return Show_Form("frmLogin", App().Curr_User) == Forms::Outcome::Accepted;
+    return Show_Form("frmLogin", {.user = App().Curr_User}) == Forms::Outcome::Accepted;
 }
 
 void Start_Up::Show_Main()
@@ -218,6 +252,13 @@ void Start_Up::Show_Main()
     Log_Mark(QStringLiteral("ShowCodeInfoToList_Ex"));
     m_main->Select_Last_Folder();
     Log_Mark(QStringLiteral("setListPic"));
+    // Before the window is shown: who sees it may call it.
+    m_second = std::make_unique<Second_Start>([this] {
+        m_main->Bring_Back();
+        // A window that is just being minimised does not know it yet.
+        constexpr int Soon = 300; // milliseconds
+        QTimer::singleShot(Soon, m_main.get(), &Frm_Main::Bring_Back);
+    });
     m_main->Show_As_Kept();
 }
 
@@ -226,7 +267,8 @@ bool Start_Up::Fail(qint32 number, const QString &description)
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     m_main.reset();
     if (number == Error_Number::Db_Missing_Table) {
-        Create_Legacy_Table();
+        if (App().Conn_OK) // a file that was refused is nobody's to write
+            Create_Legacy_Table();
         m_about.reset();
     } else if (number == Error_Number::File_Not_Found) {
         Error_Log(QStringLiteral("Main()"));

@@ -6,6 +6,7 @@
 
 class Frm_About;
 class Frm_Main;
+class Second_Start;
 
 /// Brings the program up in its fixed order, and holds its windows while it runs.
 class Start_Up
@@ -23,6 +24,8 @@ public:
 private:
     /// @returns false when the user declined the one-time upgrade or cancelled the login
     bool Bring_Up();
+    /// @returns whether start-up goes on with a database that was made instead
+    bool Replace_Lost_Database();
     void Show_Splash();
     bool Log_In();
     void Show_Main();
@@ -32,4 +35,5 @@ private:
     bool m_restart = false;
     std::unique_ptr<Frm_About> m_about;
     std::unique_ptr<Frm_Main> m_main;
+    std::unique_ptr<Second_Start> m_second;
 };

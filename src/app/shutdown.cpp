@@ -3,15 +3,14 @@
 
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
-#include "platform/files/paths.h"
+#include "platform/files/door.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle.h"
-#include "ui/frm_main.h"
-
-#include <QDir>
+#include "ui/window/frm_main.h"
 
 namespace
 {
@@ -36,15 +35,11 @@ bool Back_Up_At_Exit(Frm_Main &window)
             return answer == Prompts::Answer::No;
     }
     window.Set_Status(Pack_Text("Frm_Main", "_OnBackUp"));
-    Back_Up();
+    Trap(QStringLiteral("Frm_Main\\Form_QueryUnload\\BackUp"), Back_Up, [] {
+        Prompts::Message(Pack_Text("Frm_Main", "_BackUpFailed") + QLatin1Char('\n') + Error_Text(Err()),
+                         App().App_Title, Prompts::Icon::Exclamation);
+    });
     return true;
-}
-
-void Delete_Files(const QString &folder, const QString &pattern)
-{
-    const QDir directory(App().App_Path + folder);
-    for (const QString &name : directory.entryList({pattern}, QDir::Files | QDir::Hidden))
-        Resume_Next([&] { Files::Delete_If_Present(directory.filePath(name)); });
 }
 } // namespace
 
@@ -56,7 +51,7 @@ bool Form_QueryUnload(Frm_Main &window)
         return false;
     window.hide();
     window.Save_Left_Side();
-    Delete_Files(QStringLiteral("data/temp"), QStringLiteral("*"));
-    Delete_Files(QStringLiteral("editor"), QStringLiteral("~*.htm"));
+    Files::Delete_Files(App().App_Path + QStringLiteral("data/temp"), QStringLiteral("*"));
+    Files::Delete_Files(App().App_Path + QStringLiteral("editor"), QStringLiteral("~*.htm"));
     return true;
 }

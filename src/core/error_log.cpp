@@ -3,13 +3,12 @@
 
 #include "core/process_state.h"
 #include "platform/database/database.h"
+#include "platform/files/door.h"
 #include "platform/machine/machine.h"
-
-#include <QFile>
 
 Pending_Error &Err()
 {
-    static Pending_Error pending;
+    static thread_local Pending_Error pending;
     return pending;
 }
 
@@ -37,10 +36,8 @@ void Error_Log(const QString &source)
                                           "----------------------------\r\n")
                                .arg(Version_Digits(), QString::number(Err().number), Err().description, source,
                                     Database_Engine::Short_Date(Machine::Now()));
+    Resume_Next([&] { Files::Append_Bytes(App().App_Path + QStringLiteral("Error.log"), record.toUtf8()); });
     Clear_Pending();
-    QFile file(App().App_Path + QStringLiteral("Error.log"));
-    if (file.open(QIODevice::Append))
-        file.write(record.toUtf8());
 }
 
 void Log_Mark(const QString &mark)

@@ -7,6 +7,7 @@
 #include <QString>
 #include <type_traits>
 
+/// The pending error of this thread.
 Pending_Error &Err();
 void Set_Pending(const Run_Time_Error &error);
 void Clear_Pending();

@@ -13,16 +13,21 @@ struct Failure_Text {
 constexpr Failure_Text Failure_Texts[] = {
     {Failure::File_Not_Found, u"_File_Not_Found"},
     {Failure::Path_Access, u"_Path_Access"},
+    {Failure::Link, u"_Link"},
     {Failure::Disk_Full, u"_Disk_Full"},
     {Failure::Read_Only, u"_Read_Only"},
     {Failure::Locked, u"_Locked"},
+    {Failure::Foreign_Journal, u"_Foreign_Journal"},
     {Failure::Not_A_Database, u"_Not_A_Database"},
     {Failure::Damaged, u"_Damaged"},
     {Failure::Missing_Table, u"_Missing_Table"},
+    {Failure::Syntax, u"_Syntax"},
     {Failure::Too_Long, u"_Too_Long"},
     {Failure::Duplicate, u"_Duplicate"},
+    {Failure::Missing_Component, u"_Missing_Component"},
     {Failure::Too_Large, u"_Too_Large"},
     {Failure::No_Output, u"_No_Output"},
+    {Failure::Out_Of_Memory, u"_Out_Of_Memory"},
     {Failure::Not_Rich_Text, u"_Not_Rich_Text"},
 };
 } // namespace

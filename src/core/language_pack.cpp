@@ -13,6 +13,7 @@
 namespace
 {
 constexpr qsizetype Longest_Text = 254;
+constexpr qint64 Largest_Pack = 4 * 1024 * 1024;
 
 void Name_Buttons()
 {
@@ -26,6 +27,9 @@ void Language_Pack::Load(const QString &folder, const QString &language)
     const QString path = Files::Native_Path(folder + QLatin1Char('/') + language + QStringLiteral(".ini"));
     *this = {};
     try {
+        if (QFileInfo(path).size() > Largest_Pack)
+            throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Too large for a language pack: ") + path,
+                                 Failure::Too_Large);
         m_texts = Profile::Snapshot(path);
     } catch (const Run_Time_Error &error) {
         m_error = error;

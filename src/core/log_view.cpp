@@ -44,11 +44,11 @@ QStringList Log_Users()
 
 std::vector<Log_Line> Log_Lines(const QString &user, const QString &first, const QString &last)
 {
-    const QString delimiter = Config().Op_DB_Sql == QLatin1String("1") ? QStringLiteral("'") : QStringLiteral("#");
+    const char16_t *statement = Config().Op_DB_Sql == QLatin1String("1") ? Sql::Log_Lines_Server : Sql::Log_Lines;
     QHash<QString, QString> types;
     std::vector<Log_Line> lines;
     Recordset log;
-    for (log.Open(Sql_Text(Sql::Log_Lines, user, delimiter, first, last), App().Conn_Str); !log.Eof(); log.MoveNext()) {
+    for (log.Open(Sql_Text(statement, user, first, last), App().Conn_Str); !log.Eof(); log.MoveNext()) {
         const QString typeId = log[QStringLiteral("type_id")].Text();
         if (!types.contains(typeId))
             types.insert(typeId, Log_Type_Text(typeId));

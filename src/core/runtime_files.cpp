@@ -4,6 +4,7 @@
 #include "core/error_log.h"
 #include "core/process_state.h"
 #include "core/yield.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 
 #include <QFile>
@@ -63,7 +64,7 @@ void Write_Out(const QString &path, const Runtime_File &row)
     Files::Make_Directory(QFileInfo(path).path());
     Files::Write_Bytes(path, Runtime_File_Bytes(QLatin1String(row.resource)));
     if (row.is_program)
-        QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+        Files::Make_Runnable(path);
 }
 
 void Deploy(const Runtime_File &row)

@@ -9,9 +9,12 @@
 #include "platform/profile/profile.h"
 
 #include <QHash>
+#include <optional>
 
 namespace
 {
+const QString Source = QStringLiteral("Main/GetConfigInfo");
+
 /// The order of the checks. Between them stand the two steps of the database's lifecycle.
 constexpr const char *Checks_Before_Paths[] = {"Op_DB_Type", "Op_DB_Sql", "Txt_Memo_Width", "Txt_Sum_Width",
                                                "ViewSum",    "ViewMemo",  "ShowLow",        "CH_PATH"};
@@ -77,7 +80,8 @@ constexpr const char *Checks_After_Database[] = {"TC_LEFT",
                                                  "CH_KeepWord",
                                                  "CH_HideSelect",
                                                  "Op_OfficeType",
-                                                 "Pic_Dir"};
+                                                 "Pic_Dir",
+                                                 "Lock_Minutes"};
 
 /// Keys that a new file also has under [Col], where nothing reads them.
 constexpr const char *Misplaced_Keys[] = {"Op_DB_Type", "Op_DB_Sql"};
@@ -113,62 +117,132 @@ void Write_Defaults()
 /// The texts of the last read pass, by key; the record holds some of them converted.
 using Raw_Values = QHash<QString, QString>;
 
-Raw_Values Read_Pass()
+/// Where the chosen folder for pictures is none here, that of a new file serves for this run.
+void Make_Picture_Folder()
 {
-    const Profile::Snapshot file(Config_Path());
-    Raw_Values values;
-    for (const Setting &setting : Setting_Table()) {
-        constexpr qsizetype Own_Buffer = 512;
-        const QString key = QLatin1String(setting.key);
-        const QString value = file.Value(QLatin1String(setting.section), key).left(Own_Buffer);
-        values.insert(key, value);
-        Store(Config(), setting, value);
-    }
-    return values;
+    if (Resume_Next([] { Files::Make_Directory(Config().Pic_Dir); }))
+        return;
+    Error_Log(Source);
+    Config().Pic_Dir = Files::With_Final_Separator(Initial_Value(Setting_Named(QStringLiteral("Pic_Dir"))));
+    Files::Make_Directory(Config().Pic_Dir);
 }
 
-/// @returns false when the whole file is to be read again.
-bool Check(std::span<const char *const> keys, const Raw_Values &values)
+/// One run of GetConfigInfo over the file. What cannot be read or written does not end it: the record takes the values
+/// that the file should have, and the first error is told at the end.
+class Reading
 {
-    for (const char *key : keys) {
-        const Setting &setting = Setting_Named(QLatin1String(key));
-        if (Acceptable(setting, values.value(QLatin1String(key))))
-            continue;
-        const QString healed = Healed_Value(setting);
-        // Not WriteIni: a file that refuses the value ends the pass, so that it is not read again for ever.
-        Profile::Write(Config_Path(), QLatin1String(setting.section), QLatin1String(setting.key), healed);
-        if (setting.heal == Heal::Read_Again)
+public:
+    explicit Reading(const Database_Steps &database) : m_database(database) {}
+
+    void Run()
+    {
+        if (!Exists(Config_Path()))
+            Try(Write_Defaults);
+        while (!Read_And_Check()) {
+        }
+        Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
+        Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
+        if (!m_trouble)
+            Try(Make_Picture_Folder);
+        if (!m_healed)
+            Try(Keep_Good_Copy);
+        if (m_trouble)
+            throw Run_Time_Error(*m_trouble);
+    }
+
+private:
+    template <class Step>
+    bool Try(Step step)
+    {
+        try {
+            step();
+            return true;
+        } catch (const Run_Time_Error &error) {
+            if (!m_trouble)
+                m_trouble = error;
             return false;
-        Store(Config(), setting, setting.heal == Heal::View_Sum ? QStringLiteral("True") : healed);
+        }
     }
-    return true;
-}
 
-/// One read pass with its checks. @returns false when it must be repeated.
-bool Read_And_Check(const Database_Steps &database)
-{
-    const Raw_Values values = Read_Pass();
-    if (!Check(Checks_Before_Paths, values))
-        return false;
-    database.Resolve_Paths();
-    if (!Check(Checks_Before_Database, values))
-        return false;
-    if (database.Find_And_Test() == Database_Check::Read_Again)
-        return false;
-    return Check(Checks_After_Database, values);
-}
-
-/// Makes the file of a first start. Where it cannot be written the program runs on the defaults and says why.
-void Make_File()
-{
-    try {
-        Write_Defaults();
-    } catch (const Run_Time_Error &) {
-        for (const Setting &setting : Setting_Table())
-            Store(Config(), setting, Healed_Value(setting));
-        throw;
+    Raw_Values Read_Pass()
+    {
+        Profile::Snapshot file;
+        const bool isRead = Try([&] { file = Profile::Snapshot(Config_Path()); });
+        Raw_Values values;
+        for (const Setting &setting : Setting_Table()) {
+            constexpr qsizetype Own_Buffer = 512;
+            const QString key = QLatin1String(setting.key);
+            const QString value =
+                isRead ? file.Value(QLatin1String(setting.section), key).left(Own_Buffer) : Healed_Value(setting);
+            values.insert(key, value);
+            Put_In_Record(setting, value);
+        }
+        return values;
     }
-}
+
+    /// A number that the record cannot take is recorded as what it is, and healed by its check.
+    static void Put_In_Record(const Setting &setting, const QString &value)
+    {
+        Trap(
+            Source, [&] { Store(Config(), setting, value); }, [&] { Store(Config(), setting, {}); });
+    }
+
+    /// @returns false when the whole file is to be read again.
+    bool Check(std::span<const char *const> keys, const Raw_Values &values)
+    {
+        for (const char *key : keys) {
+            const Setting &setting = Setting_Named(QLatin1String(key));
+            if (Acceptable(setting, values.value(QLatin1String(key))))
+                continue;
+            const QString healed = Healed_Value(setting);
+            // Not WriteIni: a file that refuses the value must not be read again for ever.
+            const bool written = Try([&] { Write_Healed(setting, healed); });
+            m_healed = true;
+            if (written && setting.heal == Heal::Read_Again)
+                return false;
+            Store(Config(), setting, setting.heal == Heal::View_Sum ? QStringLiteral("True") : healed);
+        }
+        return true;
+    }
+
+    static void Write_Healed(const Setting &setting, const QString &healed)
+    {
+        const QString section = QLatin1String(setting.section), key = QLatin1String(setting.key);
+        try {
+            Profile::Write(Config_Path(), section, key, healed);
+        } catch (const Run_Time_Error &error) {
+            throw Run_Time_Error(error.number, QStringLiteral("[%1] %2: ").arg(section, key) + error.description,
+                                 error.failure);
+        }
+    }
+
+    /// One read pass with its checks. @returns false when it must be repeated.
+    bool Read_And_Check()
+    {
+        const Raw_Values values = Read_Pass();
+        if (!Check(Checks_Before_Paths, values))
+            return false;
+        m_database.Resolve_Paths();
+        if (!Check(Checks_Before_Database, values))
+            return false;
+        if (m_database.Find_And_Test() == Database_Check::Read_Again)
+            return false;
+        return Check(Checks_After_Database, values);
+    }
+
+    /// A start that found nothing to heal keeps what it read, for the day on which the file is spoilt.
+    static void Keep_Good_Copy()
+    {
+        const QString copy = App().App_Path + QStringLiteral("Config.bak");
+        const QByteArray good = Files::Read_Bytes(Config_Path());
+        if (!Exists(copy) || Files::Read_Bytes(copy) != good)
+            Files::Write_Bytes(copy, good, Files::Durability::Staging);
+    }
+
+    const Database_Steps &m_database;
+    std::optional<Run_Time_Error> m_trouble;
+    bool m_healed = false;
+};
 } // namespace
 
 Settings_Record &Config()
@@ -177,17 +251,12 @@ Settings_Record &Config()
     return record;
 }
 
-void GetConfigInfo(const Database_Steps &database)
+Pending_Error GetConfigInfo(const Database_Steps &database)
 {
-    Trap(QStringLiteral("Main/GetConfigInfo"), [&] {
-        if (!Exists(Config_Path()))
-            Make_File();
-        while (!Read_And_Check(database)) {
-        }
-        Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
-        Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
-        Files::Make_Directory(Config().Pic_Dir);
-    });
+    Pending_Error trouble;
+    Trap(
+        Source, [&] { Reading(database).Run(); }, [&] { trouble = Err(); });
+    return trouble;
 }
 
 bool Is_Shown(const QString &flag)

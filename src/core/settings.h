@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/process_state.h"
+
 #include <QString>
 #include <QVariant>
 #include <functional>
@@ -29,7 +31,7 @@ struct Settings_Record {
         Cob_AddinFileType, Cob_ImportFileType, CH_Instance, CH_About, CH_Tab, CH_PicSaveDb, CH_Exp_Node, CH_Auto_Save,
         COB_Auto_Save, Key_Name, Txt_Memo_Width, Txt_Sum_Width, ViewSum, ViewMemo, ShowLow, Cob_Exit, Backup_Num,
         Backup_Path, Backup_Date, Op_Editor, CH_KeepWord, CH_HideSelect, Op_OfficeType, Pic_Dir, User_Tools,
-        Tree_LastKey;
+        Tree_LastKey, Lock_Minutes;
     // [ViewMode]
     QString ViewMode, Pic_List;
     // [RegKey]
@@ -47,9 +49,11 @@ struct Database_Steps {
     std::function<Database_Check()> Find_And_Test; ///< after EXPORT_NAME
 };
 
-/// Reads Config.ini into the record: a missing file is written with the defaults, an empty key is healed and the file
-/// read again. Errors go under "Main/GetConfigInfo" and leave the record partly filled.
-void GetConfigInfo(const Database_Steps &database);
+/// Reads Config.ini into the record: a missing file is written with the defaults, an empty or impossible value is
+/// healed and the file read again. A file that was whole is kept as a copy, Config.bak.
+/// @returns the first error, which names the key it met, number 0 for none; it is recorded under "Main/GetConfigInfo".
+/// The record is complete all the same.
+Pending_Error GetConfigInfo(const Database_Steps &database);
 
 /// A boolean of the "TRUE"/"FALSE" family: anything but "FALSE", in any case, is true.
 bool Is_Shown(const QString &flag);

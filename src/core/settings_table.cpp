@@ -6,12 +6,15 @@
 #include "platform/errors/run_time_error.h"
 #include "platform/machine/machine.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace
 {
 constexpr qint32 Overflow = 6;
 constexpr qint32 Type_Mismatch = 13;
+constexpr double Largest_Colour = 0xFFFFFF;
+constexpr double Longest_Side = 100'000; // of a pane, in twips or pixels
 constexpr int Simplified_Chinese = 0x804;
 
 using R = Settings_Record;
@@ -100,8 +103,68 @@ constexpr Setting Table[] = {
     {"ViewMode", "Pic_List", "", &R::Pic_List, Heal::Never},
     {"RegKey", "Shift", "1", &R::Shift, Heal::Never},
     {"RegKey", "Key", "73", &R::Key, Heal::Never},
+    {"Col", "Lock_Minutes", "0", &R::Lock_Minutes, Heal::Go_On},
+};
+
+/// The numbers that a key may have; what is written as no whole number, or as none at all for a size of letters, is
+/// outside.
+constexpr struct Range {
+    const char *key;
+    double least;
+    double most;
+    bool whole = true;
+} Ranges[] = {
+    {"MAX_RECORD", 1, std::numeric_limits<qint16>::max()},
+    {"TrvWidth", 0, Longest_Side},
+    {"Op_DB_Type", 0, 1},
+    {"KEYS_NUM", 0, 1000},
+    {"Hot_NUM", 1, std::numeric_limits<qint16>::max()},
+    {"Col_Cont", 0, Largest_Colour},
+    {"Col_Frm", 0, Largest_Colour},
+    {"Col_List", 0, Largest_Colour},
+    {"Lsv_BColor", 0, Largest_Colour},
+    {"FontSize_Cont", 1, 200, false},
+    {"FontSize_LSV", 1, 200, false},
+    {"FontSize_Tree", 1, 200, false},
+    {"Cob_OrderBy", 1, 8},
+    {"Cob_LineSpace", 0, 5},
+    {"Cob_AddinFileType", 0, 3},
+    {"Cob_ImportFileType", 0, 3},
+    {"COB_Auto_Save", 1, 999},
+    {"Txt_Memo_Width", 0, Longest_Side},
+    {"Txt_Sum_Width", 0, Longest_Side},
+    {"Lock_Minutes", 0, 999},
+    {"Cob_Exit", 0, 2},
+    {"Backup_Num", 0, 3650},
+    {"Op_Editor", 0, 2},
+    {"Op_OfficeType", 0, 1},
 };
 // clang-format on
+
+/// Whether a number is one that its key may have; any text, where it has no range.
+bool Is_In_Range(const char *key, const QString &value)
+{
+    const auto *range = std::find_if(std::begin(Ranges), std::end(Ranges),
+                                     [&](const Range &row) { return qstrcmp(row.key, key) == 0; });
+    if (range == std::end(Ranges))
+        return true;
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber && number >= range->least && number <= range->most && (!range->whole || value.toInt() == number);
+}
+
+/// A folder on a drive of another system would be made under the drive's name.
+bool Is_Folder_Elsewhere(const Setting &setting, const QString &value)
+{
+#ifdef Q_OS_WIN
+    Q_UNUSED(setting)
+    Q_UNUSED(value)
+    return false;
+#else
+    const bool isFolder = setting.computed == Computed::Backup_Path || setting.computed == Computed::Picture_Path;
+    return isFolder && value.size() >= 2 && value.at(1) == u':';
+#endif
+}
 
 QString Computed_Value(Computed what)
 {
@@ -166,9 +229,7 @@ bool Acceptable(const Setting &setting, const QString &value)
         return value.size() == 1;
     if (is("COB_UPDATE_DATE"))
         return value.size() >= 2;
-    if (is("MAX_RECORD"))
-        return !value.isEmpty() && Whole_Number(value) != 0;
-    return !value.isEmpty();
+    return !value.isEmpty() && Is_In_Range(setting.key, value) && !Is_Folder_Elsewhere(setting, value);
 }
 
 QString Initial_Value(const Setting &setting)

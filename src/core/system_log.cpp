@@ -2,7 +2,9 @@
 #include "core/system_log.h"
 
 #include "core/error_log.h"
+#include "core/log_view_sql.h"
 #include "core/process_state.h"
+#include "core/sql_text.h"
 #include "platform/database/recordset.h"
 #include "platform/machine/machine.h"
 
@@ -12,7 +14,7 @@ void Add_Log(Log_Type type, const QString &text, const QString &var1, const QStr
         Recordset log;
         log.CursorType = Cursor_Type::Dynamic;
         log.LockType = Lock_Type::Optimistic;
-        log.Open(QStringLiteral("Select top 1 * From tab_log"), App().Conn_Str);
+        log.Open(Sql_Text(Sql::One_Line), App().Conn_Str);
         log.AddNew();
         log[QStringLiteral("type_id")].Set(QString::number(static_cast<int>(type)));
         log[QStringLiteral("log_text")].Set(text);

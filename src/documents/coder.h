@@ -3,6 +3,6 @@
 
 #include <QString>
 
-/// Runs `zelqorfun` on two files. Its answer is not asked: the next step opens the output, and a missing one is the
-/// error. A large file is coded on a thread of its own while the window is painted.
-void Run_Coder(const char *command, const QString &input, const QString &output);
+/// Runs `zelqorfun` on two files. A large file is coded on a thread of its own while the window is painted.
+/// @returns whether the output was written. Where there was none before, the next step, which opens it, may tell.
+bool Run_Coder(const char *command, const QString &input, const QString &output);

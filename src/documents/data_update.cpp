@@ -7,10 +7,10 @@
 #include "core/sql_text.h"
 #include "core/system_log.h"
 #include "documents/document_sql.h"
-#include "documents/document_store.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "platform/richtext/rich_text.h"
+#include "users/scrambling.h"
 
 #include <QTextDocument>
 
@@ -34,6 +34,20 @@ bool Is_Date(const QString &text)
     return Database_Engine::Date_From_Text(text).isValid();
 }
 
+/// A document that is gone is stored as a new one, which costs nobody anything.
+bool Is_Changed_Elsewhere(const Document_Form &form)
+{
+    const QString now = form.stored_state.isEmpty() ? QString() : Stored_State_Of(form.code_id);
+    return !now.isEmpty() && now != form.stored_state;
+}
+
+/// Whether a password is told from every other one by its scrambled form, in which the blanks around it and all
+/// characters beyond ASCII leave nothing of themselves.
+bool Can_Lock(const QString &password)
+{
+    const QString kept = password.trimmed();
+    return password.isEmpty() || (!kept.isEmpty() && Decode(Encode(kept)) == kept);
+}
 } // namespace
 
 bool Is_Folder(const QString &id)
@@ -64,6 +78,8 @@ Save_Refusal Check_Before_Save(Document_Form &form, const QString &passwordAgain
         return Save_Refusal::Title_Too_Long;
     if (form.password != passwordAgain)
         return Save_Refusal::Password;
+    if (!Can_Lock(form.password))
+        return Save_Refusal::Password_Characters;
     return Save_Refusal::None;
 }
 
@@ -82,30 +98,38 @@ const char *Refusal_Key(Save_Refusal refusal)
         return "_Title";
     case Save_Refusal::Password:
         return "_PassWord";
+    case Save_Refusal::Password_Characters:
+        return "_SpecChar";
     case Save_Refusal::None:
         break;
     }
     return "";
 }
 
-bool Store_Form(Document_Form &form, bool stored, QString &status)
+Save_Outcome Store_Form(Document_Form &form, bool stored, QString &status, Save_Consents consents)
 {
     const QString idBefore = form.code_id;
-    const bool done = Trap(
+    const QString stateBefore = form.stored_state;
+    const Save_Outcome outcome = Trap(
         QStringLiteral("Mod_DataBase\\Store_Form"),
         [&] {
-            bool written = false;
+            Save_Outcome written = Save_Outcome::Changed_Elsewhere;
             Database_Engine::One_Action(App().Conn_Str, [&] {
-                written = AddCodeContent_Ex_Standard(form, stored ? form.code_id : QStringLiteral("0"));
-                if (!written)
+                if (stored && !consents.replace && Is_Changed_Elsewhere(form))
+                    return;
+                written = Save_Document(form, stored ? form.code_id : QStringLiteral("0"), consents.open_lock);
+                if (written != Save_Outcome::Stored)
                     return;
                 status = Pack_Text("Frm_Doc_Standard", stored ? "_ModifySucc" : "_AddSucc") + form.title;
                 Add_Log(stored ? Log_Type::Changed : Log_Type::Created, status);
+                form.stored_state = Stored_State_Of(form.code_id);
             });
             return written;
         },
         Report_Failed_Save);
-    if (!done)
+    if (outcome != Save_Outcome::Stored) { // the commit itself may have failed
         form.code_id = idBefore;
-    return done;
+        form.stored_state = stateBefore;
+    }
+    return outcome;
 }

@@ -24,7 +24,11 @@ struct Document_Form {
     QString password;
     QString stored_type; ///< the type as it stands in the database, "" for a document that is not stored yet
     QString type;        ///< the working type, upper-case; "" when there is nothing to save
-    QString page;        ///< the page of a document stored as HTM, as it was read
+    /// What the row held when the form was filled, as Stored_State tells it; "" for a document that is not stored yet.
+    QString stored_state;
+    bool keeps_content = false; ///< a save writes the facts only: content, stream, password and type stay
+    bool lock_is_open = false;  ///< the stored stream is too long for its password to be asked for
+    QString page;               ///< the page of a document stored as HTM, as it was read
     QTextDocument *content = nullptr;
     QTextDocument *memo = nullptr;
     QTextDocument *sum = nullptr;

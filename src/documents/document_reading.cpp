@@ -22,6 +22,7 @@
 #include "users/scrambling.h"
 
 #include <QTextDocument>
+#include <new>
 
 namespace
 {
@@ -85,11 +86,22 @@ void Show_Plain(QTextDocument &pane, const QString &text)
     pane.setPlainText(text);
 }
 
-/// Whether a password is the one that a tail was made from. The tails are compared, not the passwords: characters
-/// beyond ASCII leave nothing of themselves in a tail.
+/// Whether a password is the one that a tail was made from.
 bool Is_Password(const QString &typed, const QString &tail)
 {
-    return Encode(typed.trimmed()) == tail;
+    return Decode(tail) == typed.trimmed();
+}
+
+/// A stream that unpacks to more than there is ends its step, not the program.
+template <class Body>
+void Within_Memory(Body &&body)
+{
+    constexpr qint32 Out_Of_Memory = 7;
+    try {
+        body();
+    } catch (const std::bad_alloc &) {
+        throw Run_Time_Error(Out_Of_Memory, Pack_Text("Mod_DataBase", "_No_Memory"));
+    }
 }
 
 /// The steps of one reading: a step that fails does not keep the next one from running, and the last failure is told.
@@ -100,7 +112,7 @@ public:
     template <class Body>
     bool Run(Body &&step)
     {
-        if (Resume_Next(std::forward<Body>(step)))
+        if (Resume_Next([&] { Within_Memory(std::forward<Body>(step)); }))
             return true;
         m_trouble = Err();
         Clear_Pending();
@@ -123,9 +135,14 @@ enum class Password { None, Right, Wrong };
 Password Check_Password(const Reading_Stages &stages, Document_Form &form)
 {
     const QString tail = Read_Pass_Tail(stages.Path(Raw));
-    if (tail.isEmpty())
+    if (tail.isEmpty()) {
+        // A tail that does not show keeps nobody out, but the next save is to write it again.
+        form.password = Decode(Read_Hidden_Tail(stages.Path(Raw)));
+        form.lock_is_open = !form.password.isEmpty();
         return Password::None;
-    const QString typed = Prompts::Input(Pack_Text("Mod_DataBase", "_AskPass"), App().Box_Title, {}, true);
+    }
+    const QString question = form.title + QLatin1Char('\n') + Pack_Text("Mod_DataBase", "_AskPass");
+    const QString typed = Prompts::Input(question, App().Box_Title, {}, true);
     if (!Is_Password(typed, tail)) {
         Prompts::Message(Pack_Text("Mod_DataBase", "_WrongPass"), App().Box_Title, Prompts::Icon::Exclamation);
         return Password::Wrong;
@@ -159,13 +176,28 @@ QString Show_Content(const Reading_Stages &stages, const QString &type, Recordse
     return type;
 }
 
+/// Decodes the raw file. @throws Run_Time_Error 75 when it says that it needs much memory and the user declines
+void Decode(const Reading_Stages &stages, const QString &target, const QString &title)
+{
+    constexpr qint64 Usual = Q_INT64_C(256) << 20;
+    const qint64 size = Decoded_Size(stages.Path(Raw));
+    const auto wanted = [&] {
+        const QString question = Pack_Text("Mod_DataBase", "_Large_Stream").arg(title, QString::number(size >> 20));
+        return Prompts::Ask(question, App().Box_Title, Prompts::Choice::Yes_No, Prompts::Answer::No) ==
+               Prompts::Answer::Yes;
+    };
+    if (size > Usual && !wanted())
+        throw Run_Time_Error(Error_Number::Path_Access, Pack_Text("Mod_DataBase", "_Stream_Left"));
+    stages.Decode(target);
+}
+
 /// @returns false after a wrong password.
 bool Read_Stream(Recordset &row, const QString &type, const Reading_Stages &stages, Document_Form &form)
 {
     stages.Stage(row[QStringLiteral("Code_Content_IO")]);
     if (Check_Password(stages, form) == Password::Wrong)
         return false;
-    stages.Decode(stages.Content());
+    Decode(stages, stages.Content(), form.title);
     form.type = Show_Content(stages, type, row, *form.content);
     return true;
 }
@@ -197,7 +229,7 @@ void Read_Pane(Recordset &row, const char *textColumn, const char *streamColumn,
         return;
     }
     stages.Stage(stream);
-    stages.Decode(target);
+    Decode(stages, target, row[QStringLiteral("Code_Title")].Text());
     Rich_Text::Load_File(stages.Path(target), Rich_Text::Format::Rtf, pane);
 }
 
@@ -215,6 +247,8 @@ void Read_Head(Recordset &row, Document_Form &form)
     form.star = Starred(row[QStringLiteral("Code_Color")].Text());
     form.done = Starred(row[QStringLiteral("Code_Done")].Text());
     form.password.clear();
+    form.lock_is_open = form.keeps_content = false;
+    form.stored_state = Stored_State(row);
 }
 
 void Read_Fields(Recordset &row, Document_Form &form)
@@ -232,7 +266,7 @@ void Read_Fields(Recordset &row, Document_Form &form)
 /// Raises the read counter, stamps the reading and ends the state of a new document.
 void Count_Reading(const QString &code_id, qint64 readings)
 {
-    Run_Statement(Sql_Text(Sql::Count_Reading, QString::number(readings), Store_Time(), code_id), App().Conn_Str);
+    Run_Statement(Sql_Text(Sql::Count_Reading, readings, Store_Time(), code_id), App().Conn_Str);
 }
 
 QString Failure_Text()
@@ -271,7 +305,29 @@ bool Read_Document(const QString &code_id, Document_Form &form)
     steps.Tell();
     return true;
 }
+
+struct Loss_Name {
+    Rich_Text::Loss loss;
+    const char *key;
+};
+constexpr Loss_Name Loss_Names[] = {
+    {Rich_Text::Header_Pictures, "_Header_Pictures"},
+    {Rich_Text::Section_Pages, "_Section_Pages"},
+    {Rich_Text::Drawings, "_Drawings"},
+    {Rich_Text::Objects, "_Objects"},
+    {Rich_Text::Other_Fields, "_Other_Fields"},
+};
 } // namespace
+
+QString Not_Kept(const QTextDocument &content)
+{
+    QStringList names;
+    for (const Loss_Name &row : Loss_Names) {
+        if (Rich_Text::Losses(content) & row.loss)
+            names << Pack_Text("Frm_Doc_Standard", row.key);
+    }
+    return names.isEmpty() ? QString() : Pack_Text("Frm_Doc_Standard", "_Not_Kept").arg(Pack_List(names));
+}
 
 bool GetCodeContent_Ex(const QString &code_id, Document_Form &form)
 {

@@ -11,3 +11,6 @@
 /// which must not be stored; a form that could not be read at all is as it was, and a wrong password leaves no id. A
 /// failure has been shown and recorded under "Mod_DataBase\GetCodeContent_Ex".
 bool GetCodeContent_Ex(const QString &code_id, Document_Form &form);
+
+/// What the content held that a save does not keep, as a sentence; "" for nothing.
+QString Not_Kept(const QTextDocument &content);

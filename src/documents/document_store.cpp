@@ -24,6 +24,7 @@
 #include "platform/richtext/rich_text.h"
 #include "users/scrambling.h"
 
+#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QTextDocument>
 
@@ -89,7 +90,8 @@ void Write_Form_Fields(Document_Row &document, const Document_Form &form)
     document["Code_Author"].Set(form.author);
     document["Code_Date"].Set(Database_Engine::Date_From_Text(form.create_date).date().startOfDay());
     document["Code_Update"].Set(QDateTime(update.date(), Machine::Now().time()));
-    document["Code_File"].Set(form.file);
+    if (!form.file.isEmpty() || !document["Code_File"].Is_Null()) // a page's own text counts where there is no file
+        document["Code_File"].Set(form.file);
     document["Code_Keys"].Set(form.keys);
 }
 
@@ -125,15 +127,17 @@ struct Form_Stages {
 };
 
 /// The tail will stand over the stream's last byte, so the stream is made not to need it.
-void Write_Password(const QString &path, const QString &password)
+/// @returns whether the password will be asked for
+bool Write_Password(const QString &path, const QString &password)
 {
     QByteArray stream = Files::Read_Bytes(path);
     Lzma_Free_Last_Byte(stream);
     Files::Write_Bytes(path, stream, Files::Durability::Staging);
     Write_Pass_Tail(path, Encode(password.trimmed()));
+    return Is_Tail_Found(QFileInfo(path).size());
 }
 
-void Write_Content(Document_Row &document, const Document_Form &form, const Staging &staging, const Form_Stages &stages)
+void Write_Content(Document_Row &document, Document_Form &form, const Staging &staging, const Form_Stages &stages)
 {
     staging.Drop(stages.written);
     if (form.type == Rtf)
@@ -145,11 +149,12 @@ void Write_Content(Document_Row &document, const Document_Form &form, const Stag
                              Failure::Not_Rich_Text);
     Files::Copy_File(staging.Path(stages.written), staging.Path(stages.input), Files::Durability::Staging);
     Compress(staging.Path(stages.input), staging.Path(stages.output));
+    form.lock_is_open = false;
     if (form.password.isEmpty()) {
         document["Code_Content"].Set(Plain_Text(form.content));
     } else {
         document["Code_Content"].Set(QString());
-        Write_Password(staging.Path(stages.output), form.password);
+        form.lock_is_open = !Write_Password(staging.Path(stages.output), form.password);
     }
     Copy_File_To_Blob(staging.Path(stages.output), document["Code_Content_IO"]);
 }
@@ -165,7 +170,7 @@ void Write_Pane(Document_Row &document, const QTextDocument *pane, const char *t
     Copy_File_To_Blob(staging.Path(output), document[streamColumn]);
 }
 
-void Save_Form(Document_Form &form, const QString &code_id)
+Save_Outcome Save_Form(Document_Form &form, const QString &code_id, bool lockMayStayOpen)
 {
     const Form_Stages stages(form.type);
     if (!Files::Is_Plain_Name(stages.written))
@@ -174,12 +179,16 @@ void Save_Form(Document_Form &form, const QString &code_id)
     Write_Form_Fields(document, form);
     Yield();
     const Staging staging(10000, stages.All());
-    Write_Content(document, form, staging, stages);
+    if (!form.keeps_content)
+        Write_Content(document, form, staging, stages);
+    if (form.lock_is_open && !lockMayStayOpen)
+        return Save_Outcome::Lock_Stays_Open;
     Write_Pane(document, form.memo, "Code_Memo", "Code_Memo_IO", staging, stages.memo, stages.output);
     Write_Pane(document, form.sum, "Code_Sum", "Code_Sum_IO", staging, stages.sum, stages.output);
     document["Code_Color"].Set(form.star);
     document["Code_Done"].Set(form.done);
-    document["Code_Type"].Set(form.type.isEmpty() ? Rtf : form.type);
+    if (!form.keeps_content)
+        document["Code_Type"].Set(form.type.isEmpty() ? Rtf : form.type);
     Yield();
     Database_Engine::One_Action(App().Conn_Str, [&] {
         document.row.UpdateBatch();
@@ -191,7 +200,9 @@ void Save_Form(Document_Form &form, const QString &code_id)
     });
     if (document.inserted)
         form.code_id = document.id;
-    form.stored_type = form.type;
+    if (!form.keeps_content)
+        form.stored_type = form.type;
+    return Save_Outcome::Stored;
 }
 
 /// The coder's input for a link: a file that holds the path as one line.
@@ -315,14 +326,46 @@ void Report_Failed_Save()
                      Prompts::Icon::Exclamation);
 }
 
+QString Stored_State(Recordset &row)
+{
+    QCryptographicHash digest(QCryptographicHash::Sha256);
+    for (const char *column : {"Code_Update", "Code_Title", "Code_Keys", "Code_Explain", "Code_Content"})
+        digest.addData(row[QLatin1String(column)].Text().toUtf8() + '\0');
+    for (const char *column : {"Code_Content_IO", "Code_Memo_IO", "Code_Sum_IO"})
+        digest.addData(row[QLatin1String(column)].Bytes());
+    return QString::fromLatin1(digest.result().toHex());
+}
+
+QString Stored_State_Of(const QString &code_id)
+{
+    Recordset row;
+    row.Open(Sql_Text(Sql::Read_Document, code_id), App().Conn_Str);
+    return row.Eof() ? QString() : Stored_State(row);
+}
+
+QMap<QString, int> Field_Rooms()
+{
+    Recordset row;
+    row.Open(Sql_Text(Sql::Whole_Document, QString()), App().Conn_Str);
+    QMap<QString, int> rooms;
+    for (const char *column :
+         {"Code_Keys", "Code_Explain", "Code_Author", "Code_File", "Code_Promulgator", "Code_Provenance"})
+        rooms.insert(QLatin1String(column), row[QLatin1String(column)].Defined_Size());
+    return rooms;
+}
+
 bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id)
+{
+    return Save_Document(form, code_id, true) == Save_Outcome::Stored;
+}
+
+Save_Outcome Save_Document(Document_Form &form, const QString &code_id, bool lockMayStayOpen)
 {
     return Trap(
         QStringLiteral("Mod_DataBase\\AddCodeContent_Ex_Standard"),
         [&] {
             const Busy_Pointer busy;
-            Save_Form(form, code_id);
-            return true;
+            return Save_Form(form, code_id, lockMayStayOpen);
         },
         Report_Failed_Save);
 }
@@ -336,20 +379,28 @@ QString AddCodeContent_Ex(const QTextDocument &source, const QString &folder_id,
     });
 }
 
-QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,
-                               const QString &title, const QString &type, bool link_only)
+Stored_File Store_File(const QString &path, const QString &folder_id, const QString &code_id, const QString &title,
+                       const QString &type, bool link_only)
 {
-    const auto report = [] {
-        Prompts::Message(Error_Text(Err()) + QLatin1Char(' ') + QString::number(Err().number), App().Box_Title,
-                         Prompts::Icon::Exclamation);
-    };
-    return Trap(
+    Stored_File stored;
+    stored.id = Trap(
         QStringLiteral("AddCodeContent_File_Ex"),
         [&] {
             const Busy_Pointer busy;
             return Save_File_Document(path, folder_id, code_id, title, Content_Of_File(path, type, link_only));
         },
-        report);
+        [&] { stored.trouble = Err(); });
+    return stored;
+}
+
+QString AddCodeContent_File_Ex(const QString &path, const QString &folder_id, const QString &code_id,
+                               const QString &title, const QString &type, bool link_only)
+{
+    const Stored_File stored = Store_File(path, folder_id, code_id, title, type, link_only);
+    if (stored.trouble.number != 0)
+        Prompts::Message(Error_Text(stored.trouble) + QLatin1Char(' ') + QString::number(stored.trouble.number),
+                         App().Box_Title, Prompts::Icon::Exclamation);
+    return stored.id;
 }
 
 bool Replace_File_Content(const QString &code_id, const QString &path, QString &text)

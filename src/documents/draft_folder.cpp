@@ -3,12 +3,14 @@
 
 #include "core/process_state.h"
 #include "platform/database/database.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 
 #include <QCoreApplication>
-#include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QRandomGenerator>
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -19,7 +21,10 @@ const QString Lock_Suffix = QStringLiteral(".lock");
 QString Folder()
 {
     const QString database = Database_Engine::File_Of(App().Conn_Str);
-    return database.isEmpty() ? App().App_Path + QStringLiteral("data/drafts/") : database + QStringLiteral("-drafts/");
+    QString folder =
+        database.isEmpty() ? App().App_Path + QStringLiteral("data/drafts/") : database + QStringLiteral("-drafts/");
+    Files::Guard(folder);
+    return folder;
 }
 
 /// This process's mark in a directory of drafts: the beginning of its files' names, and a lock that dies with it.
@@ -55,7 +60,10 @@ bool Is_Left(const QString &folder, const QString &name)
     const auto own = Marks().find(folder);
     if (own != Marks().end() && own->second->name == owner)
         return false;
-    QLockFile lock(folder + owner + Lock_Suffix);
+    const QString path = folder + owner + Lock_Suffix;
+    if (QFileInfo::exists(path) && !Files::Is_File(path)) // a pipe would keep the program waiting
+        return false;
+    QLockFile lock(path);
     lock.setStaleLockTime(0);
     return lock.tryLock(0);
 }
@@ -74,11 +82,14 @@ QString Draft_Folder::New_Path(const QString &suffix)
 QStringList Draft_Folder::Left(const QString &suffix)
 {
     QStringList paths;
-    const QDir folder(Folder());
-    for (const QString &name :
-         folder.entryList({QLatin1Char('*') + suffix}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Time)) {
-        if (Is_Left(Folder(), name))
-            paths.append(folder.filePath(name));
+    const QString folder = Folder();
+    QList<Files::Entry> entries = Files::Entries(folder);
+    std::sort(entries.begin(), entries.end(),
+              [](const Files::Entry &one, const Files::Entry &other) { return one.changed > other.changed; });
+    for (const Files::Entry &entry : entries) {
+        // What somebody else put there is nothing that this user wrote.
+        if (entry.is_own && entry.name.endsWith(suffix) && Is_Left(folder, entry.name))
+            paths.append(folder + entry.name);
     }
     return paths;
 }

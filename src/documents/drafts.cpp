@@ -39,6 +39,7 @@ constexpr Text_Row Texts[] = {
     {"password", &Document_Form::password},
     {"stored_type", &Document_Form::stored_type},
     {"type", &Document_Form::type},
+    {"stored_state", &Document_Form::stored_state},
 };
 
 struct Pane_Row {

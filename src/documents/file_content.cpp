@@ -2,14 +2,17 @@
 #include "documents/file_content.h"
 
 #include "core/process_state.h"
+#include "documents/html_pictures.h"
 #include "platform/errors/run_time_error.h"
 #include "platform/extract/text_extractor.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTextDocument>
+#include <QUrl>
 
 namespace
 {
@@ -19,16 +22,21 @@ struct Type_Row {
     const char *extension;
     const char *type; ///< what is stored
     Kind kind;
+    bool shows; ///< whether a file of the type can only be shown by the program that the desktop gives it to
 };
 
 constexpr Type_Row Types[] = {
-    {"RTF", "RTF", Kind::Rich_Text},  {"TXT", "TXT", Kind::Plain_Text}, {"INI", "INI", Kind::Plain_Text},
-    {"ASP", "ASP", Kind::Plain_Text}, {"JSP", "JSP", Kind::Plain_Text}, {"PHP", "PHP", Kind::Plain_Text},
-    {"FRM", "FRM", Kind::Plain_Text}, {"BAT", "BAT", Kind::Plain_Text}, {"CLS", "CLS", Kind::Plain_Text},
-    {"CTL", "CTL", Kind::Plain_Text}, {"DOC", "DOC", Kind::Office},     {"WPS", "DOC", Kind::Office},
-    {"DOCX", "DOCX", Kind::Office},   {"XLS", "XLS", Kind::Office},     {"ET", "XLS", Kind::Office},
-    {"XLSX", "XLSX", Kind::Office},   {"PPT", "PPT", Kind::Office},     {"DPS", "PPT", Kind::Office},
-    {"PPTX", "PPTX", Kind::Office},   {"PDF", "PDF", Kind::Office},     {"SWF", "SWF", Kind::Path_Only},
+    {"RTF", "RTF", Kind::Rich_Text, true},   {"TXT", "TXT", Kind::Plain_Text, true},
+    {"INI", "INI", Kind::Plain_Text, true},  {"ASP", "ASP", Kind::Plain_Text, false},
+    {"JSP", "JSP", Kind::Plain_Text, false}, {"PHP", "PHP", Kind::Plain_Text, false},
+    {"FRM", "FRM", Kind::Plain_Text, true},  {"BAT", "BAT", Kind::Plain_Text, false},
+    {"CLS", "CLS", Kind::Plain_Text, true},  {"CTL", "CTL", Kind::Plain_Text, true},
+    {"DOC", "DOC", Kind::Office, true},      {"WPS", "DOC", Kind::Office, true},
+    {"DOCX", "DOCX", Kind::Office, true},    {"XLS", "XLS", Kind::Office, true},
+    {"ET", "XLS", Kind::Office, true},       {"XLSX", "XLSX", Kind::Office, true},
+    {"PPT", "PPT", Kind::Office, true},      {"DPS", "PPT", Kind::Office, true},
+    {"PPTX", "PPTX", Kind::Office, true},    {"PDF", "PDF", Kind::Office, true},
+    {"SWF", "SWF", Kind::Path_Only, false},
 };
 
 Type_Row Row_For(const QString &extension)
@@ -37,15 +45,13 @@ Type_Row Row_For(const QString &extension)
         if (extension == QLatin1String(row.extension))
             return row;
     }
-    return {"", "HTM", Kind::Wrapper_Page};
+    return {"", "HTM", Kind::Wrapper_Page, false};
 }
 
 QByteArray First_Bytes(const QString &path)
 {
-    QFile file(Files::Native_Path(path));
-    if (!file.open(QIODevice::ReadOnly))
-        throw Run_Time_Error(Error_Number::Path_Access,
-                             QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()), Failure::Path_Access);
+    QFile file;
+    Files::Open_To_Read(file, path);
     return file.read(ExtractText::Most_Characters);
 }
 
@@ -62,13 +68,13 @@ QString Rich_File_Text(const QString &path)
     return Rich_Text::Read_Rtf(bytes, document) ? Rich_Text::Shown_Text(document) : Rich_Text::Decode_Plain(bytes);
 }
 
-/// A path as an attribute's value without quotation marks, which no name can end early: short names hold none of these
-/// characters, and elsewhere they are written as in an address.
+/// A path as it is, but for what ends an attribute without quotation marks: no short name holds any of these
+/// characters, and they are written as in an address.
 QString Unquoted(const QString &path)
 {
     QString value;
     for (const QChar c : Files::Short_Path(path)) {
-        if (QStringLiteral(" <>\"'`=&%").contains(c) || c < QLatin1Char(' '))
+        if (QStringLiteral(" <>\"=").contains(c) || c < QLatin1Char(' '))
             value += QString::fromLatin1(QString(c).toUtf8().toPercentEncoding());
         else
             value += c;
@@ -96,16 +102,29 @@ QString Wrapper_Page(const QString &path, const QString &extension)
 void Check_File(const QString &path, bool wholeFile)
 {
     constexpr qint64 Largest = Q_INT64_C(256) << 20;
-    const QFileInfo file(Files::Native_Path(path));
-    if (!file.exists())
-        throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + path,
-                             Failure::File_Not_Found);
-    if (!file.isFile())
-        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Not a file: ") + path, Failure::Path_Access);
+    QFile file;
+    Files::Open_To_Read(file, path);
     if (wholeFile && file.size() > Largest)
         throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Too large: ") + path, Failure::Too_Large);
 }
 } // namespace
+
+bool Is_Shown_Outside(const QString &type)
+{
+    return Row_For(type.toUpper()).shows;
+}
+
+QString Wrapped_Picture(const QString &page)
+{
+    const QStringList sources = Html::Picture_Sources(page);
+    const QString path = QUrl::fromPercentEncoding(sources.value(0).toUtf8());
+    const auto withoutBase = [](const QString &text) {
+        return text.section(QLatin1Char('>'), 1);
+    };
+    const bool own =
+        !path.isEmpty() && withoutBase(page) == withoutBase(Wrapper_Page(path, QFileInfo(path).suffix().toUpper()));
+    return own ? path : QString();
+}
 
 File_Content Content_Of_File(const QString &path, const QString &type, bool link_only)
 {
@@ -134,8 +153,9 @@ File_Content Content_Of_File(const QString &path, const QString &type, bool link
         content.link_only = true;
         break;
     }
-    if (content.type == QLatin1String("PDF"))
+    const bool isPdf = content.type == QLatin1String("PDF");
+    if (isPdf)
         content.link_only = true;
-    content.keeps_path = content.link_only && row.kind != Kind::Wrapper_Page;
+    content.keeps_path = isPdf || row.kind == Kind::Path_Only;
     return content;
 }

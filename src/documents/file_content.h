@@ -13,3 +13,8 @@ struct File_Content {
 
 /// Reads a file by its type (its extension). @throws Run_Time_Error 53 or 75 when it cannot be read.
 File_Content Content_Of_File(const QString &path, const QString &type, bool link_only);
+/// The picture file that a page stands for, "" for a page that is not one of those which Content_Of_File makes.
+QString Wrapped_Picture(const QString &page);
+/// Whether the desktop may be given a file of a type unasked: one of the documents that this program knows, and none
+/// that another program could run.
+bool Is_Shown_Outside(const QString &type);

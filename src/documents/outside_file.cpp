@@ -11,13 +11,12 @@
 #include "documents/draft_folder.h"
 #include "documents/staging.h"
 #include "platform/database/recordset.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "tree/folder_ids.h"
 
 #include <QCborMap>
 #include <QCborValue>
-#include <QDir>
-#include <QFileInfo>
 #include <QScopeGuard>
 
 namespace
@@ -43,6 +42,19 @@ QString Updated(const QString &id)
 }
 } // namespace
 
+bool Is_Open_In_Office(const QString &path)
+{
+    const QString name = path.section(QLatin1Char('/'), -1);
+    const QString directory = path.chopped(name.size());
+    // Office programs put one of these beside the file: the whole name, or the name with its first two characters gone.
+    for (const QString &lock :
+         {QStringLiteral(".~lock.%1#").arg(name), QStringLiteral("~$") + name, QStringLiteral("~$") + name.mid(2)}) {
+        if (Files::Look(directory + lock))
+            return true;
+    }
+    return false;
+}
+
 Outside_File::Outside_File(const QString &code_id) : m_directory(Draft_Folder::New_Path(Copy_Suffix))
 {
     Recordset row;
@@ -61,12 +73,12 @@ Outside_File::Outside_File(const QString &code_id) : m_directory(Draft_Folder::N
         throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Bad document type: ") + m_record.file);
     const QString raw = QStringLiteral("zip.cc");
     const Staging staging(10000, {raw});
-    auto giveUp = qScopeGuard([this] { QDir(m_directory).removeRecursively(); });
+    auto giveUp = qScopeGuard([this] { Files::Delete_Folder(m_directory); });
     Files::Write_Bytes(staging.Path(raw), row[QStringLiteral("Code_Content_IO")].Bytes(), Files::Durability::Staging);
     Files::Make_Directory(m_directory);
     Run_Coder("d", staging.Path(raw), Path());
     staging.Drop(raw);
-    if (!QFileInfo::exists(Path()))
+    if (!Files::Is_File(Path()))
         throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + Path(),
                              Failure::No_Output);
     m_record.taken = m_seen = Now();
@@ -82,7 +94,7 @@ Outside_File::Outside_File(QString directory, Record record)
 Outside_File::~Outside_File()
 {
     if (!Is_In_Use() && !Is_Changed())
-        QDir(m_directory).removeRecursively();
+        Files::Delete_Folder(m_directory);
 }
 
 QString Outside_File::Path() const
@@ -102,18 +114,6 @@ bool Outside_File::Is_Settled_Change()
     const bool settled = now == m_seen && now != m_record.taken && now.size > 0;
     m_seen = now;
     return settled;
-}
-
-bool Outside_File::Is_In_Use() const
-{
-    // Office programs put one of these beside the file: the whole name, or the name with its first two characters gone.
-    const QDir directory(m_directory);
-    for (const QString &lock : {QStringLiteral(".~lock.%1#").arg(m_record.file), QStringLiteral("~$") + m_record.file,
-                                QStringLiteral("~$") + m_record.file.mid(2)}) {
-        if (directory.exists(lock))
-            return true;
-    }
-    return false;
 }
 
 bool Outside_File::Take_Back(QString &text)
@@ -138,8 +138,8 @@ QList<Stored_Copy> Outside_File::Take_Back_Left()
 {
     QList<Stored_Copy> stored;
     for (const QString &directory : Draft_Folder::Left(Copy_Suffix)) {
-        if (!QFileInfo::exists(directory + QLatin1Char('/') + Record_Name)) { // killed before the copy was given away
-            QDir(directory).removeRecursively();
+        if (!Files::Is_File(directory + QLatin1Char('/') + Record_Name)) { // killed before the copy was given away
+            Files::Delete_Folder(directory);
             continue;
         }
         Trap(QStringLiteral("Outside_File\\Take_Back_Left"), [&] {
@@ -204,6 +204,6 @@ void Outside_File::Write_Record() const
 
 Outside_File::State Outside_File::Now() const
 {
-    const QFileInfo file(Path());
-    return {file.size(), file.lastModified()};
+    const std::optional<Files::Entry> file = Files::Look(Path());
+    return file ? State{file->size, file->changed} : State();
 }

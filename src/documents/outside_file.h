@@ -11,6 +11,9 @@ struct Stored_Copy {
     QString title;
 };
 
+/// Whether an office program holds a file open, as its lock file tells.
+bool Is_Open_In_Office(const QString &path);
+
 /// The file of a stored document while another program edits it: a copy among the drafts, and the way back. It goes
 /// with the object, unless a program still has it open or it holds what could not be taken back: then the next start
 /// looks at it again, as after a kill.
@@ -29,8 +32,8 @@ public:
     [[nodiscard]] bool Is_Changed() const;
     /// The same, once the copy has been left alone from one call to the next: a program may still be writing it.
     [[nodiscard]] bool Is_Settled_Change();
-    /// Whether an office program holds the copy open, as its lock file tells.
-    [[nodiscard]] bool Is_In_Use() const;
+    /// Whether an office program holds the copy open.
+    [[nodiscard]] bool Is_In_Use() const { return Is_Open_In_Office(Path()); }
     /// Stores what was saved in the copies that earlier processes left. A document that was changed meanwhile, or
     /// deleted, is not written over: the copy becomes a document of its own.
     static QList<Stored_Copy> Take_Back_Left();

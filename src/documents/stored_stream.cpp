@@ -1,25 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "documents/stored_stream.h"
 
+#include "platform/files/door.h"
+
 #include <QFile>
-#include <QFileInfo>
+#include <QtEndian>
 #include <cmath>
 
 namespace
 {
 constexpr qint64 Block = 10000;
 const QByteArray Tail_Mark = QByteArrayLiteral("{}{}");
-
-QFile &Open_Or_Throw(QFile &file, QIODevice::OpenMode mode)
-{
-    if (!file.exists())
-        throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + file.fileName(),
-                             Failure::File_Not_Found);
-    if (!file.open(mode))
-        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Path/File access error: ") + file.fileName(),
-                             Failure::Path_Access);
-    return file;
-}
 
 /// Reads up to `size` bytes; what the file does not give stays zero.
 QByteArray Read_Block(QFile &file, qint64 size)
@@ -34,17 +25,31 @@ QByteArray Piece(QFile &file, qint64 offset, qint64 size)
 {
     return offset >= 0 && size > 0 && file.seek(offset) ? file.read(size) : QByteArray();
 }
+/// The scrambled password of a tail that ends at `end`.
+QString Tail_Before(QFile &file, qint64 end)
+{
+    if (Piece(file, end - 4, 4) != Tail_Mark)
+        return {};
+    const qint64 length = Piece(file, end - Tail_Overhead, 2).trimmed().toLongLong();
+    // Blanks stay: a scrambled password may hold them, and even be one.
+    return QString::fromLatin1(Piece(file, end - Tail_Overhead - length, length));
+}
+
+/// Rounds to the nearest, ties to the even number, as the format was defined.
+qint64 Full_Blocks(qint64 length)
+{
+    return static_cast<qint64>(std::nearbyint(static_cast<double>(length) / Block));
+}
 } // namespace
 
 void Copy_File_To_Blob(const QString &path, Field column)
 {
-    QFile file(path);
-    Open_Or_Throw(file, QIODevice::ReadOnly);
+    QFile file;
+    Files::Open_To_Read(file, path);
     const qint64 length = file.size();
     if (length == 0)
         return;
-    // Rounds to the nearest, ties to the even number, as the format was defined.
-    const auto fullBlocks = static_cast<qint64>(std::nearbyint(static_cast<double>(length) / Block));
+    const qint64 fullBlocks = Full_Blocks(length);
     const qint64 rest = length % Block;
     for (qint64 i = 0; i < fullBlocks; ++i)
         column.AppendChunk(Read_Block(file, Block + 1));
@@ -54,32 +59,62 @@ void Copy_File_To_Blob(const QString &path, Field column)
 
 void Write_Pass_Tail(const QString &path, const QString &scrambled)
 {
-    QFile file(path);
-    Open_Or_Throw(file, QIODevice::ReadWrite);
+    QFile file;
+    Files::Open_To_Change(file, path);
     if (file.size() == 0)
         return;
     const QByteArray digits = QByteArray::number(scrambled.size()).rightJustified(2, '0');
     const QByteArray tail = scrambled.toLatin1() + digits + Tail_Mark;
-    if (!file.seek(file.size() - 1) || file.write(tail) != tail.size() || !file.flush())
+    if (!file.seek(file.size() - 1) || file.write(tail) != tail.size())
         throw Run_Time_Error(Error_Number::Path_Access, file.errorString(), Failure::Path_Access);
 }
 
 QString Read_Pass_Tail(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!Files::Is_File(path))
         return {};
-    const qint64 size = file.size();
-    if (Piece(file, size - 5, 4) != Tail_Mark)
+    QFile file;
+    Files::Open_To_Read(file, path);
+    return Tail_Before(file, file.size() - 1);
+}
+
+QString Read_Hidden_Tail(const QString &path)
+{
+    if (!Files::Is_File(path))
         return {};
-    const qint64 length = Piece(file, size - 7, 2).trimmed().toLongLong();
-    // Blanks stay: a scrambled password may hold them, and even be one.
-    return QString::fromLatin1(Piece(file, size - 7 - length, length));
+    QFile file;
+    Files::Open_To_Read(file, path);
+    const QByteArray column = file.readAll();
+    qsizetype end = column.size();
+    while (end > 0 && column.at(end - 1) == '\0')
+        --end;
+    return end < column.size() - 1 ? Tail_Before(file, end) : QString();
+}
+
+bool Is_Tail_Found(qint64 size)
+{
+    const qint64 rest = size % Block;
+    return Full_Blocks(size) * (Block + 1) + (rest > 0 ? rest + 1 : 0) == size + 1;
+}
+
+qint64 Decoded_Size(const QString &path)
+{
+    constexpr qint64 Highest_Ratio = 8000; // a match of 273 bytes costs hardly less than a third of a bit
+    if (!Files::Is_File(path))
+        return 0;
+    QFile file;
+    Files::Open_To_Read(file, path);
+    const QByteArray size = Piece(file, 5, 8);
+    if (size.size() < 8)
+        return 0;
+    const qint64 told = qFromLittleEndian<qint64>(size.constData());
+    return told < 0 ? file.size() * Highest_Ratio : told;
 }
 
 void Cut_File_Tail(const QString &path, qint64 count)
 {
-    QFile file(path);
-    Open_Or_Throw(file, QIODevice::ReadWrite);
-    file.resize(qMax(file.size() - count, Q_INT64_C(0)));
+    QFile file;
+    Files::Open_To_Change(file, path);
+    if (!file.resize(qMax(file.size() - count, Q_INT64_C(0))))
+        throw Run_Time_Error(Error_Number::Path_Access, file.errorString(), Failure::Path_Access);
 }

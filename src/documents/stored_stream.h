@@ -16,6 +16,13 @@ void Copy_File_To_Blob(const QString &path, Field column);
 void Write_Pass_Tail(const QString &path, const QString &scrambled);
 /// The scrambled password at the end of a staged column, "" when there is none at exactly that place.
 QString Read_Pass_Tail(const QString &path);
+/// The scrambled password of a column that shows none because more than one zero byte stands behind its tail; "" when
+/// there is none, or one that Read_Pass_Tail finds.
+QString Read_Hidden_Tail(const QString &path);
+/// Whether the tail at the end of a file of that size will be found in its column.
+bool Is_Tail_Found(qint64 size);
+/// The size that a staged stream says it decodes to; of one that does not say it, the most that it can.
+qint64 Decoded_Size(const QString &path);
 /// Shortens a file by `count` bytes.
 void Cut_File_Tail(const QString &path, qint64 count);
 

@@ -10,6 +10,7 @@
 #include "editor/text_editor.h"
 #include "platform/database/database.h"
 #include "platform/machine/machine.h"
+#include "platform/pictures/raster.h"
 #include "platform/prompts/prompts.h"
 
 #include <QFileInfo>
@@ -73,7 +74,7 @@ void Insert_Commands::Picture(Text_Editor &editor, bool /*on*/)
         return;
     WriteIni(Page, Picture_Path, QFileInfo(path).path());
     QTextCursor cursor = editor.textCursor();
-    if (!Pictures::Insert(cursor, Pictures::Read_File(path)))
+    if (!Pictures::Insert(cursor, Raster::Read_File(path)))
         Prompts::Message(Pack_Text("Editor_Bar", "_No_Picture"), App().App_Title, Prompts::Icon::Exclamation);
     editor.ensureCursorVisible();
 }

@@ -143,7 +143,10 @@ void Shift(Text_Editor &editor, int step)
             return;
         }
         QTextBlockFormat format = cursor.blockFormat();
-        format.setIndent(std::max(0, format.indent() + step));
+        const int indent = std::max(0, format.indent() + step);
+        if (indent == format.indent()) // what changes nothing leaves nothing to undo or to save
+            return;
+        format.setIndent(indent);
         cursor.setBlockFormat(format);
     });
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/picture_handler.h"
 
+#include "editor/pictures.h"
+#include "platform/pictures/raster.h"
 #include "platform/richtext/kept_properties.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -9,7 +11,6 @@
 #include <QPainter>
 #include <QPalette>
 #include <QTextDocument>
-#include <QUrl>
 
 namespace
 {
@@ -17,12 +18,8 @@ constexpr int Cache_Kilobytes = 64 * 1024;
 constexpr double Screen_Dots_Per_Inch = 96;
 constexpr double Frame_Side = 48; // of a picture that cannot be shown
 
-QImage Decoded(const QVariant &resource)
-{
-    if (resource.userType() == QMetaType::QByteArray)
-        return QImage::fromData(resource.toByteArray());
-    return resource.value<QImage>();
-}
+/// A picture is shown by at most so many pixels, more than a page of paper shows.
+constexpr qint64 Most_Shown_Pixels = 8 * 1024 * 1024;
 } // namespace
 
 Picture_Handler::Picture_Handler(QTextDocument &document, QObject *parent) : QObject(parent), m_images(Cache_Kilobytes)
@@ -35,7 +32,7 @@ QSizeF Picture_Handler::intrinsicSize(QTextDocument *document, int /*position*/,
     const QTextImageFormat picture = format.toImageFormat();
     QSize own;
     if (picture.width() <= 0 || picture.height() <= 0)
-        own = Image_Of(*document, picture.name()).size();
+        own = Raster::Size(Pictures::Held(*document, picture.name()));
     // A size in the format is in pixels of a screen; a printer's are finer.
     const QPaintDevice *device = document->documentLayout()->paintDevice();
     const double scale = device == nullptr ? 1 : device->logicalDpiY() / Screen_Dots_Per_Inch;
@@ -69,7 +66,7 @@ QImage Picture_Handler::Image_Of(QTextDocument &document, const QString &name)
 {
     if (const QImage *kept = m_images.object(name))
         return *kept;
-    QImage image = Decoded(document.resource(QTextDocument::ImageResource, QUrl(name)));
+    QImage image = Raster::Decode(Pictures::Held(document, name), Most_Shown_Pixels);
     if (!image.isNull())
         m_images.insert(name, new QImage(image), static_cast<int>(image.sizeInBytes() / 1024 + 1));
     return image;

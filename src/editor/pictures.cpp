@@ -2,12 +2,11 @@
 #include "editor/pictures.h"
 
 #include "editor/picture_handler.h"
+#include "platform/pictures/raster.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
-#include <QFile>
 #include <QImage>
-#include <QImageReader>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -16,19 +15,13 @@
 
 namespace
 {
-constexpr qint64 Largest_File = 64 * 1024 * 1024;
+/// The names of pictures that a document holds begin so; any other names something elsewhere.
+const QLatin1StringView Own_Names("picture:");
 
 QString Name_Of(const QByteArray &bytes)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-    return QLatin1String("picture:") + QLatin1String(hash.toHex());
-}
-
-bool Is_Picture(const QByteArray &bytes)
-{
-    QBuffer buffer;
-    buffer.setData(bytes);
-    return buffer.open(QIODevice::ReadOnly) && QImageReader(&buffer).size().isValid();
+    return Own_Names + QLatin1String(hash.toHex());
 }
 
 QByteArray Bytes_Of(const QVariant &resource)
@@ -37,24 +30,38 @@ QByteArray Bytes_Of(const QVariant &resource)
                                                         : Pictures::As_File(resource.value<QImage>());
 }
 
-QByteArray Held(QTextDocument &document, const QString &name)
+/// The bytes of an address that is the picture itself (RFC 2397).
+QByteArray In_Address(const QString &name)
 {
-    const QUrl url(name);
-    if (url.isLocalFile())
-        return Pictures::Read_File(url.toLocalFile());
-    return Bytes_Of(document.resource(QTextDocument::ImageResource, url));
+    const qsizetype comma = name.indexOf(QLatin1Char(','));
+    const QByteArray coded = QStringView(name).mid(comma + 1).toLatin1();
+    const bool base64 = QStringView(name).left(comma).endsWith(QLatin1String(";base64"), Qt::CaseInsensitive);
+    return base64 ? QByteArray::fromBase64(coded) : QByteArray::fromPercentEncoding(coded);
+}
+
+/// Forgets where a picture without bytes would come from: what the picture's page says of it stands there instead.
+void Refuse(QTextCursor &cursor, QTextImageFormat format)
+{
+    const QString words = format.stringProperty(QTextFormat::ImageAltText);
+    if (!words.isEmpty()) {
+        for (const int property : {QTextFormat::ObjectType, QTextFormat::ImageName, QTextFormat::ImageTitle,
+                                   QTextFormat::ImageAltText, QTextFormat::ImageWidth, QTextFormat::ImageHeight})
+            format.clearProperty(property);
+        return cursor.insertText(words, format);
+    }
+    format.setName({});
+    cursor.setCharFormat(format);
 }
 } // namespace
 
-QByteArray Pictures::Read_File(const QString &path)
+QByteArray Pictures::Held(const QTextDocument &document, const QString &name)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > Largest_File)
-        return {};
-    QByteArray bytes = file.readAll();
-    if (!Is_Picture(bytes))
-        return {};
-    return bytes;
+    if (name.startsWith(QLatin1String("data:"), Qt::CaseInsensitive)) {
+        const QByteArray bytes = In_Address(name);
+        return Raster::Size(bytes).isValid() ? bytes : QByteArray();
+    }
+    const bool own = name.startsWith(Own_Names);
+    return own ? Bytes_Of(document.resource(QTextDocument::ImageResource, QUrl(name))) : QByteArray();
 }
 
 QByteArray Pictures::As_File(const QImage &image)
@@ -68,7 +75,7 @@ QByteArray Pictures::As_File(const QImage &image)
 
 bool Pictures::Insert(QTextCursor &cursor, const QByteArray &bytes)
 {
-    if (!Is_Picture(bytes))
+    if (!Raster::Size(bytes).isValid())
         return false;
     QTextImageFormat format;
     format.setName(Name_Of(bytes));
@@ -87,9 +94,7 @@ QTextCharFormat Pictures::Format_Of(const QTextCursor &selection)
 QSizeF Pictures::Own_Size_Of(const QTextCursor &picture)
 {
     const QString name = Format_Of(picture).toImageFormat().name();
-    QBuffer buffer;
-    buffer.setData(Bytes_Of(picture.document()->resource(QTextDocument::ImageResource, QUrl(name))));
-    return buffer.open(QIODevice::ReadOnly) ? QImageReader(&buffer).size().expandedTo({0, 0}) : QSizeF();
+    return Raster::Size(Held(*picture.document(), name)).expandedTo({0, 0});
 }
 
 QSizeF Pictures::Size_Of(const QTextCursor &picture)
@@ -109,7 +114,7 @@ QStringList Pictures::Files_In(const QMimeData &data)
 {
     QStringList files;
     for (const QUrl &url : data.urls()) {
-        if (url.isLocalFile() && !QImageReader::imageFormat(url.toLocalFile()).isEmpty())
+        if (url.isLocalFile() && Raster::Is_Picture_File(url.toLocalFile()))
             files << url.toLocalFile();
     }
     return files;
@@ -136,14 +141,17 @@ void Pictures::Keep(QTextDocument &document, QTextDocument &holder, const Source
         }
     }
     QTextCursor cursor(&document);
-    for (Place &place : places) {
+    while (!places.isEmpty()) { // from the end: words may take the place of a picture
+        Place place = places.takeLast();
         const QByteArray bytes = source(place.format.name());
-        if (bytes.isEmpty())
-            continue;
-        place.format.setName(Name_Of(bytes));
-        holder.addResource(QTextDocument::ImageResource, QUrl(place.format.name()), bytes);
         cursor.setPosition(place.position);
         cursor.setPosition(place.position + place.length, QTextCursor::KeepAnchor);
+        if (bytes.isEmpty()) {
+            Refuse(cursor, place.format);
+            continue;
+        }
+        place.format.setName(Name_Of(bytes));
+        holder.addResource(QTextDocument::ImageResource, QUrl(place.format.name()), bytes);
         cursor.setCharFormat(place.format);
     }
 }

@@ -15,8 +15,8 @@ class QTextDocument;
 /// How pictures come into a document: as bytes that the document itself holds, under a name made of them.
 namespace Pictures
 {
-/// The bytes of a picture file, or none when they are no picture that can be shown.
-QByteArray Read_File(const QString &path);
+/// The bytes that a document holds of a picture, or that its name is made of; none for one that lies elsewhere.
+QByteArray Held(const QTextDocument &document, const QString &name);
 QByteArray As_File(const QImage &image);
 /// Puts a picture where the cursor is. @returns false when the bytes are no picture
 bool Insert(QTextCursor &cursor, const QByteArray &bytes);
@@ -33,9 +33,8 @@ QStringList Files_In(const QMimeData &data);
 /// The bytes of a picture by the name that a document gives it, or none.
 using Source = std::function<QByteArray(const QString &name)>;
 /// Lets `holder` keep the pictures that `document` names, under names made of their bytes. A picture without bytes
-/// stays as it is.
+/// gives way to the words that stand for it, or stays as a frame that names nothing.
 void Keep(QTextDocument &document, QTextDocument &holder, const Source &source);
-/// Gives `to` the pictures of `from`, for text that is copied between them. Pictures that are known by a local path
-/// only are read and kept under a name of their own.
+/// Gives `to` the pictures that `from` holds, for text that is copied between them.
 void Carry_Over(QTextDocument &from, QTextDocument &to);
 } // namespace Pictures

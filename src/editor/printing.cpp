@@ -4,6 +4,7 @@
 #include "editor/legible_colors.h"
 #include "editor/picture_handler.h"
 #include "platform/files/paths.h"
+#include "platform/html/closed_door.h"
 #include "platform/richtext/decorations.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -25,7 +26,7 @@ class Sheets
 {
 public:
     Sheets(const QTextDocument &document, QPagedPaintDevice &device)
-        : m_copy(document.clone()), m_page(device.width(), device.height()),
+        : m_copy(document.clone(&m_door)), m_page(device.width(), device.height()),
           m_footer(Footer_Points / 72 * device.logicalDpiY())
     {
         m_copy->documentLayout()->setPaintDevice(&device);
@@ -66,6 +67,7 @@ public:
     }
 
 private:
+    Html::Closed_Door m_door; ///< outlives the copy
     std::unique_ptr<QTextDocument> m_copy;
     QSizeF m_page;
     double m_footer;
@@ -118,5 +120,5 @@ void Printing::Write_Pdf(const QTextDocument &document, const QString &path, con
     writer.setTitle(title);
     Set_Up_Page(writer);
     Print(document, writer);
-    Files::Write_Bytes(path, bytes);
+    Files::Write_Bytes(path, bytes, Files::Durability::Given);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/text_editor.h"
 
+#include "core/error_log.h"
 #include "core/settings.h"
 #include "editor/character_commands.h"
 #include "editor/composition.h"
@@ -11,6 +12,10 @@
 #include "editor/printing.h"
 #include "editor/size_grips.h"
 #include "editor/table_commands.h"
+#include "platform/html/bounded_page.h"
+#include "platform/html/closed_door.h"
+#include "platform/models/plain_tip.h"
+#include "platform/pictures/raster.h"
 #include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
@@ -24,6 +29,7 @@
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextTable>
+#include <QToolTip>
 
 namespace
 {
@@ -32,6 +38,7 @@ constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
 constexpr int Least_Margin = 8;
 /// Marks what was copied from a pane of this program.
 const QString Own_Type = QStringLiteral("application/x-zelqor-text");
+const char *const Picture_Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp", "image/webp"};
 const char *const Rtf_Types[] = {"text/rtf", "application/rtf", "text/richtext"};
 
 QByteArray Rtf_In(const QMimeData &data)
@@ -41,6 +48,27 @@ QByteArray Rtf_In(const QMimeData &data)
             return data.data(QLatin1String(type));
     }
     return {};
+}
+
+/// @returns false when it is no rich text, or cannot be read
+bool Read_Clipboard(const QByteArray &rtf, QTextDocument &document)
+{
+    return !rtf.isEmpty() &&
+           Trap(QStringLiteral("Text_Editor\\Insert_Data"), [&] { return Rich_Text::Read_Rtf(rtf, document); });
+}
+
+/// The picture of a clipboard or a drag. A vector one would be drawn by the toolkit itself.
+QByteArray Picture_In(const QMimeData &data)
+{
+    for (const char *type : Picture_Types) {
+        if (QByteArray bytes = data.data(QLatin1String(type)); Raster::Size(bytes).isValid())
+            return bytes;
+    }
+    const QStringList formats = data.formats();
+    const bool vector = std::any_of(formats.begin(), formats.end(), [](const QString &format) {
+        return format.startsWith(QLatin1String("image/svg"));
+    });
+    return vector ? QByteArray() : Pictures::As_File(data.imageData().value<QImage>());
 }
 } // namespace
 
@@ -123,11 +151,54 @@ int Text_Editor::Line_Number() const
     return textCursor().blockNumber() + 1;
 }
 
+int Text_Editor::Line_Count() const
+{
+    return document()->blockCount();
+}
+
+bool Text_Editor::Go_To_Line(int line)
+{
+    const QTextBlock block = document()->findBlockByNumber(line - 1);
+    if (!block.isValid())
+        return false;
+    setTextCursor(QTextCursor(block));
+    ensureCursorVisible();
+    setFocus();
+    Mark_Line_Briefly();
+    return true;
+}
+
+/// The marks of a search, which may be there too, stay.
+void Text_Editor::Mark_Line_Briefly()
+{
+    constexpr int Property = QTextFormat::UserProperty;
+    constexpr int Milliseconds = 1200;
+    const auto forget = [this] {
+        QList<QTextEdit::ExtraSelection> marks = extraSelections();
+        marks.removeIf([](const QTextEdit::ExtraSelection &mark) { return mark.format.hasProperty(Property); });
+        setExtraSelections(marks);
+    };
+    forget();
+    QTextEdit::ExtraSelection mark{textCursor(), {}};
+    mark.format.setProperty(Property, true);
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+    mark.format.setBackground(palette().highlight());
+    mark.format.setForeground(palette().highlightedText());
+    setExtraSelections(extraSelections() << mark);
+    QTimer::singleShot(Milliseconds, this, forget);
+}
+
 bool Text_Editor::event(QEvent *event)
 {
     // The editor's keys are its own while it has the keyboard, whatever the window uses them for.
     if (event->type() == QEvent::ShortcutOverride && Action_For(*static_cast<QKeyEvent *>(event)) != nullptr) {
         event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::ToolTip) {
+        const QPoint place = static_cast<QHelpEvent *>(event)->globalPos();
+        const QTextCursor there = cursorForPosition(viewport()->mapFromGlobal(place));
+        QToolTip::showText(place, Plain_Tip(there.charFormat().toolTip()), viewport()); // none for ""
         return true;
     }
     return QTextEdit::event(event);
@@ -227,6 +298,11 @@ void Text_Editor::changeEvent(QEvent *event)
         Use_Surroundings();
 }
 
+QVariant Text_Editor::loadResource(int /*type*/, const QUrl & /*name*/)
+{
+    return Html::Closed_Door::Nothing();
+}
+
 bool Text_Editor::canInsertFromMimeData(const QMimeData *source) const
 {
     return source->hasImage() || !Pictures::Files_In(*source).isEmpty() || !Rtf_In(*source).isEmpty() ||
@@ -246,19 +322,20 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
     const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
-    QTextDocument foreign;
+    Html::Closed_Door door;
+    QTextDocument foreign(&door);
     if (!files.isEmpty()) {
         for (const QString &file : files)
-            Pictures::Insert(cursor, Pictures::Read_File(file));
-    } else if (const QByteArray rtf = Rtf_In(source); !rtf.isEmpty() && Rich_Text::Read_Rtf(rtf, foreign)) {
+            Pictures::Insert(cursor, Raster::Read_File(file));
+    } else if (const QByteArray rtf = Rtf_In(source); Read_Clipboard(rtf, foreign)) {
         Insert_Document(foreign, keepsLooks);
     } else if (source.hasHtml()) {
-        foreign.setHtml(source.html());
+        foreign.setHtml(Html::Bounded(source.html()));
         Insert_Document(foreign, keepsLooks);
     } else if (source.hasImage()) {
-        Pictures::Insert(cursor, Pictures::As_File(source.imageData().value<QImage>()));
+        Pictures::Insert(cursor, Picture_In(source));
     } else {
-        QTextEdit::insertFromMimeData(&source);
+        cursor.insertText(source.text());
     }
     cursor.endEditBlock();
     ensureCursorVisible();
@@ -267,12 +344,14 @@ void Text_Editor::Insert_Data(const QMimeData &source)
 QMimeData *Text_Editor::createMimeDataFromSelection() const
 {
     QMimeData *copied = QTextEdit::createMimeDataFromSelection();
-    QTextDocument copy;
+    Html::Closed_Door door;
+    QTextDocument copy(&door);
     copy.setUndoRedoEnabled(false);
     copy.setDefaultFont(document()->defaultFont());
     QTextCursor(&copy).insertFragment(textCursor().selection());
     Pictures::Carry_Over(*document(), copy);
-    copied->setData(QLatin1String(Rtf_Types[0]), Rich_Text::Write_Rtf(copy));
+    copied->setData(QLatin1String(Rtf_Types[0]),
+                    Trap(QStringLiteral("Text_Editor\\Copy"), [&] { return Rich_Text::Write_Rtf(copy); }));
     copied->setData(Own_Type, QByteArrayLiteral("1"));
     return copied;
 }

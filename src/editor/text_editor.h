@@ -37,9 +37,15 @@ public:
     [[nodiscard]] bool Has_Picture() const;
     /// The paragraph of the cursor, counted from 1; what "line" means to the commands.
     [[nodiscard]] int Line_Number() const;
+    [[nodiscard]] int Line_Count() const;
+    /// Puts the cursor at the start of a line, in view, and marks the line for a moment.
+    /// @returns false, and nothing is changed, when there is no such line
+    bool Go_To_Line(int line);
 
     /// Text and pictures of a clipboard or of a drag, put in place of the selection.
     void Insert_Data(const QMimeData &source);
+    /// Nothing: a document shows the pictures that it holds.
+    QVariant loadResource(int type, const QUrl &name) override;
 
 signals:
     /// The user asks for the target of a link.
@@ -64,6 +70,7 @@ protected:
 
 private:
     [[nodiscard]] QAction *Action_For(const QKeyEvent &event) const;
+    void Mark_Line_Briefly();
     bool Handle_Tab(bool back);
     bool Leave_List();
     bool Handle_Return();

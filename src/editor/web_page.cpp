@@ -2,8 +2,11 @@
 #include "editor/web_page.h"
 
 #include "core/settings.h"
+#include "documents/file_content.h"
 #include "documents/html_pictures.h"
 #include "editor/pictures.h"
+#include "platform/html/bounded_page.h"
+#include "platform/pictures/raster.h"
 
 #include <QFileInfo>
 #include <QTextDocument>
@@ -13,23 +16,22 @@ namespace
 /// Stands for the picture directory's mark, whose ">" would end a tag.
 const QString Own_Scheme = QStringLiteral("zelqor-picture");
 
-/// The file that a picture's address means, "" for one that is not on this machine.
-QString Picture_File(const QUrl &name)
+/// The file that a picture's address means, "" for one that the page may not show: a page shows pictures of the
+/// picture directory and those that lie with it, and the page that stands for a picture shows that one.
+QString Picture_File(const QString &name, const QString &standsFor, const QUrl &base)
 {
-    if (name.scheme() == Own_Scheme)
-        return Html::Own_Picture(QLatin1String(Html::Picture_Directory_Mark) + name.path(QUrl::FullyDecoded),
+    const QUrl url(name);
+    if (url.scheme() == Own_Scheme)
+        return Html::Own_Picture(QLatin1String(Html::Picture_Directory_Mark) + url.path(QUrl::FullyDecoded),
                                  Config().Pic_Dir);
-    const bool local = name.scheme().isEmpty() || name.isLocalFile();
-    const QString path = name.isLocalFile() ? name.toLocalFile() : name.path(QUrl::FullyDecoded);
-    const bool onNetwork =
-        !name.host().isEmpty() || path.startsWith(QLatin1String("//")) || path.startsWith(QLatin1String("\\\\"));
-    return local && !onNetwork && QFileInfo(path).isAbsolute() && QFileInfo(path).isFile() ? path : QString();
-}
-
-QByteArray Picture_Bytes(const QUrl &name)
-{
-    const QString file = Picture_File(name);
-    return file.isEmpty() ? QByteArray() : Pictures::Read_File(file);
+    if (base.isEmpty())
+        return standsFor;
+    const QString inside = QFileInfo(base.toLocalFile()).canonicalFilePath() + QLatin1Char('/');
+    const QUrl resolved = base.resolved(url);
+    const QString path = resolved.isLocalFile() && resolved.host().isEmpty()
+                             ? QFileInfo(resolved.toLocalFile()).canonicalFilePath()
+                             : QString();
+    return path.startsWith(inside) ? path : QString();
 }
 } // namespace
 
@@ -38,9 +40,11 @@ void Web_Page::Show(const QString &page, QTextDocument &pane, const QUrl &base)
     QString safe = page;
     for (const char *mark : {Html::Picture_Directory_Mark, "&lt;&lt;&lt;Pic_Dir&gt;&gt;&gt;"})
         safe.replace(QLatin1String(mark), Own_Scheme + QLatin1Char(':'));
-    pane.setHtml(safe);
+    pane.setHtml(Html::Bounded(safe));
+    const QString standsFor = base.isEmpty() ? Wrapped_Picture(page) : QString();
     Pictures::Keep(pane, pane, [&](const QString &name) {
-        return Picture_Bytes(base.isEmpty() ? QUrl(name) : base.resolved(QUrl(name)));
+        const QString file = Picture_File(name, standsFor, base);
+        return file.isEmpty() ? Pictures::Held(pane, name) : Raster::Read_File(file);
     });
     pane.clearUndoRedoStacks();
     pane.setModified(false);

@@ -9,8 +9,9 @@ class QTextDocument;
 /// A stored web page as text of a pane. Nothing of it runs and nothing is fetched from a network.
 namespace Web_Page
 {
-/// Puts a page in place of what the pane holds. Pictures of this machine and of the picture directory become the
-/// pane's own; others stay empty frames. Nothing can be undone before.
-/// @param base  where relative addresses of pictures begin; a stored page has no such place
+/// Puts a page in place of what the pane holds. Pictures of the picture directory and of the page's own folder become
+/// the pane's own, as does the one that a page stands for; others give way to their words. Nothing can be undone
+/// before.
+/// @param base  the folder of the page's file; a stored page has none
 void Show(const QString &page, QTextDocument &pane, const QUrl &base = {});
 } // namespace Web_Page

@@ -31,6 +31,15 @@ void Keep(QString &field, const char *key, const QString &value)
 {
     Keep(field, key, value, value);
 }
+QString Full_Path_Of(const Database_Choice &choice)
+{
+    return Files::Native_Path(Full_Database_Path(choice.path));
+}
+
+QString Conn_Str_Of(const Database_Choice &choice)
+{
+    return choice.data_source ? Source_Conn_Str() : File_Conn_Str(Full_Path_Of(choice));
+}
 } // namespace
 
 Database_Choice Present_Database_Choice()
@@ -55,10 +64,15 @@ QString Spelled_Path(const QString &path, bool relative)
     return relative ? QLatin1Char('\\') + full.mid(program.size()).replace(QLatin1Char('/'), QLatin1Char('\\')) : full;
 }
 
+bool Is_Usable(const Database_Choice &choice)
+{
+    return Opening_Test(Conn_Str_Of(choice));
+}
+
 bool Apply_Database_Choice(const Database_Choice &choice)
 {
-    const QString fullPath = Files::Native_Path(Full_Database_Path(choice.path));
-    const QString connStr = choice.data_source ? Source_Conn_Str() : File_Conn_Str(fullPath);
+    const QString fullPath = Full_Path_Of(choice);
+    const QString connStr = Conn_Str_Of(choice);
     if (!Opening_Test(connStr))
         return false;
     const QString previous = App().Conn_Str;

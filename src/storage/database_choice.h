@@ -20,6 +20,8 @@ QString Default_Database_Choice(bool relative);
 /// other; any other path stays as it is.
 QString Spelled_Path(const QString &path, bool relative);
 
+/// Tests the chosen database. Why it cannot be read goes to App().Conn_Trouble.
+bool Is_Usable(const Database_Choice &choice);
 /// Tests the chosen database and, when it can be read, makes it the one in force: settings, date delimiter,
 /// connection string and Config.ini. All statements from then on go to it. A relative path is written as a full one
 /// when relative names are not looked for under the program directory, so that the next start finds the same file.

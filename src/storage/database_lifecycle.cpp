@@ -14,8 +14,6 @@
 #include "storage/database_lifecycle_sql.h"
 #include "storage/schema_sql.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <cstdlib>
 #include <limits>
 
@@ -43,38 +41,49 @@ void Make_Data_Directories()
         Files::Make_Directory(App().App_Path + QLatin1String(name));
 }
 
-Database_Check Test_File_Database()
+void Test_Database(const QString &connStr)
 {
-    App().Conn_Str = File_Conn_Str(Config().DATABASE_NAME);
-    App().Conn_OK = Opening_Test(App().Conn_Str);
-    return Database_Check::Go_On;
+    App().Conn_Str = connStr;
+    App().Conn_OK = Opening_Test(connStr);
 }
 
-/// A database that is not there goes back to the default path, and is made when that path holds none. One that
-/// cannot be made ends the search: the failure path of start-up tells why. Where the settings file refuses the path,
-/// which would be read again for ever, this run goes on with it.
-Database_Check Make_Missing_Database()
+/// The path of the record is the one that a new installation has.
+bool Is_At_Default_Place(const QString &path)
 {
-    WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), Default_Database);
-    const bool noted = GetIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME")) == Default_Database;
-    Config().DATABASE_NAME = Full_Database_Path(Default_Database);
-    const bool placed = Resume_Next(Make_Data_Directories);
-    if (placed && (Exists(Config().DATABASE_NAME) || CreateDataBase(Config().DATABASE_NAME)))
-        return noted ? Database_Check::Read_Again : Test_File_Database();
-    if (!placed) {
-        App().Conn_Trouble = Err();
-        Clear_Pending();
-    }
+    return Files::Native_Path(path) == Files::Native_Path(Full_Database_Path(Default_Database));
+}
+
+/// Writes the default path back as the settings spell it: where relative names are not looked for under the program
+/// directory it is the full one, or the next start would look for it elsewhere.
+void Keep_Default_Path()
+{
+    const QString full = Files::Native_Path(Full_Database_Path(Default_Database));
+    const bool relative = Config().CH_PATH.startsWith(QLatin1Char('1'));
+    WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), relative ? Default_Database : full);
+    Config().DATABASE_NAME = full;
+}
+
+/// The error that makes a database that is gone known to start-up.
+void Tell_It_Is_Gone()
+{
     App().Conn_OK = false;
-    return Database_Check::Go_On;
+    App().Conn_Trouble = {Error_Number::File_Not_Found,
+                          QStringLiteral("Could not find the database file '%1'.").arg(Config().DATABASE_NAME),
+                          Failure::File_Not_Found};
 }
 
+/// One at the default place is made, and one that cannot be made leaves its trouble to start-up. One that the user had
+/// elsewhere is not replaced unasked (Database_Is_Gone).
 Database_Check Find_File_Database()
 {
     App().Conn_Str = File_Conn_Str(Config().DATABASE_NAME);
-    if (Config().DATABASE_NAME.isEmpty() || !Exists(Config().DATABASE_NAME))
-        return Make_Missing_Database();
-    return Test_File_Database();
+    if (Config().DATABASE_NAME.isEmpty() || Is_At_Default_Place(Config().DATABASE_NAME))
+        return Use_Default_Database() ? Database_Check::Read_Again : Database_Check::Go_On;
+    if (Exists(Config().DATABASE_NAME))
+        Test_Database(App().Conn_Str);
+    else
+        Tell_It_Is_Gone();
+    return Database_Check::Go_On;
 }
 
 Database_Check Find_Source_Database()
@@ -84,8 +93,7 @@ Database_Check Find_Source_Database()
         Prompts::Message(Pack_Text("Main", "_OdbcLost"), App().Box_Title, Prompts::Icon::Information);
         std::exit(0);
     }
-    App().Conn_Str = Source_Conn_Str();
-    App().Conn_OK = Opening_Test(App().Conn_Str);
+    Test_Database(Source_Conn_Str());
     return Database_Check::Go_On;
 }
 
@@ -94,10 +102,12 @@ Database_Check Find_And_Test()
     return Config().Op_DB_Type == QLatin1String("0") ? Find_File_Database() : Find_Source_Database();
 }
 
+/// Of no date, or one in the future, nothing is known: too many days.
 qint64 Days_Since(const QString &date)
 {
     const QDateTime last = Database_Engine::Date_From_Text(date);
-    return last.isValid() ? last.date().daysTo(Machine::Now().date()) : std::numeric_limits<qint32>::max();
+    const qint64 days = last.isValid() ? last.date().daysTo(Machine::Now().date()) : -1;
+    return days >= 0 ? days : std::numeric_limits<qint32>::max();
 }
 } // namespace
 
@@ -126,12 +136,37 @@ bool Opening_Test(const QString &connStr)
         test.LockType = Lock_Type::Read_Only;
         test.Open(Sql_Text(Sql::Opening_Test), connStr);
         test.Close();
+        Database_Engine::Settle(connStr);
     });
     if (!opened) {
         App().Conn_Trouble = Err();
         Clear_Pending();
+        Database_Engine::Let_Go(connStr);
     }
     return opened;
+}
+
+bool Database_Is_Gone()
+{
+    return Config().Op_DB_Type == QLatin1String("0") && !Config().DATABASE_NAME.isEmpty() &&
+           !Exists(Config().DATABASE_NAME) && !Is_At_Default_Place(Config().DATABASE_NAME);
+}
+
+bool Use_Default_Database()
+{
+    if (!Is_At_Default_Place(Config().DATABASE_NAME))
+        Keep_Default_Path();
+    App().Conn_OK = false;
+    if (!Resume_Next(Make_Data_Directories)) {
+        App().Conn_Trouble = Err();
+        Clear_Pending();
+        return false;
+    }
+    const bool missing = !Exists(Config().DATABASE_NAME);
+    if (missing && !CreateDataBase(Config().DATABASE_NAME))
+        return false;
+    Test_Database(File_Conn_Str(Config().DATABASE_NAME));
+    return missing;
 }
 
 bool CreateDataBase(const QString &path)
@@ -153,7 +188,7 @@ bool CreateDataBase(const QString &path)
     Clear_Pending();
     Database_Engine::Let_Go(connStr);
     if (fileMade)
-        QFile::remove(native);
+        Resume_Next([&] { Files::Delete_If_Present(native); });
     return false;
 }
 
@@ -166,7 +201,7 @@ QString Full_Database_Path(const QString &path)
 
 QString Database_Path()
 {
-    return Files::Native_Path(Full_Database_Path(Config().DATABASE_NAME));
+    return Database_Engine::File_Of(App().Conn_Str);
 }
 
 QString Compact_Database(const QString &path, const QString & /*engineType*/)
@@ -174,12 +209,7 @@ QString Compact_Database(const QString &path, const QString & /*engineType*/)
     const QString source = Files::Native_Path(path);
     if (!Exists(source))
         return QStringLiteral("Compact No...");
-    const QString target = QFileInfo(source).path() + QStringLiteral("/temp.mdb");
-    Files::Delete_If_Present(target);
-    Database_Engine::CompactDatabase(File_Conn_Str(source), File_Conn_Str(target));
-    Database_Engine::Let_Go();
-    Files::Copy_File(target, source);
-    Files::Delete_If_Present(target);
+    Database_Engine::CompactDatabase(File_Conn_Str(source));
     return QStringLiteral("Compact Ok");
 }
 
@@ -192,14 +222,33 @@ bool Backup_Is_Due()
 void Back_Up()
 {
     const QString today = Database_Engine::Short_Date(Machine::Now().date().startOfDay());
-    Trap(QStringLiteral("Frm_Main\\Form_QueryUnload\\BackUp"), [&] {
-        const QString folder = Files::With_Final_Separator(Files::Native_Path(Config().Backup_Path));
-        Files::Make_Directory(folder);
-        Database_Engine::Let_Go(App().Conn_Str);
-        Files::Copy_File(Database_Path(), folder + QStringLiteral("zelqor_") + today + QStringLiteral(".db"));
-    });
+    const QString folder = Files::With_Final_Separator(Files::Native_Path(Config().Backup_Path));
+    Files::Make_Directory(folder);
+    Database_Engine::Copy_Database(App().Conn_Str, folder + QStringLiteral("zelqor_") + today + QStringLiteral(".db"));
     Config().Backup_Date = today;
     WriteIni(QStringLiteral("Col"), QStringLiteral("Backup_Date"), today);
+}
+
+Cleaning_Count Count_For_Cleaning()
+{
+    const auto count = [](const char16_t *statement) {
+        Recordset rows;
+        rows.Open(Sql_Text(statement), App().Conn_Str);
+        return rows[0].Number();
+    };
+    return {count(Sql::Count_Documents), count(Sql::Count_Attachments)};
+}
+
+QString Copy_Before_Cleaning()
+{
+    if (Database_Engine::File_Of(App().Conn_Str).isEmpty())
+        return {};
+    const QString folder = Files::Native_Path(App().App_Path + QStringLiteral("data/bak/"));
+    const QString now = Machine::Now().toString(QStringLiteral("yyyy-MM-dd_HHmmss"));
+    QString copy = folder + QStringLiteral("zelqor_cleaned_") + now + QStringLiteral(".db");
+    Files::Make_Directory(folder);
+    Database_Engine::Copy_Database(App().Conn_Str, copy);
+    return copy;
 }
 
 void Clean_Database()

@@ -25,20 +25,34 @@ bool CreateDataBase(const QString &path);
 /// a plain name; one that stands by itself stays.
 QString Full_Database_Path(const QString &path);
 
-/// Full path of the database in the settings record: the program directory stands before one that has no drive and
-/// no leading separator of its own root.
+/// The database of the settings is a file that is not there, and not the one that a new installation makes: whether
+/// another one takes its place is for the user to say.
+bool Database_Is_Gone();
+/// Makes the database of a new installation the one in force, in the settings too; it is made when it is missing.
+/// Whether it can be read goes to App().Conn_OK, why not to App().Conn_Trouble. @returns whether it was made
+bool Use_Default_Database();
+
+/// Native path of the database file in force, "" for a data source.
 QString Database_Path();
 
-/// Compacts a closed database. `path` and the answer ("Compact Ok" or "Compact No...") are the menu's; the second
-/// argument "no" means that the target keeps the source's engine type.
-/// @throws Run_Time_Error when the copy cannot be made or put in place; the database is then as it was.
+/// Compacts the database at `path`. The answer ("Compact Ok" or "Compact No...") is the menu's; the second argument
+/// "no" means that the target keeps the source's engine type.
+/// @throws Run_Time_Error when it failed; the database is then as it was.
 QString Compact_Database(const QString &path, const QString &engineType);
 
 /// The days since the last backup are enough and the database is a file.
 bool Backup_Is_Due();
-/// Copies the database to Backup_Path, "zelqor_" + today + ".db", and writes Backup_Date. A copy that fails is
-/// recorded under "Frm_Main\BackUp" and the date moves on all the same.
+/// Copies the database to Backup_Path, "zelqor_" + today + ".db", and writes Backup_Date.
+/// @throws Run_Time_Error when there is no copy; the date is then as it was, so that the next exit tries again.
 void Back_Up();
 
+/// What a cleaning would remove.
+struct Cleaning_Count {
+    qint64 documents = 0;
+    qint64 attachments = 0;
+};
+Cleaning_Count Count_For_Cleaning();
+/// Copies the database to data\bak\. @returns the copy's path, "" for a data source. @throws Run_Time_Error
+QString Copy_Before_Cleaning();
 /// Removes attachments without a document, then documents without a folder.
 void Clean_Database();

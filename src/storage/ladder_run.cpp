@@ -97,8 +97,7 @@ void Ladder_Run::Copy_To(const QString &path) const
         return;
     try {
         Files::Make_Directory(QFileInfo(path).path());
-        Database_Engine::Let_Go(m_connStr);
-        Files::Copy_File(m_file, path);
+        Database_Engine::Copy_Database(m_connStr, path);
     } catch (const Run_Time_Error &error) {
         // Always the number of a path: start-up reads more into some others.
         throw Run_Time_Error(Error_Number::Path_Access,

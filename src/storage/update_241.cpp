@@ -61,8 +61,7 @@ private:
     void Insert_Inner(const QString &id, Recordset &row, const QString &nameColumn)
     {
         Insert(Sql_Text(Insert_Inner_Class, id, Quoted(row[nameColumn].Text()),
-                        QString::number(row[QStringLiteral("Code_Num")].Number()),
-                        Quoted(row[QStringLiteral("Icon_Name")].Text())));
+                        row[QStringLiteral("Code_Num")].Number(), Quoted(row[QStringLiteral("Icon_Name")].Text())));
     }
 
     void Move_Classes()
@@ -78,7 +77,7 @@ private:
 
     void Move_Small_Classes(const QString &classNumber, const QString &classId)
     {
-        Walk(Sql_Text(Small_Classes, classNumber), [&](Recordset &row) {
+        Walk(Sql_Text(Small_Classes, classNumber.toLongLong()), [&](Recordset &row) {
             const QString number = row[QStringLiteral("SmallClass_ID")].Text();
             const QString id = classId + Padded(number);
             Insert_Inner(id, row, QStringLiteral("SmallClass_Name"));
@@ -88,7 +87,7 @@ private:
 
     void Move_Tiny_Classes(const QString &smallNumber, const QString &smallId)
     {
-        Walk(Sql_Text(Tiny_Classes, smallNumber), [&](Recordset &row) {
+        Walk(Sql_Text(Tiny_Classes, smallNumber.toLongLong()), [&](Recordset &row) {
             Insert_Inner(smallId + Padded(row[QStringLiteral("TinyClass_ID")].Text()), row,
                          QStringLiteral("TinyClass_Name"));
         });

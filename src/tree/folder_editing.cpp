@@ -86,7 +86,7 @@ QString AddClass_Ex(const QString &selectedId, const QString &name, Tree_Model &
         const QString parent = asSibling ? Parent_Id(selectedId) : selectedId;
         QString id = Next_Id_From_First(parent);
         Require_Place(id);
-        Run(Sql_Text(Sql::Add_Folder, id, name, icon.toUpper(), QString::number(Order_Of_Id(id)), memo, expanded));
+        Run(Sql_Text(Sql::Add_Folder, id, name, icon.toUpper(), Order_Of_Id(id), memo, expanded));
         Tree_Node node;
         node.key = Folder_Key(id);
         node.caption = Make_Caption(name, 0);
@@ -97,16 +97,22 @@ QString AddClass_Ex(const QString &selectedId, const QString &name, Tree_Model &
     });
 }
 
+QString Find_Cate_Id(const QString &parentId, const QString &name)
+{
+    Recordset known;
+    known.Open(Sql_Text(Sql::Folder_By_Name, parentId, name), App().Conn_Str);
+    return known.Eof() ? QString() : known[0].Text();
+}
+
 QString MakeExistCateId(const QString &parentId, const QString &name)
 {
     return Trap_Editing(QStringLiteral("Mod_DataBase\\MakeExistCateId"), [&] {
-        Recordset known;
-        known.Open(Sql_Text(Sql::Folder_By_Name, parentId, name), App().Conn_Str);
-        if (!known.Eof())
-            return known[0].Text();
-        QString id = Next_Id_From_First(parentId);
+        QString id = Find_Cate_Id(parentId, name);
+        if (!id.isEmpty())
+            return id;
+        id = Next_Id_From_First(parentId);
         Require_Place(id);
-        Run(Sql_Text(Sql::Add_Import_Folder, id, name, QString::number(Order_Of_Id(id))));
+        Run(Sql_Text(Sql::Add_Import_Folder, id, name, Order_Of_Id(id)));
         return id;
     });
 }

@@ -15,6 +15,9 @@
 QString AddClass_Ex(const QString &selectedId, const QString &name, Tree_Model &tree, const QString &icon,
                     bool asSibling, const QString &memo, const QString &expanded);
 
+/// Finds a folder by name right below a parent; with several of that name the highest id wins. "" when there is none.
+/// @throws Run_Time_Error
+QString Find_Cate_Id(const QString &parentId, const QString &name);
 /// Finds a folder by name right below a parent, or makes it. With several of that name the highest id wins.
 /// @returns its id, "" on failure.
 QString MakeExistCateId(const QString &parentId, const QString &name);

@@ -60,9 +60,16 @@ QString Node_Name(const Tree_Model &tree, int node)
     return Caption_Name(tree.Node(node).caption);
 }
 
-QString Moved_Text(const QString &what, const QString &from, const QString &to)
+/// What is moved, in a question; afterwards its word stands without a colon.
+QString Labelled(const char *what)
 {
-    return Pack_Text("Frm_Main", "_UpdateDone") + what + from + Arrow + Pack_Text("Frm_Main", "_NodeNew") + to;
+    return Pack_Text("Frm_Main", what).trimmed() + Pack_Text("Frm_Main", "_Colon");
+}
+
+QString Moved_Text(const char *what, const QString &from, const QString &to)
+{
+    return Pack_Text("Frm_Main", "_UpdateDone") + Pack_Text("Frm_Main", what) + from + Arrow +
+           Pack_Text("Frm_Main", "_NodeNew") + to;
 }
 } // namespace
 
@@ -93,17 +100,14 @@ std::optional<Move_Report> Drop_Folder(const Tree_Model &tree, int node, int tar
         return std::nullopt;
     const QString name = Node_Name(tree, node);
     const QString targetName = Node_Name(tree, target);
-    if (!Folder_Editing::Confirm(Pack_Text("Frm_Main", "_NodeUpdate") + QStringLiteral("\n\n") +
-                                 Pack_Text("Frm_Main", "_NodeOld") + Pack_Text("Frm_Main", "_Colon") + name + Arrow +
-                                 Pack_Text("Frm_Main", "_NodeNew") + targetName))
+    if (!Folder_Editing::Confirm(Pack_Text("Frm_Main", "_NodeUpdate") + QStringLiteral("\n\n") + Labelled("_NodeOld") +
+                                 name + Arrow + Pack_Text("Frm_Main", "_NodeNew") + targetName))
         return std::nullopt;
     const QString oldId = Node_Id(tree, node);
     const QString newId = Mod_Cate_Action(oldId, Node_Id(tree, target));
     if (newId.isEmpty())
         return std::nullopt;
-    return Move_Report{
-        Moved_Text(Pack_Text("Frm_Main", "_NodeOld") + Pack_Text("Frm_Main", "_Colon"), name, targetName), oldId,
-        newId};
+    return Move_Report{Moved_Text("_NodeOld", name, targetName), oldId, newId};
 }
 
 std::optional<Move_Report> Drop_Documents(const QStringList &codeIds, const Tree_Model &tree, int target)
@@ -123,14 +127,12 @@ std::optional<Move_Report> Drop_Documents(const QStringList &codeIds, const Tree
         const QString newFolder = Node_Id(tree, target);
         const QString name = Node_Name(tree, target);
         if (!Folder_Editing::Confirm(Pack_Text("Frm_Main", "_ListViewUpdate") + QStringLiteral("\n\n") +
-                                     Pack_Text("Frm_Main", "_Title") + Pack_Text("Frm_Main", "_Colon") + title + Arrow +
-                                     Pack_Text("Frm_Main", "_NodeNew") + name))
+                                     Labelled("_Title") + title + Arrow + Pack_Text("Frm_Main", "_NodeNew") + name))
             return std::nullopt;
         Database_Engine::One_Action(App().Conn_Str, [&] {
             for (const QString &id : ids)
                 Run_Statement(Sql_Text(Sql::Move_Document, newFolder, id), App().Conn_Str);
         });
-        return Move_Report{Moved_Text(Pack_Text("Frm_Main", "_Title") + Pack_Text("Frm_Main", "_Colon"), title, name),
-                           oldFolder, newFolder};
+        return Move_Report{Moved_Text("_Title", title, name), oldFolder, newFolder};
     });
 }

@@ -42,15 +42,15 @@ qint64 Highest_Number(const QString &id)
 
 bool Agreed(const char *questionKey, const Sibling &own, const Sibling &partner)
 {
-    return Folder_Editing::Confirm(Pack_Text("Frm_Main", questionKey) + QStringLiteral("\n\n") + own.name +
+    return Folder_Editing::Confirm(Pack_Text("Frm_Main", questionKey) + QStringLiteral("\n") + own.name +
                                    QStringLiteral(" ==> ") + partner.name);
 }
 
 void Exchange(const Sibling &own, const Sibling &partner)
 {
     Database_Engine::One_Action(App().Conn_Str, [&] {
-        Run_Statement(Sql_Text(Sql::Set_Order, QString::number(own.order), partner.id), App().Conn_Str);
-        Run_Statement(Sql_Text(Sql::Set_Order, QString::number(partner.order), own.id), App().Conn_Str);
+        Run_Statement(Sql_Text(Sql::Set_Order, own.order, partner.id), App().Conn_Str);
+        Run_Statement(Sql_Text(Sql::Set_Order, partner.order, own.id), App().Conn_Str);
     });
 }
 

@@ -45,7 +45,8 @@ void Run(const QString &statement)
     Run_Statement(statement, App().Conn_Str);
 }
 
-/// Documents at and below an id, their attachments first.
+/// Documents at and below an id, their attachments first. An id that no statement can hold keeps its document no more
+/// than any other; its attachments are left to the cleaning.
 void Delete_Documents(const QString &id)
 {
     QStringList documents;
@@ -55,7 +56,7 @@ void Delete_Documents(const QString &id)
         documents << rows[0].Text();
     rows.Close();
     for (const QString &document : documents)
-        Run(Sql_Text(Sql::Delete_Attachments, document));
+        Resume_Next([&] { Run(Sql_Text(Sql::Delete_Attachments, document)); });
     Run(Sql_Text(Sql::Delete_Documents_Below, id));
 }
 
@@ -72,7 +73,7 @@ bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree, QString *ne
 {
     const QString folder = id.trimmed();
     return Trap_Editing(QStringLiteral("Mod_DataBase\\DelClass_Ex"), [&] {
-        if (folder.size() < 3)
+        if (folder.isEmpty())
             return false;
         if (!Is_Folder_Id(folder))
             throw Run_Time_Error(Error_Number::Db_Failed, Pack_Text("Frm_Main", "_No_Place") + folder, Failure::Other);

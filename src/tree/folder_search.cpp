@@ -7,7 +7,7 @@ namespace
 {
 QString Name_Of(const Tree_Node &node)
 {
-    return GetKeyPart(node.caption, Key_Part::Before_Bracket);
+    return Caption_Name(node.caption);
 }
 
 QString Path_Of(const Tree_Model &tree, int node)

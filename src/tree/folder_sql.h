@@ -66,5 +66,8 @@ constexpr const char16_t *Add_Membership = u" insert into tab_vircate(code_id,ca
 
 // Icons that the database carries.
 constexpr const char16_t *Stored_Icons = u"select file_name,file_cont from tab_file where file_type = 3";
+constexpr const char16_t *Used_Icons =
+    u"select file_name,file_cont from tab_file where file_type = 3 and (file_name in (select Icon_Name from Cate_Info) "
+    u"or file_name in (select Mess_Name1 from Mess_Conf where Mess_ID = 'COM_ICON'))";
 constexpr const char16_t *One_File = u"select top 1 * from tab_file";
 } // namespace Sql

@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/error_log.h"
+#include "core/trouble.h"
 
 #include <QString>
 
 /// Why the last editing procedure of this room failed, as one line in the user's language; "" when it did what it was
 /// asked, or was called off.
-QString Folder_Trouble();
+inline QString Folder_Trouble()
+{
+    return Last_Trouble();
+}
 
 namespace Folder_Editing
 {
-/// What Folder_Trouble answers from now on: nothing, or the pending error.
-void Forget_Trouble();
-void Keep_Trouble();
+using ::Forget_Trouble;
+using ::Keep_Trouble;
 
 /// A notice to the user.
 void Tell(const QString &text);
@@ -24,7 +26,6 @@ bool Confirm(const QString &question);
 template <class Body>
 auto Trap_Editing(const QString &source, Body &&body) -> std::invoke_result_t<Body>
 {
-    Forget_Trouble();
-    return Trap(source, std::forward<Body>(body), Keep_Trouble);
+    return Trap_Told(source, std::forward<Body>(body));
 }
 } // namespace Folder_Editing

@@ -7,6 +7,7 @@
 #include "core/sql_text.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 #include "tree/folder_ids.h"
@@ -14,11 +15,15 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 namespace
 {
 constexpr qsizetype Longest_Name = 20; // characters of Cate_Info.Icon_Name
 constexpr qint32 Bad_File_Name = 52;
+constexpr qsizetype Largest_Icon = 1024 * 1024;
+constexpr qsizetype Most_Icons = 2000; // that one start writes
+constexpr qsizetype Most_Bytes = 64 * 1024 * 1024;
 
 QString Free_Name(const QString &base, const QString &ending)
 {
@@ -49,19 +54,27 @@ void Write_Out(const QString &name, const QByteArray &picture)
 {
     if (!Files::Is_Plain_Name(name))
         throw Run_Time_Error(Bad_File_Name, QStringLiteral("Bad file name: ") + name, Failure::Path_Access);
+    if (picture.size() > Largest_Icon)
+        throw Run_Time_Error(Bad_File_Name, QStringLiteral("Too large for an icon: ") + name, Failure::Too_Large);
     const QString path = Icon_Directory() + name;
     // The first start after a change writes; later ones find the same bytes.
-    if (QFileInfo(path).size() != picture.size() || Files::Read_Bytes(path) != picture)
-        Files::Write_Bytes(path, picture);
+    const std::optional<Files::Entry> there = Files::Look(path);
+    if (!there || there->size != picture.size() || Files::Read_Bytes(path) != picture)
+        Files::Write_Bytes(path, picture, Files::Durability::Staging); // the next start has it again
 }
 } // namespace
 
 QStringList Icon_Names()
 {
-    const QStringList patterns{QStringLiteral("*.ico"), QStringLiteral("*.png"), QStringLiteral("*.svg"),
-                               QStringLiteral("*.bmp"), QStringLiteral("*.gif"), QStringLiteral("*.jpg")};
-    QStringList names = QDir(Icon_Directory()).entryList(patterns, QDir::Files, QDir::Name | QDir::IgnoreCase);
-    names.removeIf([](const QString &name) { return name.size() > Longest_Name || name.contains(u'\''); });
+    const QStringList patterns{QStringLiteral("*.ico"), QStringLiteral("*.png"), QStringLiteral("*.bmp"),
+                               QStringLiteral("*.gif"), QStringLiteral("*.jpg")};
+    QStringList names;
+    for (const Files::Entry &entry : Files::Entries(Icon_Directory())) {
+        if (!entry.is_folder && entry.name.size() <= Longest_Name && !entry.name.contains(u'\'') &&
+            QDir::match(patterns, entry.name))
+            names << entry.name;
+    }
+    names.sort(Qt::CaseInsensitive);
     return names;
 }
 
@@ -78,10 +91,22 @@ QString Add_Stored_Icon(const QString &name, const QByteArray &picture)
 
 void Write_Stored_Icons()
 {
-    Trap(QStringLiteral("Main\\Write_Stored_Icons"), [] {
-        Recordset rows;
-        rows.Open(Sql_Text(Sql::Stored_Icons), App().Conn_Str);
-        for (; !rows.Eof(); rows.MoveNext())
-            Trap(QStringLiteral("Main\\Write_Stored_Icons"), [&] { Write_Out(rows[0].Text(), rows[1].Bytes()); });
-    });
+    const QString source = QStringLiteral("Main\\Write_Stored_Icons");
+    QSet<QString> done;
+    qsizetype bytes = 0;
+    for (const char16_t *query : {Sql::Used_Icons, Sql::Stored_Icons}) {
+        Trap(source, [&] {
+            Recordset rows;
+            rows.Open(Sql_Text(query), App().Conn_Str);
+            for (; !rows.Eof() && done.size() < Most_Icons && bytes < Most_Bytes; rows.MoveNext()) {
+                const QString name = rows[0].Text();
+                if (done.contains(name))
+                    continue;
+                done.insert(name);
+                const QByteArray picture = rows[1].Bytes();
+                bytes += picture.size();
+                Trap(source, [&] { Write_Out(name, picture); });
+            }
+        });
+    }
 }

@@ -8,13 +8,14 @@
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "platform/database/recordset.h"
+#include "platform/files/door.h"
 #include "tree/folder_ids.h"
 #include "tree/tree_loading_sql.h"
 
-#include <QDir>
-#include <QHash>
 #include <QSet>
 #include <algorithm>
+#include <map>
+#include <vector>
 
 namespace
 {
@@ -42,36 +43,56 @@ QList<Folder_Row> Read_Folders(const QString &connection)
     return folders;
 }
 
-/// The numbers that "count(*) ... like 'id%'" (subtree) or "= 'id'" would give for each folder, from one grouped
-/// statement instead of one for each folder.
-QHash<QString, qint64> Count_Documents(const QList<Folder_Row> &folders, const QString &connection, bool subtree)
+/// Documents by folder: what "count(*) ... like 'id%'" (subtree) and "= 'id'" give for any folder, from one grouped
+/// statement. In the order of the ids a subtree is one run of rows, so that a count is the difference of two sums.
+class Document_Counts
 {
-    QHash<QString, qint64> counts;
-    QSet<qsizetype> lengths;
-    for (const Folder_Row &folder : folders)
-        lengths.insert(folder.id.size());
-    Recordset rows;
-    rows.Open(Sql_Text(Sql::Count_By_Folder), connection);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const QString id = rows[0].Text().toLower();
-        const qint64 number = rows[1].Number();
-        if (!subtree) {
-            counts[id] += number;
-            continue;
+public:
+    explicit Document_Counts(const QString &connection)
+    {
+        std::map<QString, qint64> numbers;
+        Recordset rows;
+        rows.Open(Sql_Text(Sql::Count_By_Folder), connection);
+        for (; !rows.Eof(); rows.MoveNext())
+            numbers[rows[0].Text().toLower()] += rows[1].Number();
+        qint64 before = 0;
+        for (const auto &[id, number] : numbers) {
+            m_rows.push_back({id, before});
+            before += number;
         }
-        for (const qsizetype length : lengths) {
-            if (length <= id.size())
-                counts[id.left(length)] += number;
-        }
+        m_all = before;
     }
-    return counts;
-}
+    [[nodiscard]] qint64 Of(const QString &folder, bool subtree) const
+    {
+        const QString id = folder.toLower();
+        const auto first = std::lower_bound(m_rows.begin(), m_rows.end(), id,
+                                            [](const Row &row, const QString &sought) { return row.id < sought; });
+        const auto end = std::partition_point(
+            first, m_rows.end(), [&](const Row &row) { return subtree ? row.id.startsWith(id) : row.id == id; });
+        return Before(end) - Before(first);
+    }
+
+private:
+    struct Row {
+        QString id;
+        qint64 before; ///< documents of all rows in front of it
+    };
+    [[nodiscard]] qint64 Before(std::vector<Row>::const_iterator row) const
+    {
+        return row == m_rows.end() ? m_all : row->before;
+    }
+
+    std::vector<Row> m_rows;
+    qint64 m_all = 0;
+};
 
 QSet<QString> Icon_Files()
 {
     QSet<QString> names;
-    for (const QString &name : QDir(App().App_Path + QStringLiteral("data/ico")).entryList(QDir::Files))
-        names.insert(name.toUpper());
+    for (const Files::Entry &entry : Files::Entries(App().App_Path + QStringLiteral("data/ico"))) {
+        if (!entry.is_folder)
+            names.insert(entry.name.toUpper());
+    }
     return names;
 }
 
@@ -98,6 +119,19 @@ Tree_Node Folder_Node(const Folder_Row &folder, const QSet<QString> &icons, qint
     node.image = Folder_Image(folder, icons);
     node.expanded = folder.expanded;
     return node;
+}
+
+/// Adds a folder below its parent. One that has no parent hangs below the root, under a name that says so; one without
+/// an id is the root's own and has no node.
+/// @returns whether it is in its place; the error is pending otherwise
+bool Add_Folder(Tree_Builder &builder, Folder_Row folder, const QSet<QString> &icons, qint64 count)
+{
+    if (Resume_Next([&] { builder.Add(Parent_Key(folder.id), Folder_Node(folder, icons, count)); }))
+        return true;
+    folder.name = Pack_Text("Frm_Main", "_Lost_Folder").arg(folder.name, folder.id);
+    if (!folder.id.isEmpty())
+        builder.Add(Root_Key, Folder_Node(folder, icons, count));
+    return false;
 }
 
 qint64 Count_Of(const QString &id, const QString &connection, bool subtree)
@@ -146,15 +180,20 @@ QString Shown_Folder_Name(const QString &id, const QString &name)
 
 bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString &defaultRootName)
 {
+    const QString source = QStringLiteral("Mod_DataBase\\GetClassInfo_Ex");
     Tree_Builder builder;
     builder.Add({}, Root_Node(App().Com_Name.isEmpty() ? defaultRootName : App().Com_Name));
-    const bool complete = Trap(QStringLiteral("Mod_DataBase\\GetClassInfo_Ex"), [&] {
+    const bool complete = Trap(source, [&] {
         const QList<Folder_Row> folders = Read_Folders(connection);
-        const QHash<QString, qint64> counts = Count_Documents(folders, connection, Is_Shown(Config().ShowLow));
+        const Document_Counts counts(connection);
+        const bool subtree = Is_Shown(Config().ShowLow);
         const QSet<QString> icons = Icon_Files();
+        bool inPlace = true;
         for (const Folder_Row &folder : folders)
-            builder.Add(Parent_Key(folder.id), Folder_Node(folder, icons, counts.value(folder.id.toLower())));
-        return true;
+            inPlace = Add_Folder(builder, folder, icons, counts.Of(folder.id, subtree)) && inPlace;
+        if (!inPlace)
+            Error_Log(source);
+        return inPlace;
     });
     tree.Replace(builder.Take());
     return complete;
@@ -212,7 +251,7 @@ void Save_Tree_Status(const QString &id, bool expanded)
 {
     Trap(QStringLiteral("Frm_Main\\Save_Tree_Status"), [&] {
         WriteIni(QStringLiteral("Col"), QStringLiteral("Tree_LastKey"), id);
-        Run_Statement(Sql_Text(Sql::Save_Expanded, QString::number(expanded ? 1 : 0), id), App().Conn_Str);
+        Run_Statement(Sql_Text(Sql::Save_Expanded, expanded ? 1 : 0, id), App().Conn_Str);
     });
 }
 

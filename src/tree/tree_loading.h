@@ -7,8 +7,8 @@
 #include <QStringList>
 
 /// Fills a tree with the root and all folders, captions carrying live document counts.
-/// A folder whose parent is missing ends the load there: what stands before it is shown.
-/// @returns whether the whole tree was loaded; errors go under "Mod_DataBase\GetClassInfo_Ex".
+/// A folder whose parent is missing hangs below the root, under a name that says so.
+/// @returns whether every folder is in its place; errors go under "Mod_DataBase\GetClassInfo_Ex".
 bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString &defaultRootName);
 
 /// Counts the captions of a folder and its ancestors anew.

@@ -6,6 +6,7 @@
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "tree/folder_sql.h"
+#include "tree/tree_loading.h"
 
 Home_Folder Home_Of(const QString &codeId)
 {
@@ -18,7 +19,7 @@ Home_Folder Home_Of(const QString &codeId)
     home.id = document[1].Text();
     Recordset folder;
     folder.Open(Sql_Text(Sql::Name_Of_Folder, home.id), App().Conn_Str);
-    home.name = folder.Eof() ? QString() : folder[0].Text();
+    home.name = folder.Eof() ? QString() : Shown_Folder_Name(home.id, folder[0].Text());
     return home;
 }
 
@@ -28,7 +29,7 @@ std::vector<Membership> Memberships_Of(const QString &codeId)
     Recordset rows;
     rows.Open(Sql_Text(Sql::Memberships, codeId), App().Conn_Str);
     for (; !rows.Eof(); rows.MoveNext())
-        memberships.push_back({rows[0].Text(), rows[1].Text()});
+        memberships.push_back({rows[0].Text(), Shown_Folder_Name(rows[0].Text(), rows[1].Text())});
     return memberships;
 }
 

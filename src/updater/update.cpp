@@ -3,12 +3,12 @@
 
 #include "platform/errors/run_time_error.h"
 #include "platform/files/atomic_file.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/profile/profile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 #include <memory>
@@ -60,10 +60,25 @@ QByteArray Checked_Bytes(const Item &item)
 {
     QByteArray bytes = Files::Read_Bytes(item.source);
     const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
-    if (!item.sha256.isEmpty() && item.sha256 != QLatin1String(digest))
-        Refuse(QStringLiteral("The file is damaged: %1").arg(item.source));
+    if (item.sha256 != QLatin1String(digest))
+        Refuse(QStringLiteral("The file is not the one that the list means: %1").arg(item.source));
     return bytes;
 }
+
+/// What the user has written is never a part of an update: his settings, and databases wherever they lie.
+void Check_Target(const Item &item, const QString &programDirectory)
+{
+    static const QStringList usersOwn{QStringLiteral("data"),     QStringLiteral("backup"),
+                                      QStringLiteral("Addin"),    QStringLiteral("Pic"),
+                                      QStringLiteral("report"),   QStringLiteral("Config.ini"),
+                                      QStringLiteral("odbc.udl"), QStringLiteral("Error.log")};
+    const QString below = QDir::cleanPath(item.target).mid(QDir::cleanPath(programDirectory).size() + 1);
+    const bool isDatabase =
+        Files::Is_File(item.target) && Files::Read_Bytes(item.target).startsWith(QByteArrayLiteral("SQLite format 3"));
+    if (isDatabase || usersOwn.contains(below.section(QLatin1Char('/'), 0, 0), Qt::CaseInsensitive))
+        Refuse(QStringLiteral("No update replaces what the user has written: %1").arg(item.target));
+}
+
 /// The files that an update replaces, kept beside their places until all are replaced. Going out of scope before
 /// that, it puts them back.
 class Way_Back
@@ -74,28 +89,40 @@ public:
     Way_Back &operator=(const Way_Back &) = delete;
     ~Way_Back()
     {
-        for (const QString &target : m_targets) {
-            QFile::remove(target);
-            QFile::rename(Kept(target), target); // nothing for a file that is new
-        }
+        for (const QString &target : m_targets)
+            Put_Back(target);
     }
 
     void Keep(const QString &target)
     {
         Files::Delete_If_Present(Kept(target));
-        if (QFileInfo(target).isFile() && !QFile::copy(target, Kept(target)))
-            Refuse(QStringLiteral("Not enough room to keep the old file: %1").arg(target));
+        if (const std::optional<Files::Entry> old = Files::Look(target)) {
+            Files::Copy_File(target, Kept(target));
+            if (old->is_runnable)
+                Files::Make_Runnable(Kept(target));
+        }
         m_targets << target;
     }
 
     void Close()
     {
         for (const QString &target : m_targets)
-            QFile::remove(Kept(target));
+            Files::Delete_If_Present(Kept(target));
         m_targets.clear();
     }
 
 private:
+    /// As far as it goes: the error that led here is the one to tell.
+    static void Put_Back(const QString &target)
+    {
+        try {
+            if (Files::Is_File(Kept(target)))
+                Files::Rename_File(Kept(target), QFileInfo(target).fileName());
+            else
+                Files::Delete_If_Present(target);
+        } catch (const Run_Time_Error &) {
+        }
+    }
     static QString Kept(const QString &target) { return target + QStringLiteral(".old"); }
     QStringList m_targets;
 };
@@ -103,6 +130,7 @@ private:
 
 QList<Item> Read_List(const QString &listFile, const QString &programDirectory)
 {
+    Files::Guard(programDirectory);
     const Profile::Snapshot list(listFile);
     const QString setup = list.Value(QStringLiteral("Setup"), QStringLiteral("Source"));
     const QString from = Below(programDirectory, setup.isEmpty() ? QStringLiteral("update") : setup);
@@ -112,6 +140,7 @@ QList<Item> Read_List(const QString &listFile, const QString &programDirectory)
         if (!list.Contains(section, QStringLiteral("Source")))
             return items;
         const Item item = Read_Item(list, section, from, programDirectory);
+        Check_Target(item, programDirectory);
         if (std::any_of(items.begin(), items.end(), [&](const Item &other) { return other.target == item.target; }))
             Refuse(QStringLiteral("Two files for one place: %1").arg(item.target));
         items << item;
@@ -133,7 +162,8 @@ void Apply(const QList<Item> &items)
     for (size_t i = 0; i < staged.size(); ++i) {
         const Item &item = items.at(static_cast<qsizetype>(i));
         staged[i]->Commit();
-        QFile::setPermissions(item.target, QFile::permissions(item.source) | QFile::ReadOwner | QFile::WriteOwner);
+        if (const std::optional<Files::Entry> source = Files::Look(item.source); source && source->is_runnable)
+            Files::Make_Runnable(item.target);
     }
     wayBack.Close();
 }

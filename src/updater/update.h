@@ -12,11 +12,11 @@ namespace Update
 struct Item {
     QString source; ///< absolute
     QString target; ///< absolute
-    QString sha256; ///< lower case; "" for no check
+    QString sha256; ///< lower case; a file without one is refused
 };
 
 /// Reads the list. @throws Run_Time_Error 53 or 75 for a list that cannot be read, 75 for a name that leads outside
-/// its folder.
+/// its folder, or to something that the user has written.
 QList<Item> Read_List(const QString &listFile, const QString &programDirectory);
 
 /// Checks and stages every file before the first takes its place, and puts the old ones back when one cannot take its

@@ -42,6 +42,11 @@ QStringList Login_Names()
     return names;
 }
 
+bool Is_User(const QString &name)
+{
+    return Stored_Password(name).has_value();
+}
+
 QString Last_Login_Name()
 {
     return GetIni(QStringLiteral("Col"), QStringLiteral("Login_Uname"));

@@ -9,6 +9,10 @@ enum class Login_Result { Success, Special_Character, Unknown_User, Wrong_Passwo
 /// Names of all users in their order, for the box of the login window.
 QStringList Login_Names();
 
+/// Whether a name can log in at all.
+/// @throws Run_Time_Error when the users cannot be read.
+bool Is_User(const QString &name);
+
 /// The name that logged in last, as Config.ini has it.
 QString Last_Login_Name();
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "users/scrambling.h"
 
+#include "platform/book/number_stream.h"
 #include "users/scrambling_tables.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <vector>
 
 namespace
@@ -125,44 +125,11 @@ private:
     size_t m_turn = 0;
 };
 
-/// The pseudo-random numbers of the run-time that databases of this kind were first written under: 24 bits, linear
-/// congruential. Constants and the way a negative seed is taken are publicly documented: the seed's bits as an IEEE
-/// single, the highest byte added to the lowest, and one step.
-class Basic_Random
+QString Joined_With_Stream(QString text)
 {
-public:
-    explicit Basic_Random(float negativeSeed)
-    {
-        quint32 bits = 0;
-        static_assert(sizeof bits == sizeof negativeSeed);
-        std::memcpy(&bits, &negativeSeed, sizeof bits);
-        m_state = bits + (bits >> 24);
-        Step();
-    }
-
-    /// The integer part of a random value in [0, 1) times `factor`.
-    quint32 Next_Times(quint32 factor)
-    {
-        Step();
-        return static_cast<quint32>((quint64(m_state) * factor) >> 24);
-    }
-
-private:
-    void Step() { m_state = (m_state * 0x43FD43FDU + 0xC39EC3U) & 0xFFFFFFU; }
-    quint32 m_state;
-};
-
-constexpr int Text_Key = 27481;
-
-QString Joined_With_Stream(QString text, int key)
-{
-    Basic_Random random(-static_cast<float>(qAbs(key)));
-    for (QChar &character : text) {
-        quint32 number = 0;
-        while (number < 30 || number > 100)
-            number = random.Next_Times(127);
-        character = QChar(static_cast<char16_t>(character.unicode() ^ number));
-    }
+    Number_Stream stream;
+    for (QChar &character : text)
+        character = QChar(static_cast<char16_t>(character.unicode() ^ stream.Next()));
     return text;
 }
 } // namespace
@@ -201,12 +168,12 @@ QString Scramble_Text(const QString &text)
         ++begin;
     while (end > begin && text.at(end - 1) == u' ')
         --end;
-    return Joined_With_Stream(text.sliced(begin, end - begin), Text_Key);
+    return Joined_With_Stream(text.sliced(begin, end - begin));
 }
 
 QString Unscramble_Text(const QString &scrambled)
 {
-    return Joined_With_Stream(scrambled, Text_Key);
+    return Joined_With_Stream(scrambled);
 }
 
 bool Has_Special_Characters(const QString &text)

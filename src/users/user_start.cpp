@@ -11,6 +11,17 @@ namespace
 {
 const QString Default_User = QStringLiteral("Zelqor");
 
+/// A read-only database stays as it is, and is read as it is.
+void Repair(const QString &statement)
+{
+    try {
+        Run_Statement(statement, App().Conn_Str);
+    } catch (const Run_Time_Error &error) {
+        if (error.failure != Failure::Read_Only)
+            throw;
+    }
+}
+
 bool Has_Row(const char16_t *statement, const QString &user)
 {
     Recordset rows;
@@ -34,6 +45,12 @@ bool No_Users()
     count.Open(Sql_Text(Sql::User_Count), App().Conn_Str);
     return count[0].Number() == 0;
 }
+
+void Add_Default_User()
+{
+    Repair(Sql_Text(Sql::Default_Credentials));
+    Repair(Sql_Text(Sql::Default_Profile));
+}
 } // namespace
 
 void Read_Last_User()
@@ -49,20 +66,21 @@ void Read_Last_User()
 
 void Repair_Users()
 {
-    Run_Statement(Sql_Text(Sql::Drop_Passwords_Without_User), App().Conn_Str);
-    Run_Statement(Sql_Text(Sql::Drop_Users_Without_Password), App().Conn_Str);
+    Repair(Sql_Text(Sql::Drop_Passwords_Without_User));
+    Repair(Sql_Text(Sql::Drop_Users_Without_Password));
 }
 
 Login_Need Decide_Login()
 {
+    if (App().Curr_User.contains(QLatin1Char('\''))) // nobody's: no statement can ask for it
+        return Login_Need::Dialog;
     Recordset credentials;
     credentials.Open(Sql_Text(Sql::User_Credentials, App().Curr_User), App().Conn_Str);
     if (credentials.Eof()) {
         if (!No_Users())
             return Login_Need::Dialog;
         Become_Default_User();
-        Run_Statement(Sql_Text(Sql::Default_Credentials), App().Conn_Str);
-        Run_Statement(Sql_Text(Sql::Default_Profile), App().Conn_Str);
+        Add_Default_User();
         return Login_Need::None;
     }
     const bool noPassword = credentials[QStringLiteral("User_Pass")].Text().trimmed().isEmpty();
@@ -71,7 +89,13 @@ Login_Need Decide_Login()
         return Login_Need::None;
     if (Has_Row(Sql::User_Profile, App().Curr_User))
         return Login_Need::Dialog;
-    Run_Statement(Sql_Text(Sql::Default_Profile), App().Conn_Str);
+    Repair(Sql_Text(Sql::Default_Profile));
     Become_Default_User();
     return Login_Need::None;
+}
+
+void Make_First_User()
+{
+    if (!Has_Row(Sql::User_Credentials, App().Curr_User) && No_Users())
+        Add_Default_User();
 }

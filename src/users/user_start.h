@@ -15,3 +15,6 @@ void Repair_Users();
 /// Decides whether App().Curr_User must log in. A database without users gets the default user, who need not; a
 /// user whose profile is missing gets it made and becomes the default user.
 Login_Need Decide_Login();
+
+/// Gives a database without users the default user, unless the one in force can log in.
+void Make_First_User();

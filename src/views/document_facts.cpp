@@ -5,16 +5,13 @@
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/recordset.h"
+#include "views/list_engine_sql.h"
 
 #include <QStringList>
 
 namespace
 {
-constexpr const char16_t *Facts =
-    u"Select Code_Title,Code_Type,Code_Create,Code_Creater,Code_Update,Code_Updater,Code_UpdateNum,Code_ReadNum,"
-    u"Code_ReadDate,Code_ReadDateNext,Code_File,Code_ID,len(Code_Content) From Code_Info where Code_ID='%1'";
-
-/// The lines in the order of the statement's columns.
+/// The lines in the order of the columns of Sql::Document_Facts.
 constexpr const char *Captions[] = {
     "_Col_Title",    "_Col_FileType",   "_Fact_Create", "_Fact_Creater", "_Fact_Update",
     "_Fact_Updater", "_Fact_UpdateNum", "_Col_ReadNum", "_Col_ReadDate", "_Col_ReadDateNext",
@@ -25,7 +22,7 @@ constexpr const char *Captions[] = {
 QString Document_Facts(const QString &codeId)
 {
     Recordset row;
-    row.Open(Sql_Text(Facts, codeId), App().Conn_Str);
+    row.Open(Sql_Text(Sql::Document_Facts, codeId), App().Conn_Str);
     QStringList lines;
     for (int i = 0; !row.Eof() && i < static_cast<int>(std::size(Captions)); ++i) {
         const QString value = row[i].Text();

@@ -5,17 +5,12 @@
 #include "core/sql_text.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
-
-namespace
-{
-constexpr const char16_t *Stored_Style = u"Select Code_LineColor From Code_Info where Code_ID='%1'";
-constexpr const char16_t *New_Style = u"update Code_Info set Code_LineColor='%1' where Code_ID='%2'";
-} // namespace
+#include "views/list_engine_sql.h"
 
 QString Line_Color_Of(const QString &codeId)
 {
     Recordset row;
-    row.Open(Sql_Text(Stored_Style, codeId), App().Conn_Str);
+    row.Open(Sql_Text(Sql::Stored_Style, codeId), App().Conn_Str);
     return row.Eof() ? QString() : row[0].Text();
 }
 
@@ -23,6 +18,6 @@ void Store_Line_Color(const QStringList &codeIds, const QString &style)
 {
     Database_Engine::One_Action(App().Conn_Str, [&] {
         for (const QString &id : codeIds)
-            Run_Statement(Sql_Text(New_Style, style, id), App().Conn_Str);
+            Run_Statement(Sql_Text(Sql::New_Style, style, id), App().Conn_Str);
     });
 }

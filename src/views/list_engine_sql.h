@@ -59,6 +59,8 @@ constexpr const char16_t *Rows_Of_Folder_Server =
     u"code_info.code_id = tab_VirCate.code_id  Where Code_Info.Cate_ID = '%2'  %3 order by %4";
 
 constexpr const char16_t *Rows_By_Condition = u"Select  " ZELQOR_LIST_COLUMNS u" ,Code_Content  From Code_Info %1";
+constexpr const char16_t *Some_Rows =
+    u"Select  " ZELQOR_LIST_COLUMNS u" From Code_Info where Code_Info.Code_ID in (%1)";
 constexpr const char16_t *One_Row = u"Select  " ZELQOR_LIST_COLUMNS u" From Code_Info where Code_Info.Code_ID='%1'";
 
 /// The name of a row's folder, "select cate_name from Cate_Info where cate_id='id'", and its attachments, "SELECT
@@ -68,6 +70,12 @@ constexpr const char16_t *Folder_Names = u"select cate_id,cate_name from Cate_In
 constexpr const char16_t *Attachment_Counts =
     u"SELECT code_id,count(*)  From tab_file WHERE (file_type = 0 or file_type = 1) and code_id in (%1) "
     u"group by code_id";
+/// What is told of one document.
+constexpr const char16_t *Document_Facts =
+    u"Select Code_Title,Code_Type,Code_Create,Code_Creater,Code_Update,Code_Updater,Code_UpdateNum,Code_ReadNum,"
+    u"Code_ReadDate,Code_ReadDateNext,Code_File,Code_ID,len(Code_Content) From Code_Info where Code_ID='%1'";
+constexpr const char16_t *Stored_Style = u"Select Code_LineColor From Code_Info where Code_ID='%1'";
+constexpr const char16_t *New_Style = u"update Code_Info set Code_LineColor='%1' where Code_ID='%2'";
 constexpr const char16_t *Folder_Password = u"Select Cate_id,Cate_pass  From Cate_Info Where Cate_id='%1'";
 
 #undef ZELQOR_LIST_COLUMNS

@@ -80,41 +80,20 @@ public:
     }
     void Ask()
     {
-        for (qsizetype from = 0; from < m_ids.size();) {
-            const qsizetype size = Group_Size(m_ids.size() - from);
-            Ask_Group(m_ids.mid(from, size), size);
-            from += size;
+        for (const Sql_Part &group : Id_Groups(m_ids)) {
+            Recordset rows;
+            rows.Open(Sql_Text(m_statement, group), m_connection);
+            for (; !rows.Eof(); rows.MoveNext()) {
+                QString &answer = m_answers[rows[0].Text().toLower()];
+                if (answer.isNull())
+                    answer = rows[1].Text().isNull() ? QString(QLatin1String("")) : rows[1].Text();
+            }
         }
     }
     /// A null string where the statement gave no row.
     [[nodiscard]] QString Answer(const QString &id) const { return m_answers.value(id.toLower()); }
 
 private:
-    /// Few sizes make few shapes, and the engine keeps a compiled statement for each shape.
-    static qsizetype Group_Size(qsizetype ids)
-    {
-        for (const qsizetype size : {8, 50, 500}) {
-            if (ids <= size)
-                return size;
-        }
-        return 500;
-    }
-    void Ask_Group(QStringList ids, qsizetype size)
-    {
-        while (ids.size() < size)
-            ids << ids.last();
-        for (QString &id : ids)
-            id.replace(QLatin1Char('\''), QStringLiteral("''"));
-        const QString list = QLatin1Char('\'') + ids.join(QStringLiteral("','")) + QLatin1Char('\'');
-        Recordset rows;
-        rows.Open(Sql_Text(m_statement, list), m_connection);
-        for (; !rows.Eof(); rows.MoveNext()) {
-            QString &answer = m_answers[rows[0].Text().toLower()];
-            if (answer.isNull())
-                answer = rows[1].Text().isNull() ? QString(QLatin1String("")) : rows[1].Text();
-        }
-    }
-
     const char16_t *m_statement;
     QString m_connection;
     QStringList m_ids;
@@ -186,6 +165,21 @@ void Fill_Lookups(std::vector<List_Row> &filled, const std::vector<Cell_Plan> &p
     }
 }
 } // namespace
+
+std::vector<Sql_Part> Id_Groups(const QStringList &ids)
+{
+    std::vector<Sql_Part> groups;
+    for (qsizetype from = 0; from < ids.size();) {
+        const qsizetype left = ids.size() - from;
+        const qsizetype size = left <= 8 ? 8 : left <= 50 ? 50 : 500;
+        QStringList group = ids.mid(from, size);
+        while (group.size() < size)
+            group << group.last();
+        groups.push_back(Sql_List(std::move(group)));
+        from += size;
+    }
+    return groups;
+}
 
 List_Setting List_Setting::Now()
 {

@@ -19,25 +19,25 @@ constexpr Search_Field Fields[] = {
     {"Code_Sum", "_Code_Sum"},
 };
 
-QString Folder_Part(const Search_Request &request)
+Sql_Part Folder_Part(const Search_Request &request)
 {
     if (request.everywhere)
-        return Sql_Text(Sql::Search_Everywhere);
-    QString part;
+        return Sql_Part_Of(Sql::Search_Everywhere);
+    Sql_Part part;
     for (const QString &id : request.folders)
-        part += Sql_Text(part.isEmpty() ? Sql::Search_First_Folder : Sql::Search_Next_Folder, id);
-    return part + QLatin1Char(')');
+        part += Sql_Part_Of(part.Is_Empty() ? Sql::Search_First_Folder : Sql::Search_Next_Folder, id);
+    return part + Sql_Part_Of(Sql::Search_Group_End);
 }
 
-QString Field_Part(const Search_Request &request)
+Sql_Part Field_Part(const Search_Request &request)
 {
     const QString key = Search_Key(request.key);
     if (request.fields.isEmpty())
-        return Sql_Text(Sql::Search_Only_Field, QString(QLatin1String(Fields[0].column)), key);
-    QString part;
+        return Sql_Part_Of(Sql::Search_Only_Field, Sql_Name{QLatin1String(Fields[0].column)}, key);
+    Sql_Part part;
     for (const QString &field : request.fields)
-        part += Sql_Text(part.isEmpty() ? Sql::Search_First_Field : Sql::Search_Next_Field, field, key);
-    return part + QLatin1Char(')');
+        part += Sql_Part_Of(part.Is_Empty() ? Sql::Search_First_Field : Sql::Search_Next_Field, Sql_Name{field}, key);
+    return part + Sql_Part_Of(Sql::Search_Group_End);
 }
 } // namespace
 
@@ -58,5 +58,5 @@ QString Search_Key(const QString &typed)
 
 QString Search_Where(const Search_Request &request)
 {
-    return Folder_Part(request) + Field_Part(request) + Sql_Text(Sql::Search_Order);
+    return (Folder_Part(request) + Field_Part(request) + Sql_Part_Of(Sql::Search_Order)).Text();
 }

@@ -90,6 +90,19 @@ void Search_Run::Run(const Request &request, Search_Outcome &outcome)
     }
 }
 
+/// From the thread to the window, by way of this object, which can take it back.
+template <class News>
+void Search_Run::Tell(News &&news)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, news = std::forward<News>(news)] {
+            if (!m_stop)
+                news();
+        },
+        Qt::QueuedConnection);
+}
+
 void Search_Run::Search_Once(const Request &request, Search_Outcome &outcome)
 {
     QElapsedTimer sinceReport;
@@ -97,16 +110,12 @@ void Search_Run::Search_Once(const Request &request, Search_Outcome &outcome)
     const Database_Engine::Watch watch([&](qint64 rows, qint64 all) {
         if (sinceReport.elapsed() >= Milliseconds_Between_Reports) {
             sinceReport.restart();
-            // By way of this object, which can take it back.
-            QMetaObject::invokeMethod(
-                this,
-                [this, rows, all] {
-                    if (!m_stop)
-                        emit Progressed(rows, all);
-                },
-                Qt::QueuedConnection);
+            Tell([this, rows, all] { emit Progressed(rows, all); });
         }
         return !m_stop;
     });
-    outcome.found = Rows_By_Condition(request.where, request.searchKey, request.limit, request.setting);
+    outcome.found = Rows_By_Condition(
+        request.where, request.searchKey, request.limit, request.setting, [this](Condition_Rows found) {
+            Tell([this, early = std::make_shared<Condition_Rows>(std::move(found))] { emit Found_Early(early); });
+        });
 }

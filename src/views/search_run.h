@@ -13,7 +13,7 @@
 /// How a search ended.
 struct Search_Outcome {
     Condition_Rows found;
-    bool stopped = false; ///< by the user; nothing was found then
+    bool stopped = false; ///< by the user; nothing but what was found early is known then
     Pending_Error error;  ///< number 0 for none
 };
 
@@ -39,6 +39,8 @@ public:
 signals:
     /// @param documents  those looked at so far; @param all  those to look at, 0 while that is not known
     void Progressed(qint64 documents, qint64 all);
+    /// The first rows found so far, in their order: more may still come between them. Theirs to move from.
+    void Found_Early(const std::shared_ptr<Condition_Rows> &found);
     /// The outcome is the receiver's to move from.
     void Finished(const std::shared_ptr<Search_Outcome> &outcome);
 
@@ -54,6 +56,8 @@ private:
     void End(const std::shared_ptr<Search_Outcome> &outcome);
     void Run(const Request &request, Search_Outcome &outcome);
     void Search_Once(const Request &request, Search_Outcome &outcome);
+    template <class News>
+    void Tell(News &&news);
 
     std::unique_ptr<QThread> m_thread;
     std::optional<Request> m_next; ///< waits for the end of the search that is running

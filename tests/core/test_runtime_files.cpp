@@ -4,6 +4,7 @@
 #include "platform/errors/run_time_error.h"
 #include "support/test_program.h"
 
+#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -148,7 +149,8 @@ private slots:
         Load_Runtime_File();
         m_program->Write(u"update/new.txt"_s, "new");
         m_program->Write(u"UPDATE.RIS"_s,
-                         "[Setup]\r\nSource=update\r\n[File 01]\r\nSource=new.txt\r\nTarget=docs\\new.txt\r\n");
+                         "[Setup]\r\nSource=update\r\n[File 01]\r\nSource=new.txt\r\nTarget=docs\\new.txt\r\nSha256=" +
+                             QCryptographicHash::hash("new", QCryptographicHash::Sha256).toHex() + "\r\n");
         QCOMPARE(QProcess::execute(m_program->Path(u"Update.exe"_s)), 0);
         QCOMPARE(m_program->Bytes(u"docs/new.txt"_s), QByteArray("new"));
     }

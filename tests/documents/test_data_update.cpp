@@ -47,6 +47,9 @@ private slots:
         QTest::addRow("words for a date") << u"update"_s << u"today"_s << u"_UpdateDate"_s;
         QTest::addRow("title of 200") << u"title"_s << QString(200, u'题') << u""_s;
         QTest::addRow("title of 201") << u"title"_s << QString(201, u'题') << u"_Title"_s;
+        QTest::addRow("password beyond ASCII") << u"both"_s << u"密码"_s << u"_SpecChar"_s;
+        QTest::addRow("password of a control character") << u"both"_s << u"a\tb"_s << u"_SpecChar"_s;
+        QTest::addRow("password of blanks") << u"both"_s << u"  "_s << u"_SpecChar"_s;
         QTest::addRow("passwords differ") << u"password"_s << u"one"_s << u"_PassWord"_s;
     }
     void A_Form_Is_Tested_In_Order()
@@ -65,7 +68,10 @@ private slots:
         }
         if (field == u"type")
             form.folder.clear();
-        QCOMPARE(QString::fromLatin1(Refusal_Key(Check_Before_Save(form, u"One"_s))), key);
+        const bool both = field == u"both";
+        if (both)
+            form.password = value;
+        QCOMPARE(QString::fromLatin1(Refusal_Key(Check_Before_Save(form, both ? value : u"One"_s))), key);
     }
 
     void An_Empty_Title_Is_Taken_From_The_Content_data()
@@ -90,14 +96,65 @@ private slots:
     {
         Test_Form form(u"text"_s);
         QString status;
-        QVERIFY(Store_Form(form, false, status));
+        QVERIFY(Store_Form(form, false, status) == Save_Outcome::Stored);
         QVERIFY(status.endsWith(u"A title"));
-        QVERIFY(Store_Form(form, true, status));
+        QVERIFY(Store_Form(form, true, status) == Save_Outcome::Stored);
         QCOMPARE(Sql_Rows(u"select type_id from tab_log order by log_id"_s), (QList<QStringList>{{u"1"_s}, {u"2"_s}}));
         form.title = QString(256, u't');
         m_program->prompts.Expect(u"保存出错"_s, u"ok"_s);
-        QVERIFY(!Store_Form(form, true, status));
+        QVERIFY(Store_Form(form, true, status) == Save_Outcome::Failed);
         QCOMPARE(Sql_Cell(u"select count(*) from tab_log"_s), u"2"_s);
+    }
+
+    void What_Another_Program_Stored_Is_Not_Written_Over_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<bool>("noticed");
+        QTest::addRow("nothing") << u""_s << false;
+        QTest::addRow("a reading") << u"Code_ReadNum=7"_s << false;
+        QTest::addRow("another folder") << u"Cate_ID='002'"_s << false;
+        QTest::addRow("the text") << u"Code_Content='theirs'"_s << true;
+        QTest::addRow("the memo's stream alone") << u"Code_Memo_IO='theirs'"_s << true;
+        QTest::addRow("a save in the same second") << u"Code_Title='theirs'"_s << true;
+    }
+    void What_Another_Program_Stored_Is_Not_Written_Over()
+    {
+        QFETCH(QString, change);
+        QFETCH(bool, noticed);
+        Test_Form form(u"text"_s);
+        QString status;
+        QVERIFY(Store_Form(form, false, status) == Save_Outcome::Stored);
+        QVERIFY(GetCodeContent_Ex(form.code_id, form));
+        if (!change.isEmpty())
+            Sql_Run(u"update Code_Info set "_s + change);
+        const QList<QStringList> before = Sql_Rows(u"select * from Code_Info"_s);
+        form.content->setPlainText(u"mine"_s);
+        const Save_Outcome outcome = Store_Form(form, true, status);
+        QCOMPARE(outcome == Save_Outcome::Changed_Elsewhere, noticed);
+        QCOMPARE(Sql_Rows(u"select * from Code_Info"_s) == before, noticed);
+        QVERIFY(Store_Form(form, true, status, {.replace = true}) == Save_Outcome::Stored);
+        QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"mine"_s);
+        QVERIFY(Store_Form(form, true, status) == Save_Outcome::Stored);
+    }
+
+    /// The facts of a document whose content is not rich text change, and nothing of its content does.
+    void Facts_Alone_Are_Saved()
+    {
+        m_program->Write(u"a.ini"_s, "[a]");
+        const QString id =
+            AddCodeContent_File_Ex(m_program->Path(u"a.ini"_s), u"001"_s, u"0"_s, u"Facts"_s, u"ini"_s, false);
+        const QString content = u"select Code_Content,Code_Content_IO,Code_Type from Code_Info"_s;
+        const QList<QStringList> before = Sql_Rows(content);
+        Test_Form form;
+        QVERIFY(GetCodeContent_Ex(id, form));
+        form.keeps_content = true;
+        form.title = u"Other facts"_s;
+        form.star = u"★☆☆☆☆"_s;
+        QString status;
+        QVERIFY(Store_Form(form, true, status) == Save_Outcome::Stored);
+        QCOMPARE(Sql_Rows(content), before);
+        QCOMPARE(Sql_Cell(u"select Code_Title from Code_Info"_s), u"Other facts"_s);
+        QCOMPARE(Sql_Cell(u"select Code_Color from Code_Info"_s), u"★☆☆☆☆"_s);
     }
 
     void Files_Become_Documents_data()
@@ -184,7 +241,7 @@ private slots:
         QVERIFY(!AddCodeContent_File_Ex(path, u"001"_s, u"0"_s, u"it's"_s, u"jpg"_s, false).isEmpty());
         QVERIFY(!QFile::exists(m_program->Path(u"data/temp/zip.db"_s)));
         const QString stored = Sql_Cell(u"select Code_Content from Code_Info"_s);
-        QVERIFY2(stored.contains(u"/in/a%22%3E%3Cscript%3E%27%26%3D%25.jpg></font>"), qPrintable(stored));
+        QVERIFY2(stored.contains(u"/in/a%22%3E%3Cscript%3E'&%3D%.jpg></font>"), qPrintable(stored));
     }
 
     void A_File_That_Is_Too_Large_Is_Refused()

@@ -122,6 +122,17 @@ private slots:
         QCOMPARE(m_program->Logged(), QStringList(u"Mod_DataBase\\AddClass"_s));
     }
 
+    void An_Odd_Id_Takes_No_Other_Document_Along()
+    {
+        const QString odd = u"x' or '1'='1"_s;
+        Add_Document(QString(odd).replace(u'\'', u"''"_s), u"001"_s, u"Odd"_s);
+        const QList<QStringList> before = Sql_Rows(u"select code_id,cate_id from code_info order by code_id"_s);
+        m_program->prompts.Expect(u"Error:"_s, u"ok"_s);
+        m_program->prompts.Expect(u"Error:"_s, u"ok"_s);
+        QVERIFY(!MoveCode_Ex(odd) && !DelCode_Ex(odd));
+        QCOMPARE(Sql_Rows(u"select code_id,cate_id from code_info order by code_id"_s), before);
+    }
+
     void The_Pictures_Of_A_Page_Go_With_It()
     {
         for (const QString &name : {u"Pic/a.jpg"_s, u"Pic/sub/b c.png"_s, u"Pic/other.jpg"_s, u"Pic/&d.gif"_s,

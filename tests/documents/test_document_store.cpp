@@ -264,6 +264,14 @@ private slots:
         Test_Form read;
         QVERIFY(GetCodeContent_Ex(id, read));
         QCOMPARE(read.content->toPlainText(), text);
+        // It is told, is not stored so again without a consent, and is not lost: a short text is asked for again.
+        QVERIFY(read.lock_is_open);
+        QVERIFY(Save_Document(read, id, false) == Save_Outcome::Lock_Stays_Open);
+        QCOMPARE(Stored_Stream(id), column);
+        read.content->setPlainText(u"short"_s);
+        QVERIFY(Save_Document(read, id, false) == Save_Outcome::Stored);
+        m_program->prompts.Expect(u"请输入文档密码"_s, u"right"_s);
+        QVERIFY(GetCodeContent_Ex(id, read));
     }
 
     void A_Failed_Save_Is_Told_And_Writes_Nothing_data()
@@ -366,6 +374,27 @@ private slots:
         QCOMPARE(Sql_Cell(u"select Code_ReadNum from Code_Info"_s), u"1"_s);
     }
 
+    void A_Stream_That_Says_It_Is_Huge_Is_Asked_For()
+    {
+        Test_Form form(u"body"_s);
+        const QString id = Stored(form);
+        QByteArray stream = Stored_Stream(id);
+        stream[9] = '\1'; // 4 GB more
+        {
+            Recordset row;
+            row.LockType = Lock_Type::Batch_Optimistic;
+            row.Open(u"select * from Code_Info"_s, App().Conn_Str);
+            row[u"Code_Content_IO"_s].Set(stream);
+            row.UpdateBatch();
+        }
+        Test_Form read;
+        m_program->prompts.Expect(u"4096 MB"_s, u"no"_s);
+        m_program->prompts.Expect(u"没有读入"_s, u"ok"_s);
+        QVERIFY(!GetCodeContent_Ex(id, read));
+        QCOMPARE(read.content->toPlainText(), u"body"_s);
+        QCOMPARE(m_program->Logged(), QStringList(u"Mod_DataBase\\GetCodeContent_Ex"_s));
+    }
+
     void A_Damaged_Stream_Hides_Nothing_Else_data()
     {
         QTest::addColumn<QString>("column");
@@ -406,12 +435,15 @@ private slots:
         const QList<QStringList> before = Sql_Rows(u"select * from Code_Info"_s);
         form.memo->setPlainText(u"memo"_s);
         form.sum->setPlainText(u"sum"_s);
-        // Once the memo is coded, a directory stands where the coder would write next.
+        // Once the memo is to be coded, a directory stands where the coder would write.
         const QDir folder(m_program->Path(u"data/temp"_s));
         QTimer block;
         connect(&block, &QTimer::timeout, &block, [&] {
-            for (const QString &memo : folder.entryList({u"*temp3.DOC"_s}))
-                folder.mkpath(QString(memo).replace(u"temp3.DOC"_s, u"temp2.RTF.part"_s));
+            for (const QString &memo : folder.entryList({u"*temp3.DOC"_s})) {
+                const QString output = folder.filePath(QString(memo).replace(u"temp3.DOC"_s, u"temp2.RTF"_s));
+                QFile::remove(output);
+                QDir().mkpath(output);
+            }
         });
         block.start(0);
         m_program->prompts.Expect(u"保存出错"_s, u"ok"_s);

@@ -93,15 +93,20 @@ void Program::Start(const QStringList &extraEnvironment)
     m_process->waitForStarted();
 }
 
+QString Program::Visible_Window() const
+{
+    const QString found =
+        m_desktop.Do({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                      QString::number(m_process->processId()), QStringLiteral("--name"), QStringLiteral("^Zelqor  ")});
+    return found.section(QLatin1Char('\n'), -1);
+}
+
 QString Program::Wait_For_Window(int milliseconds) const
 {
     QString window;
     Wait_Until(
         [&] {
-            const QString found = m_desktop.Do({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                                QStringLiteral("--pid"), QString::number(m_process->processId()),
-                                                QStringLiteral("--name"), QStringLiteral("^Zelqor  ")});
-            window = found.section(QLatin1Char('\n'), -1);
+            window = Visible_Window();
             return !window.isEmpty();
         },
         milliseconds);

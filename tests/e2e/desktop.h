@@ -47,9 +47,12 @@ public:
     [[nodiscard]] QString Directory() const { return m_directory.path(); }
     [[nodiscard]] QString Path(const QString &name) const { return m_directory.filePath(name); }
     void Start(const QStringList &extraEnvironment = {});
+    /// The main window as it is on screen, "" when it is not.
+    [[nodiscard]] QString Visible_Window() const;
     /// Waits for the visible main window, brings it to the front. @returns its id, "" when it did not come
     QString Wait_For_Window(int milliseconds = 20000) const;
     [[nodiscard]] bool Is_Running() const { return m_process != nullptr && m_process->state() != QProcess::NotRunning; }
+    [[nodiscard]] qint64 Process_Id() const { return m_process->processId(); }
     void Kill();
     /// Asks the program to leave by its shortcut. @returns whether it ended by itself in time
     bool Leave(int milliseconds = 15000);

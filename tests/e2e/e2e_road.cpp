@@ -15,7 +15,7 @@ class E2e_Road : public QObject
 private slots:
     void cleanup();
     void Dropped_Files_Are_Edited_And_Found_Again();
-    void A_Second_Start_Ends_Silently();
+    void A_Second_Start_Brings_The_First_Forward();
 
 private:
     /// Drags files onto the list. @returns whether the database then holds `documents`
@@ -155,18 +155,30 @@ void E2e_Road::Dropped_Files_Are_Edited_And_Found_Again()
     QVERIFY(!QFile::exists(program.Path(QStringLiteral("Error.log"))));
 }
 
-void E2e_Road::A_Second_Start_Ends_Silently()
+void E2e_Road::A_Second_Start_Brings_The_First_Forward()
 {
     m_program = std::make_unique<Program>(m_desktop);
     Program &program = *m_program;
     program.Start();
     QVERIFY(!program.Wait_For_Window().isEmpty());
+    // The file by which it is called is there.
+    QVERIFY(Wait_Until([&] { return QFile::exists(program.Path(QStringLiteral("data/temp/second.start"))); }));
+    QVERIFY(Wait_Until([&] {
+        const QString window = program.Visible_Window();
+        if (!window.isEmpty())
+            m_desktop.Do({QStringLiteral("windowminimize"), QStringLiteral("--sync"), window});
+        return window.isEmpty();
+    }));
     QProcess second;
     second.setProcessEnvironment(m_desktop.Environment());
     second.start(program.Path(QStringLiteral("zelqor")), QStringList());
     QVERIFY(second.waitForFinished(5000));
     QCOMPARE(second.exitCode(), 0);
     QVERIFY(program.Is_Running());
+    QVERIFY(Wait_Until([&] {
+        const QString window = program.Visible_Window();
+        return !window.isEmpty() && m_desktop.Do({QStringLiteral("getactivewindow")}) == window;
+    }));
 }
 
 QTEST_GUILESS_MAIN(E2e_Road)

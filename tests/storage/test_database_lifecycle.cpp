@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 #include <optional>
 
@@ -22,6 +24,18 @@ namespace
 const QStringList Tables{u"Cate_Info"_s, u"Code_Info"_s, u"Class_Info"_s, u"SmallClass_Info"_s, u"TinyClass_Info"_s,
                          u"test"_s,      u"tab_file"_s,  u"tab_tag"_s,    u"tab_VirCate"_s,     u"Mess_Conf"_s,
                          u"User_pass"_s, u"User_List"_s, u"tab_log"_s,    u"tab_tags"_s,        u"tab_Gene"_s};
+
+/// With a log, and with columns of which the engine would keep indexes.
+QByteArray Another_Programs_Database()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"other.db"_s);
+    QProcess::execute(u"sqlite3"_s,
+                      {path, u"create table song(song_id text primary key); create table list(a,song_id text);"
+                             "create table log(id text primary key, made datetime); pragma journal_mode=wal"_s});
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 void Start()
 {
@@ -87,6 +101,8 @@ private slots:
         QTest::addRow("bare name") << u"1"_s << u"My.db"_s << u"%/My.db"_s;
         QTest::addRow("longer flag") << u"12"_s << u"My.db"_s << u"%/My.db"_s;
         QTest::addRow("absolute") << u"1"_s << u"%/elsewhere/My.db"_s << u"%/elsewhere/My.db"_s;
+        QTest::addRow("semicolon") << u"1"_s << u"\\my; own\\a;b.db"_s << u"%/my; own/a;b.db"_s;
+        QTest::addRow("quotes") << u"1"_s << u"%/the \"best\"; one.db"_s << u"%/the \"best\"; one.db"_s;
         QTest::addRow("absolute as it stands") << u"0"_s << u"%/elsewhere/My.db"_s << u"%/elsewhere/My.db"_s;
     }
     void Paths_Are_Resolved()
@@ -108,23 +124,51 @@ private slots:
         QVERIFY(!QFile::exists(m_program->Path(u"data/Zelqor.db"_s)));
     }
 
-    void A_Deleted_Database_Is_Made_Anew_At_The_Default_Path()
+    void A_Database_That_Is_Gone_data()
     {
-        WriteIni(u"DataBase"_s, u"DATABASE_NAME"_s, m_program->Path(u"gone.db"_s));
-        Start();
-        QVERIFY(App().Conn_OK);
-        QCOMPARE(GetIni(u"DataBase"_s, u"DATABASE_NAME"_s), u"\\data\\Zelqor.db"_s);
-        QCOMPARE(Database_Path(), m_program->Path(u"data/Zelqor.db"_s));
-        QVERIFY(!QFile::exists(m_program->Path(u"gone.db"_s)));
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<QString>("stored");  ///< "%" stands for the program directory
+        QTest::addColumn<bool>("gone");       ///< and not replaced unasked
+        QTest::addColumn<QString>("written"); ///< once the default one is in force
+        const QString usual = u"\\data\\Zelqor.db"_s, full = u"%data/Zelqor.db"_s;
+        QTest::addRow("never named") << u"1"_s << QString() << false << usual;
+        QTest::addRow("the default") << u"1"_s << usual << false << usual;
+        QTest::addRow("elsewhere") << u"1"_s << u"%gone.db"_s << true << usual;
+        QTest::addRow("relative to nothing") << u"0"_s << usual << true << full;
+        QTest::addRow("the default in full") << u"0"_s << full << false << full;
+        QTest::addRow("elsewhere in full") << u"0"_s << u"%gone.db"_s << true << full;
+        QTest::addRow("on another system's drive") << u"0"_s << u"D:\\notes.db"_s << true << full;
     }
-
-    void An_Existing_Default_Database_Is_Kept()
+    void A_Database_That_Is_Gone()
     {
+        QFETCH(QString, relative);
+        QFETCH(QString, stored);
+        QFETCH(bool, gone);
+        QFETCH(QString, written);
+        const auto here = [&](QString path) {
+            return path.replace(u'%', App().App_Path);
+        };
+        const auto named = [] {
+            return GetIni(u"DataBase"_s, u"DATABASE_NAME"_s);
+        };
+        WriteIni(u"DataBase"_s, u"CH_PATH"_s, relative);
+        WriteIni(u"DataBase"_s, u"DATABASE_NAME"_s, here(stored));
         Start();
+        QCOMPARE(Database_Is_Gone(), gone);
+        QCOMPARE(App().Conn_OK, !gone);
+        if (gone) {
+            QCOMPARE(named(), here(stored));
+            QVERIFY(!QFile::exists(m_program->Path(u"data/Zelqor.db"_s)));
+            Use_Default_Database();
+        }
+        QVERIFY(App().Conn_OK);
+        QCOMPARE(named(), here(written));
+        // The next start finds it, and what is in it stays.
         Sql_Run(u"insert into Mess_Conf(Mess_ID) values ('mine')"_s);
-        WriteIni(u"DataBase"_s, u"DATABASE_NAME"_s, m_program->Path(u"gone.db"_s));
         Database_Engine::Let_Go();
         Start();
+        QVERIFY(App().Conn_OK && !Database_Is_Gone());
+        QCOMPARE(Database_Path(), m_program->Path(u"data/Zelqor.db"_s));
         QCOMPARE(Sql_Cell(u"select Mess_ID from Mess_Conf"_s), u"mine"_s);
     }
 
@@ -141,6 +185,7 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addRow("no database") << QByteArray("This is a letter to a friend.").repeated(100);
         QTest::addRow("empty file") << QByteArray();
+        QTest::addRow("another program's") << Another_Programs_Database();
         QTest::addRow("head of a database") << QByteArray("SQLite format 3\0", 16);
     }
     void The_Opening_Test_Tells_Why()
@@ -173,16 +218,11 @@ private slots:
         QVERIFY2(QFileInfo(path).size() < before / 2, "the deleted rows still take their place");
         QCOMPARE(Sql_Cell(u"select Mess_ID from Mess_Conf"_s), u"mine"_s);
         QVERIFY(!QFile::exists(m_program->Path(u"data/temp.mdb"_s)));
+        // The name that the copy had once is nobody's to delete.
+        m_program->Write(u"data/Temp.mdb"_s, "a letter");
+        QCOMPARE(Compact_Database(path, u"no"_s), u"Compact Ok"_s);
+        QCOMPARE(m_program->Bytes(u"data/Temp.mdb"_s), QByteArray("a letter"));
         QCOMPARE(Compact_Database(m_program->Path(u"none.db"_s), u"no"_s), u"Compact No..."_s);
-    }
-
-    void A_Compaction_That_Fails_Leaves_The_Database()
-    {
-        Start();
-        m_program->Write(u"data/temp.mdb/blocker"_s, "a folder in the copy's place");
-        Sql_Run(u"insert into Mess_Conf(Mess_ID) values ('mine')"_s);
-        QVERIFY_EXCEPTION_THROWN(Compact_Database(Database_Path(), u"no"_s), Run_Time_Error);
-        QCOMPARE(Sql_Cell(u"select Mess_ID from Mess_Conf"_s), u"mine"_s);
     }
 
     void A_Backup_Is_Due_After_So_Many_Days_data()
@@ -194,7 +234,7 @@ private slots:
         QTest::addRow("six of seven") << u"2026-02-27"_s << u"7"_s << u"0"_s << false;
         QTest::addRow("seven of seven") << u"2026-02-26"_s << u"7"_s << u"0"_s << true;
         QTest::addRow("today, every day") << u"2026-03-05"_s << u"0"_s << u"0"_s << true;
-        QTest::addRow("tomorrow") << u"2026-03-06"_s << u"0"_s << u"0"_s << false;
+        QTest::addRow("tomorrow") << u"2026-03-06"_s << u"9"_s << u"0"_s << true;
         QTest::addRow("a server") << u"2020-01-01"_s << u"7"_s << u"1"_s << false;
         QTest::addRow("slashes") << u"2026/02/26"_s << u"7"_s << u"0"_s << true;
         QTest::addRow("no date") << u"never"_s << u"7"_s << u"0"_s << true;
@@ -234,16 +274,23 @@ private slots:
         QCOMPARE(again[0].Text(), u"later"_s);
     }
 
-    void A_Backup_That_Fails_Moves_The_Date_On()
+    void A_Backup_That_Fails_Is_Tried_Again()
     {
         Start();
         m_program->Write(u"blocked"_s, "a file");
         Config().Backup_Path = m_program->Path(u"blocked"_s);
         Config().Backup_Date = u"2020-01-01"_s;
+        QVERIFY_EXCEPTION_THROWN(Back_Up(), Run_Time_Error);
+        QCOMPARE(Config().Backup_Date, u"2020-01-01"_s);
+        QVERIFY(Backup_Is_Due());
+        // One of the same day stands until there is another.
+        Config().Backup_Path = m_program->Path(u"backup"_s);
         Back_Up();
-        QCOMPARE(Config().Backup_Date, u"2026-03-05"_s);
-        QCOMPARE(GetIni(u"Col"_s, u"Backup_Date"_s), u"2026-03-05"_s);
-        QCOMPARE(m_program->Logged().size(), 1);
+        const QByteArray first = m_program->Bytes(u"backup/zelqor_2026-03-05.db"_s);
+        Database_Engine::Let_Go();
+        m_program->Write(u"data/Zelqor.db"_s, first.left(first.size() / 2));
+        QVERIFY_EXCEPTION_THROWN(Back_Up(), Run_Time_Error);
+        QVERIFY(m_program->Bytes(u"backup/zelqor_2026-03-05.db"_s) == first);
     }
 
     void Cleaning_Takes_Attachments_First()
@@ -254,7 +301,14 @@ private slots:
         Add_Document(u"{lost}"_s, u"002"_s, u"t"_s);
         for (const QString &row : {u"'{kept}',0"_s, u"'{lost}',0"_s, u"'{none}',0"_s, u"'{none}',3"_s})
             Sql_Run(u"insert into tab_file(code_id,file_type) values (%1)"_s.arg(row));
+        Add_Document(u"{blank}"_s, u"001 "_s, u"t"_s);
+        QCOMPARE(Count_For_Cleaning().documents, 2);
+        QCOMPARE(Count_For_Cleaning().attachments, 1);
+        const QString copy = Copy_Before_Cleaning();
         Clean_Database();
+        Recordset kept;
+        kept.Open(u"select count(*) from Code_Info"_s, File_Conn_Str(copy));
+        QCOMPARE(kept[0].Number(), 3);
         QCOMPARE(Sql_Rows(u"select Code_ID from Code_Info"_s), (QList<QStringList>{{u"{kept}"_s}}));
         QCOMPARE(Sql_Rows(u"select code_id,file_type from tab_file order by file_id"_s),
                  QList<QStringList>({{u"{kept}"_s, u"0"_s}, {u"{lost}"_s, u"0"_s}, {u"{none}"_s, u"3"_s}}));

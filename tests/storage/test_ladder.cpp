@@ -23,6 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+constexpr qsizetype Head = 100; ///< bytes of a file in which the engine counts changes
+
 const QStringList Tables{u"Cate_Info"_s, u"Code_Info"_s, u"Class_Info"_s, u"SmallClass_Info"_s, u"TinyClass_Info"_s,
                          u"test"_s,      u"tab_file"_s,  u"tab_tag"_s,    u"tab_VirCate"_s,     u"Mess_Conf"_s,
                          u"User_pass"_s, u"User_List"_s, u"tab_log"_s,    u"tab_tags"_s,        u"tab_Gene"_s};
@@ -259,7 +261,7 @@ private slots:
         QCOMPARE(Sql_Cell(u"select Mess_Name1 from Mess_Conf where Mess_ID='NOTE'"_s), u"a fact"_s);
 
         const bool hadVersion = before.contains("DB_VER");
-        QVERIFY(m_program->Bytes(Copy_Name.arg(hadVersion ? u"255"_s : u"unknown"_s)) == before);
+        QVERIFY(m_program->Bytes(Copy_Name.arg(hadVersion ? u"255"_s : u"unknown"_s)).mid(Head) == before.mid(Head));
         const QStringList raised = Dump();
         QVERIFY(Raise());
         QCOMPARE(Dump(), raised);
@@ -280,7 +282,7 @@ private slots:
             QVERIFY(!died || Need_Update_Db(App().Conn_Str));
             QVERIFY(Raise());
             QCOMPARE(Dump(), expected);
-            QVERIFY2(m_program->Bytes(Copy_Name.arg(u"unknown"_s)) == before,
+            QVERIFY2(m_program->Bytes(Copy_Name.arg(u"unknown"_s)).mid(Head) == before.mid(Head),
                      "the copy was made of a half-raised file");
         }
         QVERIFY2(statement > 60, "the ladder hardly ran");
@@ -425,7 +427,7 @@ private slots:
                                {}}));
         QCOMPARE(packed, 2);
         QVERIFY(!Need_Update_Db(App().Conn_Str));
-        QVERIFY(m_program->Bytes(u"data/bak/zelqor.db"_s) == before);
+        QVERIFY(m_program->Bytes(u"data/bak/zelqor.db"_s).mid(Head) == before.mid(Head));
         QVERIFY(!m_program->Bytes(u"data/bak/zelqor241.db"_s).isEmpty());
         QCOMPARE(m_program->Bytes(u"data/bak/20070506-1.rtf"_s), QByteArray("{\\rtf1 plain \\u233?}"));
         QVERIFY(!QFile::exists(m_program->Path(u"data/bak/zip.dd"_s)));

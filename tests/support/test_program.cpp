@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/files/door.h"
 #include "platform/machine/machine.h"
 #include "storage/database_lifecycle.h"
 
@@ -53,6 +54,7 @@ Test_Program::Test_Program(Start start) : m_folder(Folder_Template())
 {
     Forget_Everything();
     App().App_Path = m_folder.path() + u'/';
+    Files::Guard(App().App_Path);
     Machine::Fix_Clock(Now());
     if (start == Start::Prepared)
         Prepare();

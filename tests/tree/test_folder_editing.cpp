@@ -256,8 +256,8 @@ private slots:
         QTest::addColumn<QStringList>("orders"); // of 001001, 001002, 001003 and 001004
         QTest::addRow("down") << u"001001"_s << false << u"a ==> b"_s << u"yes"_s
                               << QStringList({u"2"_s, u"1"_s, u"2"_s, u"0"_s});
-        QTest::addRow("down is called off")
-            << u"001001"_s << false << u"不需再次保存"_s << u"no"_s << QStringList({u"1"_s, u"2"_s, u"2"_s, u"0"_s});
+        QTest::addRow("down is called off") << u"001001"_s << false << u"不需再次保存。\na ==> b"_s << u"no"_s
+                                            << QStringList({u"1"_s, u"2"_s, u"2"_s, u"0"_s});
         QTest::addRow("down to an equal number takes the highest id's")
             << u"001002"_s << false << u"b ==> c"_s << u"yes"_s << QStringList({u"1"_s, u"4"_s, u"2"_s, u"0"_s});
         QTest::addRow("last") << u"001003"_s << false << u"没有同级后方节点"_s << u"ok"_s
@@ -309,6 +309,7 @@ private slots:
                                   << QStringList({u"Plans"_s, u"Plans \\ plan"_s, u"Plans \\ b_x \\ Plan"_s});
         QTest::addRow("whole") << u"plan"_s << true << QStringList({u"Plans \\ plan"_s, u"Plans \\ b_x \\ Plan"_s});
         QTest::addRow("chinese") << u"收"_s << false << QStringList(u"回收站"_s);
+        QTest::addRow("the root, which has no count") << u"zel"_s << false << QStringList(u"Zelqor"_s);
         QTest::addRow("the count is no part of the name") << u"[0]"_s << false << QStringList();
         QTest::addRow("empty") << u"  "_s << false << QStringList();
     }

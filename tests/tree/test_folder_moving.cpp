@@ -151,7 +151,7 @@ private slots:
         QCOMPARE(report ? report->newFolder : QString(), newId);
         QCOMPARE(Folder_Trouble(), QString());
         if (report && id == u"001")
-            QCOMPARE(report->text, u"更新完成：原文件夹：a ==>  新文件夹：d"_s);
+            QCOMPARE(report->text, u"更新完成：原文件夹a ==>  新文件夹：d"_s);
     }
 
     void Documents_Are_Dropped()
@@ -188,6 +188,9 @@ private slots:
         QVERIFY(Node(u"002002"_s) > 0);
         QCOMPARE(m_tree.Node(m_tree.Node(Node(u"002002"_s)).parent).key, u"C_002"_s);
         QVERIFY(!DelClass_Ex(u""_s, 0, m_tree));
+        QCOMPARE(m_program->Logged(), QStringList());
+        QVERIFY(!DelClass_Ex(u"12"_s, 0, m_tree)); // a row that was made by hand
+        QVERIFY(!Folder_Trouble().isEmpty());
     }
 
     void The_Bin_Is_Emptied()

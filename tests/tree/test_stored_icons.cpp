@@ -57,6 +57,25 @@ private slots:
         QCOMPARE(program.Logged().size(), written ? 0 : 1);
     }
 
+    /// A start writes the icons that are used, and of the others so many that it is not held up.
+    void Icons_Without_End_Do_Not_Hold_Up_A_Start()
+    {
+        const Test_Program program;
+        constexpr int Many = 5000;
+        for (int i = 0; i < Many; ++i)
+            Sql_Run(u"insert into tab_file(file_name,file_type,file_cont) values ('%1.png',3,'x')"_s.arg(i));
+        Sql_Run(u"insert into tab_file(file_name,file_type,file_cont) values ('Used.png',3,'x')"_s);
+        Sql_Run(u"insert into tab_file(file_name,file_type,file_cont) values ('root.png',3,'x')"_s);
+        Add_Folder(u"001"_s, u"Folder"_s);
+        Sql_Run(u"update Cate_Info set Icon_Name='USED.PNG' where Cate_ID='001'"_s);
+        Sql_Run(u"insert into Mess_Conf(Mess_ID,Mess_Name1) values ('COM_ICON','ROOT.PNG')"_s);
+        Write_Stored_Icons();
+        const QStringList names = Icon_Names();
+        QVERIFY(names.contains(u"Used.png"_s) && names.contains(u"root.png"_s) && names.contains(u"0.png"_s));
+        QVERIFY2(names.size() <= Many / 2, qPrintable(QString::number(names.size())));
+        QCOMPARE(program.Logged(), QStringList());
+    }
+
     void Added_Icons_Have_Names_That_Fit()
     {
         const Test_Program program;

@@ -4,8 +4,8 @@
 #include "core/settings_table.h"
 #include "support/controls.h"
 #include "support/test_program.h"
-#include "ui/color_button.h"
-#include "ui/frm_config.h"
+#include "ui/kit/color_button.h"
+#include "ui/program/frm_config.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -33,6 +33,7 @@ private slots:
     void Changes_Are_Written_And_In_Force();
     void A_Language_Waits_For_The_Next_Start();
     void A_File_That_Cannot_Be_Written_Is_Told();
+    void A_Folder_That_Takes_No_Files_Is_Refused();
 
 private:
     std::unique_ptr<Test_Program> m_program;
@@ -83,7 +84,7 @@ void Test_Config_Form::Changes_Are_Written_And_In_Force()
     Get<QCheckBox>(form, "Chk_Low").setChecked(false);
     Get<QCheckBox>(form, "Chk_Grid").setChecked(true);
     Get<Color_Button>(form, "Cmd_Color_Tree").Set_Number(u"255"_s);
-    Get<QLineEdit>(form, "Txt_Backup").setText(u" D:\\存档 "_s);
+    Get<QLineEdit>(form, "Txt_Backup").setText(u' ' + m_program->Path(u"存档"_s) + u' ');
     Get<QPushButton>(form, "Cmd_Apply").click();
 
     QCOMPARE(changed.size(), 1);
@@ -94,7 +95,7 @@ void Test_Config_Form::Changes_Are_Written_And_In_Force()
         {u"Col"_s, u"ShowLow"_s, u"FALSE"_s, Config().ShowLow},
         {u"Col"_s, u"CH_Lsv_Grid"_s, u"1"_s, Config().CH_Lsv_Grid},
         {u"Col"_s, u"Col_Frm"_s, u"255"_s, Config().Col_Frm},
-        {u"Col"_s, u"Backup_Path"_s, u"D:\\存档"_s, Config().Backup_Path.chopped(1)},
+        {u"Col"_s, u"Backup_Path"_s, m_program->Path(u"存档"_s), Config().Backup_Path.chopped(1)},
     };
     for (const auto &[section, key, file, record] : wanted) {
         QCOMPARE(key + u'=' + GetIni(section, key), key + u'=' + file);
@@ -132,6 +133,24 @@ void Test_Config_Form::A_File_That_Cannot_Be_Written_Is_Told()
     QCOMPARE(m_program->prompts.Problems(), QStringList());
     QCOMPARE(changed.size(), 0);
     QCOMPARE(form.result(), static_cast<int>(QDialog::Rejected));
+}
+
+void Test_Config_Form::A_Folder_That_Takes_No_Files_Is_Refused()
+{
+    const QByteArray before = m_program->Bytes(u"Config.ini"_s);
+    for (const char *field : {"Txt_Backup", "Txt_Pic"}) {
+        for (const QString &folder :
+             {u"D:\\x"_s, u"x"_s, u"/dev/null"_s, u"/dev/null/x"_s, m_program->Path(u"Config.ini"_s)}) {
+            Frm_Config form;
+            m_program->prompts.Expect(Pack_Text("Error_Texts", "_Path_Access"), u"ok"_s);
+            Get<QRadioButton>(form, "Opt_Skin_3").setChecked(true);
+            Get<QLineEdit>(form, field).setText(folder);
+            Get<QPushButton>(form, "Cmd_OK").click();
+            QCOMPARE(m_program->prompts.Problems(), QStringList());
+            QCOMPARE(m_program->Bytes(u"Config.ini"_s), before);
+        }
+    }
+    QVERIFY(!QFileInfo::exists(u"D:"_s) && !QFileInfo::exists(u"x"_s));
 }
 
 QTEST_MAIN(Test_Config_Form)

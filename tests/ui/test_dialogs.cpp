@@ -12,11 +12,13 @@
 #include "storage/database_choice.h"
 #include "storage/database_lifecycle.h"
 #include "support/controls.h"
-#include "ui/frm_about.h"
-#include "ui/frm_database.h"
-#include "ui/frm_db_log.h"
-#include "ui/frm_login.h"
-#include "ui/frm_update_235.h"
+#include "ui/program/frm_about.h"
+#include "ui/program/frm_database.h"
+#include "ui/program/frm_db_log.h"
+#include "ui/program/frm_login.h"
+#include "ui/program/frm_update_235.h"
+#include "ui/program/frm_user_change_pwd.h"
+#include "ui/program/frm_users.h"
 #include "users/scrambling.h"
 
 #include <QAbstractButton>
@@ -342,8 +344,11 @@ void Test_Dialogs::Every_Control_Is_Named()
     Frm_Database database;
     Frm_DbLog log;
     Frm_Update_235 upgrade;
+    Frm_Users users;
+    Frm_User_Change_PWD password;
     Frm_About about(Frm_About::Role::About);
-    for (QWidget *form : std::initializer_list<QWidget *>{&login, &database, &log, &about, &upgrade}) {
+    for (QWidget *form :
+         std::initializer_list<QWidget *>{&login, &database, &log, &about, &upgrade, &users, &password}) {
         for (const QWidget *control : form->findChildren<QWidget *>()) {
             const QString name = control->objectName();
             if (name.isEmpty() || name.startsWith(QLatin1String("qt_")) || control->focusPolicy() == Qt::NoFocus)

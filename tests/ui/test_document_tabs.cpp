@@ -8,11 +8,12 @@
 #include "support/no_shell.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
-#include "ui/document_tabs.h"
-#include "ui/frm_doc_standard.h"
-#include "ui/star_field.h"
+#include "ui/document/document_tabs.h"
+#include "ui/document/frm_doc_standard.h"
+#include "ui/kit/star_field.h"
 #include "views/line_colors.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -20,6 +21,7 @@
 #include <QImage>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
 #include <QTextEdit>
@@ -314,6 +316,119 @@ private slots:
         QCOMPARE(Sql_Cell(u"select Code_Content from Code_Info"_s), u"1+ late"_s);
     }
 
+    void Two_Programs_On_One_Document_data()
+    {
+        QTest::addColumn<QStringList>("answers");
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<bool>("saved");
+        QTest::addRow("replace") << QStringList{u"1"_s} << QStringList{u"text mine"_s} << true;
+        QTest::addRow("keep both") << QStringList{u"2"_s} << QStringList({u"text mine"_s, u"theirs"_s}) << true;
+        QTest::addRow("look, then cancel") << QStringList({u"0"_s, u"cancel"_s}) << QStringList{u"theirs"_s} << false;
+    }
+    void Two_Programs_On_One_Document()
+    {
+        QFETCH(QStringList, answers);
+        QFETCH(QStringList, texts);
+        QFETCH(bool, saved);
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        Type(u" mine"_s);
+        Sql_Run(u"update Code_Info set Code_Content='theirs',Code_Content_IO=null"_s);
+        m_tabs->Current_Document()->Save_Quietly(); // asks nothing
+        QCOMPARE(Drafts().size(), 1);
+        for (const QString &answer : answers)
+            m_program->prompts.Expect(u"已被其他程序修改"_s, answer);
+        QString seen;
+        QTimer look;
+        connect(&look, &QTimer::timeout, &look, [&] {
+            if (QWidget *box = QApplication::activeModalWidget()) {
+                seen = box->findChild<QTextEdit *>()->toPlainText();
+                box->close();
+            }
+        });
+        look.start(20);
+        QCOMPARE(m_tabs->Save_Current(), saved);
+        QCOMPARE(seen, answers.contains(u"0"_s) ? u"theirs"_s : QString());
+        QStringList stored;
+        for (const QStringList &row : Sql_Rows(u"select Code_Content from Code_Info order by Code_Content"_s))
+            stored << row.value(0);
+        QCOMPARE(stored, texts);
+        QCOMPARE(m_tabs->Current_Document()->Is_Changed(), !saved);
+        if (saved)
+            return;
+        // At the exit it is told once, and the draft outlives the window.
+        m_program->prompts.Expect(u"已保留为草稿"_s, u"ok"_s);
+        QVERIFY(m_tabs->Save_All());
+        m_tabs.reset();
+        QCOMPARE(Drafts().size(), 1);
+        Start();
+    }
+
+    void What_Is_Changed_Back_Is_Not_Unsaved()
+    {
+        m_tabs->Open(Stored(u"Rivers"_s, u"text"_s));
+        QSignalSpy editing(m_tabs.get(), &Document_Tabs::Editing);
+        QTextEdit &content = Control<QTextEdit>("Txt_Content");
+        QTest::keyClick(&content, Qt::Key_Backtab); // there is no indent to take back
+        QVERIFY(!m_tabs->Current_Document()->Is_Changed());
+        Type(u" more"_s);
+        QVERIFY(m_tabs->Current_Document()->Is_Changed());
+        m_tabs->Current_Document()->Set_Edit_Mode(false); // what is unsaved can be saved while it is only read
+        QVERIFY(editing.last().first().toBool());
+        content.document()->undo();
+        QVERIFY(!m_tabs->Current_Document()->Is_Changed() && !m_tabs->tabText(1).endsWith(u'*'));
+        QVERIFY(!editing.last().first().toBool());
+        QTest::keyClicks(&Control<QLineEdit>("Txt_Title"), u"x"_s);
+        QVERIFY(m_tabs->Current_Document()->Is_Changed());
+        QTest::keyClick(&Control<QLineEdit>("Txt_Title"), Qt::Key_Backspace);
+        QVERIFY(m_tabs->Current_Document()->Is_Changed() == (Control<QLineEdit>("Txt_Title").text() != u"Rivers"));
+    }
+
+    void Facts_Of_Every_Type_Are_Saved_data()
+    {
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<QString>("type");
+        QTest::addRow("settings file") << u"ini"_s << u"INI"_s;
+        QTest::addRow("portable document") << u"pdf"_s << u"PDF"_s;
+        QTest::addRow("page") << u"mp3"_s << u"HTM"_s;
+    }
+    void Facts_Of_Every_Type_Are_Saved()
+    {
+        QFETCH(QString, extension);
+        QFETCH(QString, type);
+        m_program->Write(u"a."_s + extension, "content");
+        m_tabs->Open(AddCodeContent_File_Ex(m_program->Path(u"a."_s + extension), u"001"_s, u"0"_s, u"Facts"_s,
+                                            extension, false));
+        const QString content = u"select Code_Content,Code_Content_IO,Code_File,Code_Type from Code_Info"_s;
+        const QList<QStringList> before = Sql_Rows(content);
+        auto &keys = Control<QLineEdit>("Txt_Keys");
+        QCOMPARE(keys.maxLength(), 255);
+        QTest::keyClicks(&keys, u"key"_s);
+        m_program->prompts.Expect(u"内容已更改"_s, u"yes"_s);
+        QVERIFY(m_tabs->Close(1));
+        QCOMPARE(Sql_Rows(content), before);
+        QCOMPARE(before.value(0).value(3), type);
+        QCOMPARE(Sql_Cell(u"select Code_Keys from Code_Info"_s), u"key"_s);
+    }
+
+    void A_New_Document_Follows_The_Settings_data()
+    {
+        QTest::addColumn<QString>("editor");
+        QTest::addColumn<bool>("written");
+        QTest::addRow("rich text") << u"0"_s << true;
+        QTest::addRow("page") << u"1"_s << true;
+        QTest::addRow("left as it is") << u"2"_s << false;
+    }
+    void A_New_Document_Follows_The_Settings()
+    {
+        QFETCH(QString, editor);
+        QFETCH(bool, written);
+        Config().Op_Editor = editor;
+        m_tabs->Open_New(u"ADDCODE"_s, {});
+        QVERIFY(Control<QComboBox>("Comb_Cate").currentIndex() == 0);
+        QCOMPARE(Control<QLineEdit>("Txt_Create").text(), u"2026-03-05"_s);
+        QCOMPARE(m_tabs->Current_Document()->Form().type, written ? u"RTF"_s : QString());
+    }
+
     void Two_Drafts_Of_A_Document_Become_Two_Documents()
     {
         const QString id = Stored(u"One"_s, u"1"_s);
@@ -529,6 +644,30 @@ private slots:
         QVERIFY(!m_tabs->Current_Document()->Is_Editing() && Control<QToolButton>("Cmd_Outside").isVisible());
         QVERIFY(m_tabs->Close(1));
         QTRY_VERIFY(!QFile::exists(opened));
+    }
+
+    /// The type is what a database says; a file of one that may be run is not given away unasked.
+    void A_Type_That_May_Be_Run_Is_Asked_About()
+    {
+        m_program->Write(u"a.ini"_s, "x");
+        const QString id =
+            AddCodeContent_File_Ex(m_program->Path(u"a.ini"_s), u"001"_s, u"0"_s, u"Facts"_s, u"ini"_s, false);
+        QString opened;
+        Links::Set_Opener([&](const QUrl &address) {
+            opened += QFileInfo(address.toLocalFile()).suffix() + u' ';
+            return true;
+        });
+        for (const char *type : {"INI", "docx", "DESKTOP", "EXE", "jar", "sh", "BAT", "PHP", "XLS", "PDF"}) {
+            Sql_Run(u"update Code_Info set Code_Type='%1'"_s.arg(QLatin1String(type)));
+            m_tabs->Open(id);
+            if (QStringList{u"DESKTOP"_s, u"EXE"_s, u"jar"_s, u"sh"_s, u"BAT"_s, u"PHP"_s}.contains(
+                    QLatin1String(type)))
+                m_program->prompts.Expect(u"文件“Facts.%1”的类型是"_s.arg(QString::fromLatin1(type).toLower()),
+                                          *type == 'P' ? u"yes"_s : u"no"_s);
+            m_tabs->Action(u"Mnu_Open_Outside"_s)->trigger();
+            QVERIFY(m_tabs->Close(1));
+        }
+        QCOMPARE(opened, u"ini docx php xls pdf "_s);
     }
 
     void What_Another_Program_Saves_Comes_Back()

@@ -7,13 +7,13 @@
 #include "editor/text_editor.h"
 #include "support/controls.h"
 #include "support/test_program.h"
-#include "ui/editor_bar.h"
-#include "ui/find_bar.h"
-#include "ui/frm_goto.h"
-#include "ui/frm_insert_table.h"
-#include "ui/frm_picture_size.h"
-#include "ui/frm_print.h"
-#include "ui/frm_spec_char.h"
+#include "ui/writing/editor_bar.h"
+#include "ui/writing/find_bar.h"
+#include "ui/writing/frm_goto.h"
+#include "ui/writing/frm_insert_table.h"
+#include "ui/writing/frm_picture_size.h"
+#include "ui/writing/frm_print.h"
+#include "ui/writing/frm_spec_char.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

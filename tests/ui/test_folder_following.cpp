@@ -3,11 +3,11 @@
 #include "core/settings.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
-#include "ui/document_tabs.h"
-#include "ui/frm_doc_standard.h"
-#include "ui/frm_main.h"
-#include "ui/tree_commands.h"
-#include "ui/tree_pane.h"
+#include "ui/document/document_tabs.h"
+#include "ui/document/frm_doc_standard.h"
+#include "ui/folders/tree_commands.h"
+#include "ui/folders/tree_pane.h"
+#include "ui/window/frm_main.h"
 
 #include <QAction>
 #include <QComboBox>

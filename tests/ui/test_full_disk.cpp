@@ -4,8 +4,8 @@
 #include "support/no_shell.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
-#include "ui/document_tabs.h"
-#include "ui/frm_doc_standard.h"
+#include "ui/document/document_tabs.h"
+#include "ui/document/frm_doc_standard.h"
 
 #include <QApplication>
 #include <QDir>
@@ -112,7 +112,7 @@ private slots:
             program.prompts.Expect(Pack_Text("Mod_DataBase", "_SaveError"), u"ok"_s);
             if (!tabs.Save_Current()) {
                 ++failures;
-                QCOMPARE(program.prompts.Problems(), QStringList());
+                QCOMPARE(program.prompts.Problems().join(u';'), QString());
                 QVERIFY(tabs.Current_Document()->Is_Changed());
                 QVERIFY(tabs.tabText(1).endsWith(u'*'));
                 QCOMPARE(content.toPlainText(), text);

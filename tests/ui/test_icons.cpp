@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/runtime_files.h"
 #include "support/test_program.h"
-#include "ui/icons.h"
+#include "ui/kit/icons.h"
 
 #include <QGuiApplication>
 #include <QPalette>

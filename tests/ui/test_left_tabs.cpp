@@ -5,16 +5,19 @@
 #include "support/controls.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
-#include "ui/by_date_pane.h"
-#include "ui/document_list_view.h"
-#include "ui/frm_main.h"
-#include "ui/left_tabs.h"
-#include "ui/search_pane.h"
-#include "ui/tree_pane.h"
+#include "ui/folders/tree_pane.h"
+#include "ui/lists/by_date_pane.h"
+#include "ui/lists/document_list_view.h"
+#include "ui/lists/search_pane.h"
+#include "ui/window/frm_main.h"
+#include "ui/window/left_tabs.h"
 #include "users/scrambling.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
@@ -94,6 +97,42 @@ private slots:
         QCOMPARE(Listed(), QStringList());
     }
 
+    /// Rows come while a search runs, and what is chosen stays; the end has the numbers.
+    void Results_Grow()
+    {
+        Show_Tab("Left_Find");
+        Search(u"ap"_s);
+        auto &pane = *m_window->findChild<Search_Pane *>();
+        auto &list = Get<Document_List_View>(*m_window, "Lsv_Code_Info");
+        const auto result = std::make_shared<Search_Result>();
+        const auto row = [](int number) {
+            List_Row made;
+            made.tag = u"{%1}"_s.arg(number);
+            made.texts = QStringList(QString::number(number));
+            return made;
+        };
+        for (int rows = 2; rows <= 4; ++rows) {
+            while (static_cast<int>(result->found.rows.size()) < rows)
+                result->found.rows.push_back(row(static_cast<int>(result->found.rows.size())));
+            if (rows == 4)
+                result->found.info.unlisted = 3;
+            emit pane.Search_Goes_On(result);
+            QCOMPARE(list.model()->rowCount(), rows);
+            if (rows == 2)
+                list.selectAll();
+            QCOMPARE(list.Selected_Ids(), QStringList({u"{0}"_s, u"{1}"_s}));
+            QCOMPARE(Get<QWidget>(*m_window, "Pic_More").isVisibleTo(m_window.get()), rows == 4);
+        }
+        result->found.rows.insert(result->found.rows.begin(), row(9));
+        list.setCurrentIndex(list.model()->index(1, 0));
+        emit pane.Search_Goes_On(result);
+        QCOMPARE(list.currentIndex().row(), 2);
+        QSignalSpy ended(&pane, &Search_Pane::Search_Ended);
+        Get<QPushButton>(*m_window, "Cmd_More").click();
+        QVERIFY(ended.wait());
+        QCOMPARE(Listed(), QStringList({u"apple"_s, u"apricot"_s}));
+    }
+
     void A_Password_Is_Asked_When_Its_Folder_Is_Chosen()
     {
         auto &tree = *m_window->findChild<Tree_Pane *>();
@@ -120,6 +159,76 @@ private slots:
         m_window->Document_Changed(u"{1}"_s);
         QCOMPARE(Listed(), QStringList(u"hidden"_s));
         QCOMPARE(tree.Accepted_Password(u"001"_s) + tree.Accepted_Password(u"002"_s), u"secret"_s);
+    }
+
+    /// Why a list is empty is told in words of its own.
+    void Empty_Lists_Differ()
+    {
+        auto &tree = *m_window->findChild<Tree_Pane *>();
+        QSet<QString> texts;
+        const auto note = [&] {
+            QCOMPARE(Listed(), QStringList());
+            texts << Get<Document_List_View>(*m_window, "Lsv_Code_Info").Empty_Text();
+        };
+        for (const QString &last : {u""_s, u"999"_s, u"002"_s}) { // nothing, a folder that is gone, a locked one
+            Config().Tree_LastKey = last;
+            m_window->Select_Last_Folder();
+            QCOMPARE(tree.Has_Selection(), last == u"002");
+            note();
+        }
+        QVERIFY(tree.Select_Folder(u"000"_s));
+        note();
+        Config().Cob_OrderBy = u"99"_s;
+        QVERIFY(tree.Select_Folder(u"001"_s));
+        note();
+        QCOMPARE(texts.size(), 4);
+        QVERIFY(!texts.contains(QString()));
+    }
+
+    /// Whatever tab is on screen, the list has no row of a document that went, and a folder that went gives way.
+    void The_List_Follows_Folders_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("tab");
+        QTest::addColumn<QStringList>("listed");
+        for (const QString &tab : {u"Left_Tree"_s, u"Left_ByDate"_s, u"Left_Find"_s}) {
+            const bool tree = tab == u"Left_Tree";
+            QTest::addRow("delete, %s", qPrintable(tab))
+                << u"Mnu_Node_Del"_s << tab << (tree ? QStringList(u"outer"_s) : QStringList({u"outer"_s, u"inner"_s}));
+            QTest::addRow("empty the bin, %s", qPrintable(tab))
+                << u"Mnu_Node_Clean"_s << tab << QStringList(u"outer"_s);
+        }
+    }
+    void The_List_Follows_Folders()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, tab);
+        QFETCH(QStringList, listed);
+        const bool clean = command == u"Mnu_Node_Clean";
+        const QString outer = clean ? u"000"_s : u"001"_s;
+        Sql_Run(u"delete from Code_Info"_s);
+        Add_Folder(outer + u"001"_s, u"inner"_s);
+        Add_Document(u"{4}"_s, clean ? u"001"_s : outer, u"outer"_s, u"Code_Date=#2026-03-05#"_s);
+        Add_Document(u"{5}"_s, outer + u"001"_s, u"inner"_s, u"Code_Date=#2026-03-05#"_s);
+        Config().Cob_OrderBy = u"4"_s;
+        Config().ShowLow = u"TRUE"_s;
+        m_window->Reload_All();
+        auto &tree = *m_window->findChild<Tree_Pane *>();
+        QVERIFY(tree.Select_Folder(outer + u"001"_s));
+        Show_Tab(qPrintable(tab));
+        auto &dates = *m_window->findChild<By_Date_Pane *>();
+        if (tab == u"Left_ByDate") // the only year
+            dates.setCurrentIndex(dates.model()->index(0, 0, dates.model()->index(0, 0)));
+        else if (tab == u"Left_Find")
+            Search(u"er"_s);
+        const QStringList before = Listed();
+        QVERIFY(before.contains(u"inner"_s));
+        m_program->prompts.Expect({}, u"yes"_s);
+        Get<QAction>(*m_window, qPrintable(command)).trigger();
+        if (clean && tab == u"Left_Tree")
+            listed.clear(); // the bin
+        QCOMPARE(Listed(), listed);
+        QVERIFY(Listed() != before || !clean);
     }
 
     void Dates_Follow_Documents()

@@ -5,12 +5,12 @@
 #include "core/settings.h"
 #include "support/no_shell.h"
 #include "support/test_program.h"
-#include "ui/document_list_view.h"
-#include "ui/frm_list_view.h"
-#include "ui/frm_list_view_color.h"
-#include "ui/frm_list_view_para.h"
-#include "ui/located_key.h"
-#include "ui/search_pane.h"
+#include "ui/kit/located_key.h"
+#include "ui/lists/document_list_view.h"
+#include "ui/lists/frm_list_view.h"
+#include "ui/lists/frm_list_view_color.h"
+#include "ui/lists/frm_list_view_para.h"
+#include "ui/lists/search_pane.h"
 #include "views/line_colors.h"
 
 #include <QAction>
@@ -45,7 +45,10 @@ struct Listening_Shell : No_Shell {
 
     [[nodiscard]] QString Selected_Folder() const override { return u"001"_s; }
     void Open_Document(const QString &code_id) override { asked << u"open "_s + code_id; }
-    void Delete_Documents(const QStringList &ids) override { asked << u"delete "_s + ids.join(u' '); }
+    void Delete_Documents(const QStringList &ids, Asked_In /*place*/) override
+    {
+        asked << u"delete "_s + ids.join(u' ');
+    }
     void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override
     {
         asked << u"open %1 at %2 of %3"_s.arg(code_id).arg(place).arg(key);
@@ -215,7 +218,7 @@ private slots:
             list.Replace(result->found.rows);
             return result->found.info;
         });
-        m_form->Set_Search_Key(result->key);
+        m_form->Set_Search(result->key, result->fields);
         QCOMPARE(List().model()->rowCount(), 5);
         emit List().doubleClicked(List().model()->index(2, 0));
         emit List().doubleClicked(List().model()->index(0, 0));
@@ -365,8 +368,12 @@ private slots:
 
     void A_Missing_Picture_Is_Told()
     {
-        m_program->prompts.Expect(u"none.png 不存在"_s, u"ok"_s);
-        m_form->setListPic(u" none.png "_s);
+        Config().Pic_List = u" none.png "_s;
+        m_form->setListPic(Config().Pic_List);
+        QVERIFY(m_shell->status.startsWith(u"none.png 不存在"_s));
+        QTimer::singleShot(0, [] { QApplication::activePopupWidget()->close(); });
+        emit List().customContextMenuRequested({});
+        QVERIFY(m_form->findChild<QAction *>(u"Mnu_List_No_Picture"_s)->isVisible());
         QVERIFY(!m_form->findChild<QWidget *>(u"Img_List"_s)->isVisible());
         QPixmap picture(20, 10);
         picture.fill(Qt::red);

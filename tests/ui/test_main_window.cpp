@@ -5,8 +5,8 @@
 #include "support/controls.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
-#include "ui/frm_main.h"
-#include "ui/tree_pane.h"
+#include "ui/folders/tree_pane.h"
+#include "ui/window/frm_main.h"
 
 #include <QAction>
 #include <QMenu>
@@ -14,6 +14,8 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
 #include <QUrl>
 #include <optional>
 
@@ -55,6 +57,32 @@ private slots:
         m_window.reset();
         QCOMPARE(m_program->prompts.Problems(), QStringList());
         m_program.reset();
+    }
+
+    /// The bar's key and the menu's entry delete what is chosen in the list, or the document on screen.
+    void What_Is_Chosen_Is_Deleted()
+    {
+        for (const QString &id : {u"{1}"_s, u"{2}"_s, u"{3}"_s})
+            Add_Document(id, u"001"_s, u"title of "_s + id);
+        m_window->Reload_All();
+        auto &list = Get<QTreeView>(*m_window, "Lsv_Code_Info");
+        auto &form = *m_window->centralWidget();
+        const auto left = [] {
+            return Sql_Cell(u"select count(*) from Code_Info where Cate_ID='001'"_s);
+        };
+        Get<QAction>(*m_window, "DelCode").trigger();
+        QVERIFY(m_window->statusBar()->currentMessage().contains(u"选择"_s));
+        list.setCurrentIndex(list.model()->index(0, 0));
+        m_program->prompts.Expect(u"放入回收站"_s, u"yes"_s);
+        Get<QAction>(*m_window, "DelCode").trigger();
+        QCOMPARE(left(), u"2"_s);
+        list.selectAll();
+        m_program->prompts.Expect(u"这 2 项"_s, u"no"_s);
+        Get<QAction>(*m_window, "Mnu_Delete").trigger();
+        m_window->Open_Document(u"{1}"_s);
+        m_program->prompts.Expect(u"title of {1}"_s, u"yes"_s);
+        Get<QToolButton>(form, "Cmd_Del").click();
+        QCOMPARE(left(), u"1"_s);
     }
 
     void Buttons_Do_What_Their_Entries_Do_data()

@@ -5,8 +5,8 @@
 #include "support/test_program.h"
 #include "tree/folder_ids.h"
 #include "tree/tree_loading.h"
-#include "ui/tree_commands.h"
-#include "ui/tree_pane.h"
+#include "ui/folders/tree_commands.h"
+#include "ui/folders/tree_pane.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -46,7 +46,6 @@ struct Notes : No_Shell {
         return 1;
     }
     void Focus_List() override { done << u"list"_s; }
-    void Clear_List() override { done << u"clear"_s; }
     void Documents_Moved(const QStringList &ids, const QString &folder) override
     {
         done << u"%1 to %2"_s.arg(ids.join(u' '), folder);
@@ -207,6 +206,28 @@ private slots:
         Run("Mnu_Node_Rename");
         type(u"away"_s, Qt::Key_Escape);
         QCOMPARE(Caption(u"001"_s), u"it is[1]"_s);
+        // The root has no count: all that is typed is its name.
+        Select(u""_s);
+        for (const QString &name : {u"All [mine]"_s, u"All [of it]"_s}) {
+            Run("Mnu_Node_Rename");
+            type(name, Qt::Key_Return);
+            QCOMPARE(m_pane->Tree().Node(0).caption, name);
+        }
+    }
+
+    /// However deep a folder lies, choosing it brings its name into view.
+    void Deep_Names_Are_Seen()
+    {
+        QString id = u"003"_s;
+        for (int level = 1; level <= 80; ++level, id += u"001"_s)
+            Add_Folder(id, u"level %1"_s.arg(level));
+        m_pane->Update_Tree();
+        for (const int level : {80, 7, 1}) {
+            Select(id.left(3 * level));
+            const QRect name = m_pane->visualRect(m_pane->currentIndex());
+            const int end = name.left() + m_pane->sizeHintForIndex(m_pane->currentIndex()).width();
+            QVERIFY2(name.left() >= 0 && end <= m_pane->viewport()->width(), qPrintable(QString::number(level)));
+        }
     }
 
     void The_Bin_Refuses_data()
@@ -245,7 +266,7 @@ private slots:
         Run("Mnu_Node_Del");
         QCOMPARE(Caption(u"000001001"_s), u"Plans[1]"_s);
         QCOMPARE(Caption(u"000"_s), u"回收站[1]"_s);
-        QCOMPARE(m_shell->done, QStringList({u"001 is 000001"_s, u"clear"_s}));
+        QCOMPARE(m_shell->done, QStringList(u"001 is 000001"_s));
         Select(u"000001"_s);
         m_program->prompts.Expect(u"不能恢复"_s, u"yes"_s);
         Run("Mnu_Node_Del");
@@ -270,22 +291,24 @@ private slots:
         const QString rows = u"application/x-zelqor-documents"_s;
         const QString files = u"text/uri-list"_s;
         QTest::addRow("folder") << text << QByteArray("C_001") << u"C_002"_s << u"Work ==>  新文件夹：Home"_s
-                                << u"001 is 002001"_s << u"更新完成：原文件夹：Work ==>  新文件夹：Home"_s;
+                                << u"001 is 002001"_s << u"更新完成：原文件夹Work ==>  新文件夹：Home"_s;
         QTest::addRow("folder below itself") << text << QByteArray("C_001") << u"C_001001"_s << u""_s << u""_s << u""_s;
         QTest::addRow("root") << text << QByteArray("qvmxcode_") << u"C_001"_s << u""_s << u""_s << u""_s;
         QTest::addRow("bin") << text << QByteArray("C_000") << u"C_001"_s << u"回收站不能移动"_s << u""_s << u""_s;
         QTest::addRow("on empty space") << text << QByteArray("C_001") << u""_s << u""_s << u""_s
                                         << u"请指定对应的节点。"_s;
         QTest::addRow("documents") << rows << QByteArray("{1}\n{2}\n") << u"C_002"_s << u"one ==>  新文件夹：Home"_s
-                                   << u"{1} {2} to 002"_s << u"更新完成：标题：one ==>  新文件夹：Home"_s;
+                                   << u"{1} {2} to 002"_s << u"更新完成：标题one ==>  新文件夹：Home"_s;
         QTest::addRow("documents as text") << text << QByteArray("LIST{1}/") << u"C_002"_s << u"one ==> "_s
-                                           << u"{1} to 002"_s << u"更新完成：标题：one ==>  新文件夹：Home"_s;
+                                           << u"{1} to 002"_s << u"更新完成：标题one ==>  新文件夹：Home"_s;
         QTest::addRow("files") << files << QByteArray("file:///a.txt\r\nfile:///b.txt\r\n") << u"C_002"_s << u""_s
                                << u"import /a.txt /b.txt to 002"_s << u"Home文件已成功导入"_s;
         QTest::addRow("files that fail") << files << QByteArray("file:///fails.txt\r\n") << u"C_002"_s << u""_s
                                          << u"import /fails.txt to 002"_s << u""_s;
         QTest::addRow("files on the root")
             << files << QByteArray("file:///a.txt\r\n") << Root_Key << u"请勿拖放到根结点: Zelqor"_s << u""_s << u""_s;
+        QTest::addRow("documents on the root")
+            << rows << QByteArray("{1}\n") << Root_Key << u"请勿拖放到根结点: Zelqor"_s << u""_s << u""_s;
         QTest::addRow("some words") << text << QByteArray("Chapter") << u"C_002"_s << u""_s << u""_s << u""_s;
     }
     void Drops()
@@ -304,7 +327,7 @@ private slots:
         Drop_On(target, mime);
         QTEST(m_shell->done.join(u';'), "done");
         QTEST(m_shell->said.join(u';'), "said");
-        if (format != u"text/plain" && format != u"text/uri-list") {
+        if (format != u"text/plain" && format != u"text/uri-list" && target != Root_Key) {
             QCOMPARE(Caption(u"001001"_s), u"Plans[0]"_s);
             QCOMPARE(Caption(u"002"_s), u"Home[2]"_s);
         }

@@ -5,7 +5,7 @@
 #include "storage/old_databases.h"
 #include "support/controls.h"
 #include "support/test_program.h"
-#include "ui/frm_update_235.h"
+#include "ui/program/frm_update_235.h"
 
 #include <QLabel>
 #include <QPushButton>

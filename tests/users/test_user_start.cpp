@@ -2,6 +2,7 @@
 #include "core/config_store.h"
 #include "core/process_state.h"
 #include "support/test_program.h"
+#include "users/login.h"
 #include "users/user_start.h"
 
 #include <QTest>
@@ -73,6 +74,13 @@ private slots:
                 names << row[0];
             QCOMPARE(names, usersAfter);
         }
+    }
+
+    void A_Name_Is_Never_More_Than_A_Name()
+    {
+        const QString name = u"x' union select user_name,'','','','' from user_pass where ''='"_s;
+        QVERIFY_EXCEPTION_THROWN(Try_Login(name, {}), Run_Time_Error);
+        QVERIFY(GetIni(u"Col"_s, u"Login_Uname"_s).isEmpty());
     }
 
     void The_Default_User_Is_Made_Once()

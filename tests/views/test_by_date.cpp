@@ -5,6 +5,8 @@
 #include "tree/tree_loading.h"
 #include "users/scrambling.h"
 #include "views/by_date.h"
+#include "views/day_marks.h"
+#include "views/list_engine.h"
 
 #include <QTest>
 #include <optional>
@@ -88,6 +90,22 @@ private slots:
         QCOMPARE(Date_Text_Of(u"M_2005-03"_s), u"2005-03"_s);
         QCOMPARE(Date_Text_Of(u"D_2005-03-20"_s), u"2005-03-20"_s);
         QCOMPARE(Date_Path(u"D_2005-03-20"_s), QStringList({u"Y_2005"_s, u"M_2005-03"_s, u"D_2005-03-20"_s}));
+    }
+
+    void Days_Carry_Marks()
+    {
+        const QString fields = u"Code_Date='%1',Code_Update='%2',Code_ReadDate='%3',Code_ReadDateNext='%4'"_s;
+        const QString old = u"2020-01-01"_s;
+        Add_Document(u"{0}"_s, u"001"_s, u"t"_s, fields.arg(u"2026-03-05"_s, u"2026-03-31 23:59:59"_s, old, old));
+        Add_Document(u"{1}"_s, u"001"_s, u"t"_s, fields.arg(old, old, u"2026-03-05 08:00:00"_s, u"2026-04-01"_s));
+        Add_Document(u"{2}"_s, u"001"_s, u"t"_s, fields.arg(old, old, old, u"2026-03-05 09:00:00"_s));
+        Add_Document(u"{3}"_s, u"000"_s, u"t"_s, fields.arg(u"2026-03-09"_s, old, old, u"2026-03-09"_s));
+        QCOMPARE(Month_Marks(2026, 3), (QHash<int, Day_Marks>{{5, Day_Mark::Made | Day_Mark::Read | Day_Mark::Due},
+                                                              {31, Day_Mark::Changed}}));
+        List_Model list;
+        ShowCodeInfoToList_Ex_Key(Day_Where(QDate(2026, 3, 5), Day_Mark::Due), list, {}, 1, 100);
+        QCOMPARE(list.Row_Count(), 1);
+        QCOMPARE(list.Row(0).tag, u"{2}"_s);
     }
 };
 

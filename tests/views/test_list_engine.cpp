@@ -218,6 +218,7 @@ private slots:
         QTest::addColumn<QString>("date"); ///< "-" for a list of a folder
         QTest::addColumn<int>("documents");
         QTest::addRow("root") << u""_s << u"TRUE"_s << u"-"_s << 60;
+        QTest::addRow("root, which counts nothing") << u""_s << u"FALSE"_s << u"-"_s << 60;
         QTest::addRow("subtree, members of another folder too") << u"001"_s << u"TRUE"_s << u"-"_s << 50;
         QTest::addRow("folder alone") << u"002"_s << u"FALSE"_s << u"-"_s << 20;
         QTest::addRow("year") << u""_s << u"TRUE"_s << u"2020"_s << 60;
@@ -243,8 +244,9 @@ private slots:
                 Sql_Run(u"insert into tab_VirCate(Cate_ID,Code_id) values ('002','%1')"_s.arg(id));
         }
         Config().ShowLow = showLow;
+        qint64 last = 1;
         const auto ids = [&](int page) {
-            Fill(folder, page, date != u"-", date == u"-" ? QString() : date);
+            last = Fill(folder, page, date != u"-", date == u"-" ? QString() : date).last_page;
             QStringList found;
             for (int row = 0; row < m_list->Row_Count(); ++row)
                 found << m_list->Row(row).tag;
@@ -253,10 +255,9 @@ private slots:
         for (int order = 1; order <= 8; ++order) {
             Config().Cob_OrderBy = QString::number(order);
             Config().MAX_RECORD = perPage;
-            const int last = (documents + perPage - 1) / perPage;
-            const QStringList lastPage = ids(last);
-            QStringList pages;
-            for (int page = 1; page <= last; ++page)
+            const QStringList lastPage = ids((documents + perPage - 1) / perPage);
+            QStringList pages = ids(1);
+            for (int page = 2; page <= last; ++page)
                 pages << ids(page);
             QVERIFY(pages.endsWith(lastPage.last()));
             Config().MAX_RECORD = 32767;
@@ -397,7 +398,9 @@ private slots:
         const auto fill = [&](const QString &where) {
             return ShowCodeInfoToList_Ex_Key(where, *m_list, {}, 1, 3);
         };
-        QCOMPARE(fill(u"where Code_Title like 'd%' order by Code_Title desc"_s).labels, (Labels{5, 1, 3, 3}));
+        const Page_Info info = fill(u"where Code_Title like 'd%' order by Code_Title desc"_s);
+        QCOMPARE(info.labels, (Labels{5, 1, 3, 3}));
+        QCOMPARE(info.unlisted, 2);
         QCOMPARE(Shown(), QStringList({u"d005"_s, u"d004"_s, u"d003"_s}));
         QCOMPARE(fill(u"where Code_Title='x'"_s).labels, (Labels{0, 0, 0, 0}));
         QCOMPARE(m_list->Row_Count(), 0);

@@ -9,6 +9,7 @@
 #include "views/find_tree.h"
 #include "views/list_columns.h"
 #include "views/search.h"
+#include "views/search_hit.h"
 #include "views/search_run.h"
 
 #include <QRandomGenerator>
@@ -284,14 +285,48 @@ private slots:
         QCOMPARE(boxes.Ticked_Ids(), QStringList());
     }
 
+    void Hits_Are_Shown_With_Their_Words_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("place");
+        QTest::addColumn<QString>("shown");
+        QTest::addRow("title") << u"B>&"_s << -1 << u"按标题: a <|b>&|amp;"_s;
+        QTest::addRow("body") << u"ÉÉ"_s << -1
+                              << u"按正文: …"_s + QString(57, u'-') + u" 😀|éé|"_s + QString(140, u'x') + u"…"_s;
+        QTest::addRow("a place") << u"x"_s << 105
+                                 << u"按正文: …"_s + QString(55, u'-') + u" 😀éé|x|"_s + QString(140, u'x') + u"…"_s;
+        QTest::addRow("a place that is gone") << u"x"_s << 3 << u""_s;
+        QTest::addRow("at both ends") << u"last WORDS"_s << -1 << u"按备注: |Last words|"_s;
+        QTest::addRow("gone") << u"nowhere"_s << -1 << u""_s;
+    }
+    void Hits_Are_Shown_With_Their_Words()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, place);
+        Add_Document(u"{1}"_s, u"001"_s, u"a <b>&amp;"_s,
+                     u"Code_Memo='Last words',Code_Content='%1\n😀éé%2'"_s.arg(QString(100, u'-'), QString(200, u'x')));
+        const auto hit = Hit_Of(u"{1}"_s, key, All_Fields(), place);
+        QTEST(hit ? hit->field + u": "_s + hit->before + u'|' + hit->key + u'|' + hit->after : QString(), "shown");
+        QVERIFY(!hit || !Hit_Tip(*hit).contains(u"<b>&amp;"_s));
+    }
+
     void A_Search_Runs_Beside_Its_Window()
     {
-        Add_Document(u"{1}"_s, u"001"_s, u"needle"_s);
+        Make_Long_Documents();
         Search_Run run;
-        const QString where = Search_Where({u"needle"_s, true, {}, All_Fields()});
-        const auto outcome = Run(run, where, u"needle"_s);
+        QSignalSpy early(&run, &Search_Run::Found_Early);
+        const QString where = Search_Where({u"xxxY"_s, true, {}, All_Fields()});
+        const auto outcome = Run(run, where, u"xxxY"_s);
         QVERIFY(outcome && outcome->error.number == 0 && !outcome->stopped);
-        QCOMPARE(outcome->found.rows.size(), size_t(1));
+        QVERIFY(!early.isEmpty());
+        // Told ahead, and right at the end: the row, its place and the numbers.
+        for (const Condition_Rows &found :
+             {*early.front().front().value<std::shared_ptr<Condition_Rows>>(), outcome->found}) {
+            QCOMPARE(found.rows.size(), size_t(2));
+            QCOMPARE(found.rows.front().tag, u"{0007}"_s);
+            QCOMPARE(found.info.labels, (std::array<qint64, 4>{1, 1, Search_Limit, Search_Limit}));
+            QCOMPARE(found.info.unlisted, 0);
+        }
         QVERIFY(!run.Is_Running());
         const auto failed = Run(run, u" where No_Such_Column = 1"_s, {});
         QVERIFY(failed && failed->error.number != 0);

@@ -134,6 +134,7 @@ void Catalog::Clear()
     m_tables.clear();
     m_byName.clear();
     m_indexes.clear();
+    m_beyondAscii.clear();
 }
 
 void Catalog::Load(sqlite3 *db, const QString &path)

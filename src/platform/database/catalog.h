@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <memory>
 #include <vector>
@@ -44,6 +45,13 @@ struct Catalog_Table {
     [[nodiscard]] const Catalog_Column *Single_Key() const;
 };
 
+/// A column and its table.
+struct Column_Name {
+    QString table;
+    QString column;
+};
+using Column_Pair = std::pair<Column_Name, Column_Name>;
+
 /// The tables of a connection: ordinary ones only, neither views nor the engine's own.
 class Catalog
 {
@@ -54,11 +62,21 @@ public:
     [[nodiscard]] const Catalog_Table *Find(const QString &table) const;
     [[nodiscard]] const std::vector<std::unique_ptr<Catalog_Table>> &Tables() const { return m_tables; }
     [[nodiscard]] bool Has_Index(const QString &name) const;
+    /// Both columns hold texts beyond ASCII, as far as is known since the last Load.
+    [[nodiscard]] bool Is_Beyond_Ascii(const Column_Pair &pair) const { return m_beyondAscii.contains(Name_Of(pair)); }
+    void Set_Beyond_Ascii(const Column_Pair &pair) { m_beyondAscii.insert(Name_Of(pair)); }
 
 private:
+    static QString Name_Of(const Column_Pair &pair)
+    {
+        const auto &[a, b] = pair;
+        return QStringList{a.table, a.column, b.table, b.column}.join(QChar(0));
+    }
+
     std::vector<std::unique_ptr<Catalog_Table>> m_tables;
     QHash<QString, Catalog_Table *> m_byName; // lower case
     QHash<QString, bool> m_indexes;
+    QSet<QString> m_beyondAscii;
 };
 
 /// A name as SQLite text: in double quotes, so that it can never be taken for a string or a keyword.

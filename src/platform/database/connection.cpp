@@ -5,11 +5,14 @@
 #include "platform/database/connection_pool.h"
 #include "platform/database/ddl.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/file_layer.h"
+#include "platform/database/index_worker.h"
 #include "platform/database/key_query.h"
 #include "platform/database/sql_functions.h"
 #include "platform/database/sql_parser.h"
 #include "platform/database/sqlite_cells.h"
 #include "platform/database/sqlite_cursor.h"
+#include "platform/database/text_fold.h"
 #include "platform/database/watched_query.h"
 
 #include <algorithm>
@@ -19,6 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+/// A value of 256 MB, and what stands beside it; longer ones are refused before they are read.
+constexpr int Longest_Row = 288 << 20;
 constexpr size_t Most_Kept_Statements = 128;
 constexpr qsizetype Longest_Kept_Shape = 4096;
 } // namespace
@@ -28,17 +33,35 @@ Prepared_Statement::~Prepared_Statement()
     sqlite3_finalize(handle);
 }
 
+Connection::Connection(const QString &path) : m_path(path), m_hold(path) {}
+
 std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 {
     auto connection = std::make_shared<Connection>(nativePath);
     connection->m_readOnly = connection->m_hold.Is_Read_Only();
     connection->Open_File(Watched_Query::Wait_For_Lock);
     connection->Tables();
-    if (!connection->m_readOnly) {
-        Ddl::Make_Missing_Indexes(*connection);
-    }
     Watched_Query::Follow(connection->m_db);
     return connection;
+}
+
+std::shared_ptr<Connection> Connection::Open_For_Indexes(const QString &nativePath)
+{
+    std::shared_ptr<Connection> connection = Open(nativePath);
+    connection->Execute("PRAGMA cache_spill = OFF; PRAGMA temp_store = FILE");
+    return connection;
+}
+
+void Connection::Look_For_Missing_Indexes()
+{
+    if (!m_readOnly && m_indexWorker == nullptr && Ddl::Misses_Indexes(*this)) {
+        m_indexWorker = std::make_unique<Index_Worker>(m_path);
+    }
+}
+
+void Connection::Stop_Work()
+{
+    m_indexWorker.reset();
 }
 
 std::shared_ptr<Connection> Connection::Open_Beside(const Connection &other)
@@ -52,7 +75,7 @@ std::shared_ptr<Connection> Connection::Open_Beside(const Connection &other)
 void Connection::Open_File(int (*waitForLock)(void *, int))
 {
     const int flags = (m_readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
-    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, nullptr) != SQLITE_OK) {
+    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, File_Layer::Name()) != SQLITE_OK) {
         Fail();
     }
     sqlite3_busy_handler(m_db, waitForLock, nullptr);
@@ -71,18 +94,28 @@ void Connection::Configure()
                           SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION}) {
         sqlite3_db_config(m_db, off, 0, nullptr);
     }
+    sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, Longest_Row);
     sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_limit(m_db, SQLITE_LIMIT_TRIGGER_DEPTH, 1);
     Register_Functions(m_db, m_functionError);
     Execute("PRAGMA foreign_keys = OFF; PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; "
             "PRAGMA recursive_triggers = OFF; PRAGMA temp_store = MEMORY");
-    if (!m_readOnly && m_hold.Has_Log()) {
+}
+
+void Connection::Settle()
+{
+    if (m_readOnly) {
+        return;
+    }
+    if (m_hold.Has_Log()) {
         Execute("PRAGMA journal_mode = DELETE");
     }
+    Look_For_Missing_Indexes();
 }
 
 Connection::~Connection()
 {
+    Stop_Work();
     m_cached.clear();
     m_cache.clear();
     sqlite3_close_v2(m_db);
@@ -199,12 +232,69 @@ std::shared_ptr<const Plan> Behind(const Plan &plan, qint64 skip)
 std::shared_ptr<Prepared_Statement> Connection::Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
                                                         bool &ranAsDdl)
 {
+    std::shared_ptr<Prepared_Statement> prepared = Prepare_As_Is(tokens, updatable, skip, ranAsDdl);
+    while (prepared != nullptr && !Holds(*prepared->plan)) {
+        prepared.reset();
+        m_cached.clear();
+        m_cache.clear();
+        prepared = Prepare_As_Is(tokens, updatable, skip, ranAsDdl);
+    }
+    return prepared;
+}
+
+bool Connection::Holds(const Plan &plan)
+{
+    for (const Column_Pair &pair : plan.asciiPairs) {
+        if (Is_Known_Ascii(pair.first) || Is_Known_Ascii(pair.second)) {
+            continue;
+        }
+        const bool secondIsShorter = Size_Of(pair.second.table) < Size_Of(pair.first.table);
+        if (!Is_Ascii(secondIsShorter ? pair.second : pair.first) &&
+            !Is_Ascii(secondIsShorter ? pair.first : pair.second)) {
+            m_catalog.Set_Beyond_Ascii(pair);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Connection::Is_Known_Ascii(const Column_Name &column)
+{
+    return m_asciiAt.value(column.table + QChar(0) + column.column, {-1, -1}) == Data_Version();
+}
+
+/// About the number of its rows.
+qint64 Connection::Size_Of(const QString &table)
+{
+    Row row;
+    Read_Row((u"SELECT max(rowid) FROM "_s + Quoted_Name(table)).toUtf8(), {}, row);
+    const auto *size = std::get_if<qint64>(&row.at(0));
+    return size == nullptr ? 0 : *size;
+}
+
+bool Connection::Is_Ascii(const Column_Name &column)
+{
+    Row row;
+    const bool beyond = Read_Row((u"SELECT 1 FROM "_s + Quoted_Name(column.table) + u" WHERE "_s +
+                                  Quoted_Name(column.column) + u" GLOB '*[^\x01-\x7F]*' LIMIT 1"_s)
+                                     .toUtf8(),
+                                 {}, row);
+    if (!beyond) {
+        m_asciiAt.insert(column.table + QChar(0) + column.column, Data_Version());
+    }
+    return !beyond;
+}
+
+std::shared_ptr<Prepared_Statement> Connection::Prepare_As_Is(const std::vector<Token> &tokens, bool updatable,
+                                                              qint64 skip, bool &ranAsDdl)
+{
     const QString key = (updatable ? u'u' : u'r') + Statement_Shape(tokens);
     std::shared_ptr<Prepared_Statement> prepared = skip > 0 ? nullptr : Cached(key);
     if (prepared == nullptr) {
         const Sql_Ast::Statement tree = Parse_Statement(tokens);
         if (Ddl::Run(*this, tree)) {
             ranAsDdl = true;
+            Look_For_Missing_Indexes();
             return nullptr;
         }
         std::shared_ptr<const Plan> plan;
@@ -267,9 +357,14 @@ void Connection::Make_Ready(Prepared_Statement &statement, const std::vector<Tok
 
 void Connection::Collect_Rows(Prepared_Statement &statement, std::vector<qint64> &rows)
 {
+    For_Each_Row(statement, [&rows](sqlite3_stmt *at) { rows.push_back(sqlite3_column_int64(at, 0)); });
+}
+
+void Connection::For_Each_Row(Prepared_Statement &statement, const std::function<void(sqlite3_stmt *)> &body)
+{
     int code = SQLITE_ROW;
     while ((code = sqlite3_step(statement.handle)) == SQLITE_ROW) {
-        rows.push_back(sqlite3_column_int64(statement.handle, 0));
+        body(statement.handle);
     }
     if (code != SQLITE_DONE) {
         const Run_Time_Error error = Error();
@@ -292,18 +387,26 @@ bool Connection::Has_Written() const
 }
 
 /// The rows of a query by their numbers; null where it must be run as it stands.
-std::unique_ptr<Sqlite_Cursor> Connection::Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip)
+std::unique_ptr<Sqlite_Cursor> Connection::Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip,
+                                                       const Early_Rows &early)
 {
-    std::optional<std::vector<qint64>> rows = Key_Query(*this, *plan.keys, tokens).Rows(skip);
-    if (!rows) {
-        return nullptr;
+    Key_Query query(*this, *plan.keys, tokens);
+    if (early) {
+        query.Tell_Ahead([&](std::vector<qint64> rows) { early(Rows_By_Number(plan, std::move(rows))); });
     }
+    std::optional<std::vector<qint64>> rows = query.Rows(skip);
+    return rows ? Rows_By_Number(plan, *std::move(rows)) : nullptr;
+}
+
+std::unique_ptr<Sqlite_Cursor> Connection::Rows_By_Number(const Plan &plan, std::vector<qint64> rows)
+{
     const std::shared_ptr<Prepared_Statement> row = Prepare_Own(plan.keys->row);
     row->busy = true;
     return std::make_unique<Sqlite_Cursor>(shared_from_this(), row, std::make_shared<Plan>(plan), std::move(rows));
 }
 
-std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip)
+std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip,
+                                            const Early_Rows &early)
 {
     bool ranAsDdl = false;
     const std::vector<Token> tokens = Tokenize(statement);
@@ -313,16 +416,16 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
     }
     if (prepared->plan->write) {
         Before_Write(prepared->plan->tables.front());
-        Run_Write(*prepared);
+        Run_Write(*prepared, tokens);
         return nullptr;
     }
     std::unique_ptr<Sqlite_Cursor> cursor;
     if (prepared->plan->keys != nullptr && (skip > 0 || prepared->plan->keys->always)) {
         if (Tables_Are_Stale()) {
             Forget_Tables();
-            return Run(statement, updatable, baseTable, skip);
+            return Run(statement, updatable, baseTable, skip, early);
         }
-        cursor = Run_By_Keys(*prepared->plan, tokens, skip);
+        cursor = Run_By_Keys(*prepared->plan, tokens, skip, early);
     }
     if (cursor != nullptr) {
         cursor->Start();
@@ -340,7 +443,7 @@ std::unique_ptr<Row_Source> Connection::Run(const QString &statement, bool updat
         cursor.reset();
         prepared.reset();
         Forget_Tables();
-        return Run(statement, updatable, baseTable, skip);
+        return Run(statement, updatable, baseTable, skip, early);
     }
     if (baseTable != nullptr) {
         *baseTable = prepared->plan->baseTable;
@@ -367,16 +470,68 @@ void Connection::Run_To_End(Prepared_Statement &statement)
 }
 
 /// A write that changes nothing of what the kept order was found by leaves it as it is.
-void Connection::Run_Write(Prepared_Statement &statement)
+void Connection::Run_Write(Prepared_Statement &statement, const std::vector<Token> &tokens)
 {
     const QByteArrayList &changes = statement.plan->changes;
     const bool stays = std::none_of(changes.begin(), changes.end(),
                                     [this](const QByteArray &name) { return m_kept.sql.contains(name); }) &&
                        !m_kept.statement.isEmpty() && m_kept.version == Data_Version();
-    Run_To_End(statement);
+    Run_Keyed(statement, tokens);
     // Further changes would be those of a trigger.
     if (stays && sqlite3_total_changes64(m_db) == m_kept.version.first + sqlite3_changes64(m_db)) {
         m_kept.version.first = sqlite3_total_changes64(m_db);
+    }
+}
+
+/// Runs a write, and looks at the keys that it sets where they go beyond ASCII.
+void Connection::Run_Keyed(Prepared_Statement &statement, const std::vector<Token> &tokens)
+{
+    const Plan &plan = *statement.plan;
+    QStringList keys;
+    for (const Token &token : tokens) {
+        for (const Parameter &parameter : plan.parameters) {
+            const bool set = token.Is_Literal() && parameter.literal == token.literal && !plan.key.isEmpty() &&
+                             parameter.column == plan.key;
+            if (set && !Text_Fold::Is_Ascii(token.raw)) {
+                keys << Sql_Value::To_Text(Bound_Value(token, parameter));
+            }
+        }
+    }
+    if (keys.isEmpty()) {
+        Run_To_End(statement);
+        return;
+    }
+    Whole([&] {
+        Run_To_End(statement);
+        for (const QString &key : keys) {
+            Check_Key(plan.tables.front(), plan.key, key);
+        }
+    });
+}
+
+void Connection::Check_Key(const QString &table, const QString &column, const QString &key)
+{
+    Row row;
+    Read_Row((u"SELECT count(*) FROM (SELECT 1 FROM "_s + Quoted_Name(table) + u" WHERE "_s + Quoted_Name(column) +
+              u" = ?1 COLLATE zelqor_text LIMIT 2)"_s)
+                 .toUtf8(),
+             {key}, row);
+    if (std::get<qint64>(row.at(0)) > 1) {
+        throw Engine_Error::Duplicate(table + u'.' + column);
+    }
+}
+
+void Connection::Whole(const std::function<void()> &body)
+{
+    Execute("SAVEPOINT zelqor_whole");
+    try {
+        body();
+        Execute("RELEASE zelqor_whole");
+    } catch (...) {
+        if (sqlite3_get_autocommit(m_db) == 0) {
+            sqlite3_exec(m_db, "ROLLBACK TO zelqor_whole; RELEASE zelqor_whole", nullptr, nullptr, nullptr);
+        }
+        throw;
     }
 }
 

@@ -6,6 +6,7 @@
 #include "platform/database/row_source.h"
 #include "platform/errors/run_time_error.h"
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -13,6 +14,7 @@
 struct Token;
 struct sqlite3;
 struct sqlite3_stmt;
+class Index_Worker;
 class Sqlite_Cursor;
 
 /// A plan with its compiled statement.
@@ -42,29 +44,47 @@ struct Kept_Order {
     QByteArray sql; ///< what found it
 };
 
+/// Takes the first rows of a query that goes on looking for more.
+using Early_Rows = std::function<void(std::unique_ptr<Row_Source>)>;
+
 /// One open database file with its tables, compiled statements and the state of its group of statements.
 class Connection : public std::enable_shared_from_this<Connection>
 {
 public:
-    /// Opens an existing file. @throws Run_Time_Error when it is missing, no database, or cannot be opened.
+    /// Opens an existing file and leaves it as it is. @throws Run_Time_Error when it is missing, no database, or cannot
+    /// be opened.
     static std::shared_ptr<Connection> Open(const QString &nativePath);
+    /// A connection that makes indexes while others read: what it has not committed lies in memory, and a sort in a
+    /// file.
+    static std::shared_ptr<Connection> Open_For_Indexes(const QString &nativePath);
     /// A connection for reading beside another one's, for a thread of its own. It runs plans and knows no tables.
     static std::shared_ptr<Connection> Open_Beside(const Connection &other);
-    explicit Connection(const QString &path) : m_path(path), m_hold(path) {}
+    explicit Connection(const QString &path);
     ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
+    /// Gives the file what the engine keeps in its own ones: a rollback journal in place of a log, and its indexes.
+    /// @throws Run_Time_Error when another program has the log.
+    void Settle();
     /// Runs a statement of the dialect; null when it has no rows. @param skip  rows left out in front
-    std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip = 0);
+    std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip = 0,
+                                    const Early_Rows &early = {});
     /// Runs an SQLite statement of the engine's own with values for its parameters; the number of changed rows.
     qint64 Change(const QByteArray &sql, const std::vector<Cell> &values);
     /// The first row of an SQLite query of the engine's own; false when it has none.
     bool Read_Row(const QByteArray &sql, const std::vector<Cell> &values, Row &row);
     /// Compiles a statement's plan and binds the literals of its tokens.
     void Make_Ready(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    /// Runs a query to its end.
+    void For_Each_Row(Prepared_Statement &statement, const std::function<void(sqlite3_stmt *)> &body);
     /// Runs a query of one column to its end, for the row numbers that it gives.
     void Collect_Rows(Prepared_Statement &statement, std::vector<qint64> &rows);
+    /// Runs what is to take hold as a whole or not at all, within a transaction or without one.
+    void Whole(const std::function<void()> &body);
+    /// To be called behind a write of a text key, before it takes hold. The file's own index tells keys apart whose
+    /// letters outside ASCII differ in case only; the engine does not. @throws Run_Time_Error, Failure::Duplicate.
+    void Check_Key(const QString &table, const QString &column, const QString &key);
     /// Runs SQLite text without parameters, several statements if need be.
     void Execute(const QByteArray &sql);
     [[nodiscard]] qint64 Last_Rowid() const;
@@ -87,6 +107,8 @@ public:
     void Begin_Group() { ++m_groupDepth; }
     /// @throws Run_Time_Error when the outermost group cannot be committed; then nothing of it was written.
     void End_Group();
+    /// Ends what goes on unseen, so that the file can be copied or replaced.
+    void Stop_Work();
     [[nodiscard]] bool In_Group() const { return m_groupDepth > 0; }
     /// To be called before anything is written: starts the transaction of a group.
     void Before_Write(const QString &table);
@@ -102,18 +124,29 @@ private:
     using Cache = std::list<std::pair<QString, std::shared_ptr<Prepared_Statement>>>;
 
     void Configure();
+    void Look_For_Missing_Indexes();
     /// @param waitForLock  SQLite's busy handler, null to wait for nobody
     void Open_File(int (*waitForLock)(void *, int));
     std::shared_ptr<Prepared_Statement> Prepare(const std::vector<Token> &tokens, bool updatable, qint64 skip,
                                                 bool &ranAsDdl);
-    std::unique_ptr<Sqlite_Cursor> Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip);
+    std::unique_ptr<Sqlite_Cursor> Run_By_Keys(const Plan &plan, const std::vector<Token> &tokens, qint64 skip,
+                                               const Early_Rows &early);
+    std::unique_ptr<Sqlite_Cursor> Rows_By_Number(const Plan &plan, std::vector<qint64> rows);
     std::shared_ptr<Prepared_Statement> Prepare_Own(const QByteArray &sql);
     std::shared_ptr<Prepared_Statement> Cached(const QString &key);
     void Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement);
     void Compile(Prepared_Statement &statement);
     void Bind(Prepared_Statement &statement, const std::vector<Token> &tokens);
     void Run_To_End(Prepared_Statement &statement);
-    void Run_Write(Prepared_Statement &statement);
+    void Run_Write(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    void Run_Keyed(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    [[nodiscard]] std::shared_ptr<Prepared_Statement> Prepare_As_Is(const std::vector<Token> &tokens, bool updatable,
+                                                                    qint64 skip, bool &ranAsDdl);
+    /// What the plan takes for granted of its columns is so; else the catalog is told.
+    bool Holds(const Plan &plan);
+    bool Is_Known_Ascii(const Column_Name &column);
+    bool Is_Ascii(const Column_Name &column);
+    qint64 Size_Of(const QString &table);
     bool Tables_Are_Stale();
 
     QString m_path;
@@ -127,6 +160,8 @@ private:
     QHash<QString, Cache::iterator> m_cached;
     std::vector<Sqlite_Cursor *> m_cursors;
     Kept_Order m_kept;
+    QHash<QString, std::pair<qint64, qint64>> m_asciiAt; ///< by column: the version of the file in which it was ASCII
+    std::unique_ptr<Index_Worker> m_indexWorker;         ///< null where no index is missing
     int m_groupDepth = 0;
     bool m_groupBegun = false;
 };

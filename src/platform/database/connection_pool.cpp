@@ -3,17 +3,14 @@
 
 #include "platform/database/database.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/file_layer.h"
 #include "platform/files/paths.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <atomic>
 #include <sqlite3.h>
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -38,17 +35,14 @@ Pool &The_Pool()
     return pool;
 }
 
-/// The value of "name=value;" in a connection string; values may stand in quotes.
+/// The value of "name=value;" in a connection string. A value may stand in quotes, doubled where it holds some.
 QString Value_Of(const QString &text, QLatin1StringView name)
 {
-    for (const QString &part : text.split(u';')) {
-        const qsizetype equals = part.indexOf(u'=');
-        if (equals > 0 && part.left(equals).trimmed().compare(name, Qt::CaseInsensitive) == 0) {
-            QString value = part.mid(equals + 1).trimmed();
-            if (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"')) {
-                value = value.mid(1, value.size() - 2);
-            }
-            return value;
+    static const QRegularExpression part(uR"re(\s*([^=;]+?)\s*=\s*(?:"((?:[^"]|"")*)"\s*|([^;]*))(?:;|$))re"_s);
+    for (auto parts = part.globalMatch(text); parts.hasNext();) {
+        const QRegularExpressionMatch found = parts.next();
+        if (found.capturedView(1).compare(name, Qt::CaseInsensitive) == 0) {
+            return found.hasCaptured(2) ? found.captured(2).replace(u"\"\""_s, u"\""_s) : found.captured(3).trimmed();
         }
     }
     return {};
@@ -110,7 +104,9 @@ using namespace Connection_Pool;
 
 QString File_Connection_String(const QString &path)
 {
-    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
+    const bool plain = !path.contains(u';') && !path.contains(u'"');
+    const QString value = plain ? path : u'"' + QString(path).replace(u"\""_s, u"\"\""_s) + u'"';
+    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + value + u";Persist Security Info=False"_s;
 }
 
 QString File_Of(const QString &connectionString)
@@ -126,7 +122,7 @@ void Create_File(const QString &connectionString)
     }
     sqlite3 *db = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    int code = sqlite3_open_v2(file.toUtf8().constData(), &db, flags, nullptr);
+    int code = sqlite3_open_v2(file.toUtf8().constData(), &db, flags, File_Layer::Name());
     if (code == SQLITE_OK) {
         const QByteArray sql =
             "PRAGMA synchronous = FULL; PRAGMA application_id = " + QByteArray::number(Application_Id) +
@@ -142,6 +138,14 @@ void Create_File(const QString &connectionString)
     sqlite3_close(db);
 }
 
+void Settle(const QString &connectionString)
+{
+    const QString file = Parse(connectionString).file;
+    if (!file.isEmpty()) {
+        Get(file)->Settle();
+    }
+}
+
 void Let_Go(const QString &connectionString)
 {
     Pool &pool = The_Pool();
@@ -150,38 +154,13 @@ void Let_Go(const QString &connectionString)
     for (const QString &file : files) {
         // What a running group has written so far must not be lost with its connection.
         const std::shared_ptr<Connection> connection = pool.byFile.take(file);
+        if (connection != nullptr) {
+            connection->Stop_Work();
+        }
         while (connection != nullptr && connection->In_Group()) {
             connection->End_Group();
         }
     }
-}
-
-void CompactDatabase(const QString &sourceConnectionString, const QString &targetConnectionString)
-{
-    const QString source = Parse(sourceConnectionString).file;
-    const QString target = Parse(targetConnectionString).file;
-    if (QFileInfo(source).absoluteFilePath() == QFileInfo(target).absoluteFilePath()) {
-        throw Engine_Error::Failed(u"A database cannot be compacted into itself."_s, Failure::Path_Access);
-    }
-    Let_Go(sourceConnectionString);
-    Let_Go(targetConnectionString);
-    const std::shared_ptr<Connection> connection = Connection::Open(source);
-    Remove_File(target);
-    sqlite3_limit(connection->Handle(), SQLITE_LIMIT_ATTACHED, 1); // the copy is attached while it is written
-    try {
-        connection->Change("VACUUM INTO ?1", {target});
-    } catch (...) {
-        Remove_File(target);
-        throw;
-    }
-#ifdef Q_OS_UNIX
-    // The copy is written without waiting for the disk; it may replace the original next.
-    const int descriptor = ::open(QFile::encodeName(target).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-#endif
 }
 
 void One_Action(const QString &connectionString, const std::function<void()> &body)

@@ -4,6 +4,7 @@
 #include <QChar>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <utility>
 
@@ -25,12 +26,29 @@ QString File_Of(const QString &connectionString);
 /// Creates an empty database file. @throws Run_Time_Error when the file exists or cannot be made.
 void Create_File(const QString &connectionString);
 
-/// Writes a compacted copy of a closed database into a new file. Open connections to the source are let go first.
-void CompactDatabase(const QString &sourceConnectionString, const QString &targetConnectionString);
+/// The file belongs to this program from now on: what was left as it came (its kind of journal, its indexes) becomes
+/// as the engine keeps it. Merely opening a file changes nothing in it.
+/// @throws Run_Time_Error when another program keeps it from that.
+void Settle(const QString &connectionString);
+
+/// Compacts a database where it stands, under a lock that keeps others out from the first look to the last write. A
+/// compacted copy is made beside it and compared with it, and its pages then replace the old ones as one commit; after
+/// a failure or a kill the database is as it was. Connections of this thread are let go first.
+/// @throws Run_Time_Error when it could not be done.
+void CompactDatabase(const QString &connectionString);
+
+/// Copies a database as it is at one moment, whoever writes it meanwhile. The copy is compared with the database before
+/// it takes the place of a file at `path`; after a failure that file is as it was.
+/// @throws Run_Time_Error when it could not be done.
+void Copy_Database(const QString &connectionString, const QString &path);
 
 /// Closes the kept connections to a file (all of them with no argument), so that it can be copied, replaced or
 /// removed. Recordsets still open on it keep theirs until they close.
 void Let_Go(const QString &connectionString = {});
+
+/// Text columns by which long lists are put in order: the engine keeps indexes of its own on them, in every table that
+/// has them beside a text key. To be called before a file is opened.
+void Keep_In_Order(const QStringList &columns);
 
 /// Groups the statements of one user action: they are committed together when `body` ends, whichever way it ends,
 /// and a process that dies before leaves none of them. Groups nest; the outermost commits.

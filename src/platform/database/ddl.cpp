@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/database/ddl.h"
 
+#include "platform/database/database.h"
 #include "platform/database/ddl_columns.h"
 #include "platform/database/engine_error.h"
 
@@ -68,6 +69,9 @@ struct Indexed_Column {
     QString column;
 };
 
+/// The columns that lists are ordered by; other threads read them.
+QStringList Ordered_Columns;
+
 std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog)
 {
     std::vector<Indexed_Column> missing;
@@ -84,14 +88,18 @@ std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog)
             }
         }
     }
-    // Lists of such rows are ordered by their dates: the newest few must not cost a sort of all.
+    // Lists of such rows are ordered by their dates, of which the newest few must not cost a sort of all, and by texts,
+    // which may stand behind a long one in each row.
     for (const auto &table : catalog.Tables()) {
         const Catalog_Column *key = table->Single_Key();
         if (key == nullptr || key->type != Value_Type::Text) {
             continue;
         }
         for (const Catalog_Column &column : table->columns) {
-            if (column.type == Value_Type::Date && !catalog.Has_Index(Index_Name(table->name, column.name))) {
+            const bool ordered = column.type == Value_Type::Text && column.keyPlace == 0 &&
+                                 Ordered_Columns.contains(column.name, Qt::CaseInsensitive);
+            if ((column.type == Value_Type::Date || ordered) &&
+                !catalog.Has_Index(Index_Name(table->name, column.name))) {
                 missing.push_back({table->name, column.name});
             }
         }
@@ -107,13 +115,16 @@ QByteArray Create_Index_Sql(const Indexed_Column &column)
         .toUtf8();
 }
 
-/// Makes the missing indexes inside a change of tables.
+/// Makes what is missing on tables without rows, which costs nothing, inside a change of tables.
 void Make_Indexes(Connection &connection)
 {
     connection.Forget_Tables();
     const std::vector<Indexed_Column> missing = Missing_Indexes(connection.Tables());
     for (const Indexed_Column &column : missing) {
-        connection.Execute(Create_Index_Sql(column));
+        Row row;
+        if (!connection.Read_Row((u"SELECT 1 FROM "_s + Quoted_Name(column.table) + u" LIMIT 1"_s).toUtf8(), {}, row)) {
+            connection.Execute(Create_Index_Sql(column));
+        }
     }
 }
 
@@ -321,18 +332,24 @@ bool Run(Connection &connection, const Statement &statement)
     return true;
 }
 
-void Make_Missing_Indexes(Connection &connection)
+bool Misses_Indexes(Connection &connection)
 {
-    try {
-        if (Missing_Indexes(connection.Tables()).empty()) {
-            return;
-        }
-        Savepoint savepoint(connection);
-        Make_Indexes(connection);
-        savepoint.Release();
-    } catch (const Run_Time_Error &) {
-        // They only make statements faster: a file that cannot be written now opens all the same.
-        connection.Forget_Tables();
+    return !Missing_Indexes(connection.Tables()).empty();
+}
+
+bool Make_Next_Index(Connection &connection)
+{
+    const std::vector<Indexed_Column> missing = Missing_Indexes(connection.Tables());
+    if (missing.empty()) {
+        return false;
     }
+    connection.Execute(Create_Index_Sql(missing.front()));
+    connection.Forget_Tables();
+    return true;
 }
 } // namespace Ddl
+
+void Database_Engine::Keep_In_Order(const QStringList &columns)
+{
+    Ordered_Columns = columns;
+}

@@ -9,7 +9,11 @@ namespace Ddl
 {
 /// Runs a statement that changes tables; false for any other statement.
 bool Run(Connection &connection, const Sql_Ast::Statement &statement);
-/// Makes the indexes that the engine keeps for itself on columns that hold another table's key: a Text column with
-/// the name of another table's only key column. They change no result.
-void Make_Missing_Indexes(Connection &connection);
+/// The engine keeps indexes for itself on columns that hold another table's key (a Text column with the name of
+/// another table's only key column), and in tables with a text key on dates and on the texts of Keep_In_Order. They
+/// change no result. A statement that changes tables makes those of tables without rows; the others are made one by
+/// one.
+[[nodiscard]] bool Misses_Indexes(Connection &connection);
+/// Makes one that is missing; false when there was none.
+bool Make_Next_Index(Connection &connection);
 } // namespace Ddl

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/database/engine_error.h"
 
+#include "platform/database/file_layer.h"
+
+#include <QFileInfo>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -74,6 +77,17 @@ Run_Time_Error Stopped()
     return Failed(u"The statement was stopped."_s, Failure::Stopped);
 }
 
+Run_Time_Error Too_Large()
+{
+    return Failed(u"A value of the database is larger than 256 MB, or than the memory that is left."_s,
+                  Failure::Too_Large);
+}
+
+Run_Time_Error Duplicate(const QString &key)
+{
+    return Failed(u"The row would duplicate a key that must be unique (%1)."_s.arg(key), Failure::Duplicate);
+}
+
 Run_Time_Error No_Current_Row()
 {
     return {Error_Number::No_Current_Row, u"There is no current row: the recordset stands at its beginning or end."_s,
@@ -104,7 +118,7 @@ Run_Time_Error From_Constraint(int extended, const QString &message)
     }
     if (extended == SQLITE_CONSTRAINT_UNIQUE || extended == SQLITE_CONSTRAINT_PRIMARYKEY ||
         extended == SQLITE_CONSTRAINT_ROWID) {
-        return Failed(u"The row would duplicate a key that must be unique (%1)."_s.arg(message), Failure::Duplicate);
+        return Duplicate(message);
     }
     return Failed(u"The change breaks a rule of the table (%1)."_s.arg(message));
 }
@@ -130,6 +144,9 @@ Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path)
         return Damaged(path);
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
+        if (const QString why = File_Layer::Trouble_Beside(QFileInfo(path).canonicalFilePath()); !why.isEmpty()) {
+            return Failed(u"The database file '%1' is not opened: %2."_s.arg(path, why), Failure::Foreign_Journal);
+        }
         return Failed(u"The database file '%1' cannot be opened."_s.arg(path), Failure::Path_Access);
     case SQLITE_IOERR:
         return Failed(u"The database file '%1' cannot be read or written (%2)."_s.arg(path, message),
@@ -137,7 +154,8 @@ Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path)
     case SQLITE_INTERRUPT:
         return Stopped();
     case SQLITE_TOOBIG:
-        return Failed(u"A value is too large for the database."_s, Failure::Too_Long);
+    case SQLITE_NOMEM:
+        return Too_Large();
     case SQLITE_ERROR:
         return Syntax(message);
     default:

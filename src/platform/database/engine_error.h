@@ -19,6 +19,8 @@ Run_Time_Error Not_A_Database(const QString &path, const QString &why);
 Run_Time_Error Damaged(const QString &path);
 Run_Time_Error Failed(const QString &what, Failure failure = Failure::Other);
 Run_Time_Error Stopped();
+Run_Time_Error Too_Large();
+Run_Time_Error Duplicate(const QString &key);
 Run_Time_Error No_Current_Row();
 Run_Time_Error Unknown_Field(const QString &name);
 Run_Time_Error Closed();

@@ -112,8 +112,12 @@ Sql_Piece Translator::Column(const Expr &expr, const Sql_Scope &scope)
             Sql_Piece piece;
             if (entry.table != nullptr) {
                 if (const Catalog_Column *column = entry.table->Find(expr.name)) {
-                    piece = {Quoted_Name(entry.name) + u'.' + Quoted_Name(column->name), column->type, column->size,
-                             column->name, column->noCase};
+                    piece = {Quoted_Name(entry.name) + u'.' + Quoted_Name(column->name),
+                             column->type,
+                             column->size,
+                             column->name,
+                             column->noCase,
+                             entry.table->name};
                 }
             }
             for (size_t i = 0; i < entry.outputs.size() && piece.text.isEmpty(); ++i) {
@@ -196,7 +200,19 @@ QString Translator::Operand(const Expr &expr, const Sql_Piece &piece, Value_Type
     return piece.text;
 }
 
-Translator::Pair Translator::Comparable(const Expr &left, const Expr &right, const Sql_Scope &scope)
+/// Whether one of two columns holds nothing but ASCII, so that NOCASE and its indexes do. It is taken to be so, and the
+/// plan says that it is; where it turns out otherwise, the catalog knows next time.
+bool Translator::Is_One_Ascii(const Sql_Piece &a, const Sql_Piece &b)
+{
+    const Column_Pair pair{{a.table, a.column}, {b.table, b.column}};
+    if (m_catalog.Is_Beyond_Ascii(pair)) {
+        return false;
+    }
+    m_plan.asciiPairs.push_back(pair);
+    return true;
+}
+
+Translator::Pair Translator::Comparable(const Expr &left, const Expr &right, const Sql_Scope &scope, bool equality)
 {
     // A literal's parameter is the last one pushed while it is being adapted, so each side is finished in turn: the
     // side that is no literal first, because the literal follows its type.
@@ -213,7 +229,8 @@ Translator::Pair Translator::Comparable(const Expr &left, const Expr &right, con
     const bool text = Is_Text(a.type) && (Is_Text(b.type) || secondLiteral);
     QString collation;
     if (text) {
-        const bool ownServes = secondLiteral ? a.noCase && Is_Ascii_Literal(second) : a.noCase && b.noCase;
+        const bool ownServes =
+            a.noCase && (secondLiteral ? Is_Ascii_Literal(second) : equality && b.noCase && Is_One_Ascii(a, b));
         collation = ownServes                                   ? QString()
                     : secondLiteral && Is_Ascii_Literal(second) ? u" COLLATE NOCASE"_s
                                                                 : u" COLLATE zelqor_text"_s;
@@ -223,7 +240,7 @@ Translator::Pair Translator::Comparable(const Expr &left, const Expr &right, con
 
 Sql_Piece Translator::Compare(const Expr &expr, const Sql_Scope &scope)
 {
-    const Pair pair = Comparable(*expr.args[0], *expr.args[1], scope);
+    const Pair pair = Comparable(*expr.args[0], *expr.args[1], scope, expr.name == u"="_s || expr.name == u"<>"_s);
     return Truth(u'(' + pair.left + pair.collation + u' ' + expr.name + u' ' + pair.right + u')');
 }
 
@@ -264,7 +281,7 @@ Sql_Piece Translator::Chain(const Expr &expr, const Sql_Scope &scope)
         QString list;
         QString subject;
         for (const Expr_Ptr &one : expr.args) {
-            const Pair pair = Comparable(*one->args[0], *one->args[1], scope);
+            const Pair pair = Comparable(*one->args[0], *one->args[1], scope, true);
             list += (list.isEmpty() ? QString() : u", "_s) + pair.right;
             subject = pair.left + pair.collation;
         }
@@ -286,7 +303,7 @@ Sql_Piece Translator::Like(const Expr &expr, const Sql_Scope &scope)
         return Truth(Negated(expr.negated, u"zelqor_like("_s + pattern + u", "_s + Text_Of(subject) + u')'));
     }
     const int literal = patternExpr.token.literal;
-    const Pattern_Class pattern = Classify_Pattern(patternExpr.token.Value());
+    const Pattern_Class pattern = patternExpr.token.pattern;
     const bool ranged = !subject.column.isEmpty() && Is_Text(subject.type);
     const auto range = [&](Bind low, Bind high) {
         const QString from = Parameter_Text(literal, low);
@@ -315,8 +332,8 @@ Sql_Piece Translator::Like(const Expr &expr, const Sql_Scope &scope)
 
 Sql_Piece Translator::Between(const Expr &expr, const Sql_Scope &scope)
 {
-    const Pair low = Comparable(*expr.args[0], *expr.args[1], scope);
-    const Pair high = Comparable(*expr.args[0], *expr.args[2], scope);
+    const Pair low = Comparable(*expr.args[0], *expr.args[1], scope, false);
+    const Pair high = Comparable(*expr.args[0], *expr.args[2], scope, false);
     return Truth(Negated(expr.negated, u'(' + low.left + low.collation + u" >= "_s + low.right + u" AND "_s +
                                            high.left + high.collation + u" <= "_s + high.right + u')'));
 }
@@ -327,7 +344,7 @@ Sql_Piece Translator::In_List(const Expr &expr, const Sql_Scope &scope)
     QString plainList;
     QString subject;
     for (size_t i = 1; i < expr.args.size(); ++i) {
-        const Pair pair = Comparable(*expr.args[0], *expr.args[i], scope);
+        const Pair pair = Comparable(*expr.args[0], *expr.args[i], scope, true);
         if (pair.collation.isEmpty() && expr.args[0]->kind == Expr_Kind::Column) {
             subject = pair.left;
             plainList += (plainList.isEmpty() ? QString() : u", "_s) + pair.right;
@@ -351,8 +368,8 @@ Sql_Piece Translator::In_Query(const Expr &expr, const Sql_Scope &scope)
     if (outputs.size() != 1) {
         throw Engine_Error::Syntax(u"the query behind 'in' must have one column"_s);
     }
-    const QString collation = Is_Text(subject.type) && !subject.noCase ? u" COLLATE zelqor_text"_s : QString();
-    return Truth(u'(' + subject.text + collation + (expr.negated ? u" NOT IN ("_s : u" IN ("_s) + text + u"))"_s);
+    return Truth(u'(' + subject.text + Folding(subject.type) + (expr.negated ? u" NOT IN ("_s : u" IN ("_s) + text +
+                 u"))"_s);
 }
 
 QString Translator::Text_Of(const Sql_Piece &piece)

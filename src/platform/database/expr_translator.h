@@ -10,6 +10,7 @@ struct Sql_Piece {
     int size = 0;
     QString column;      ///< the name of the column that it is, else ""
     bool noCase = false; ///< a column whose own collation is NOCASE
+    QString table = {};  ///< of a column
 };
 
 /// The sources that names in a select can mean, and the select around it.
@@ -24,6 +25,8 @@ struct Sql_Scope {
 };
 
 QString Output_Alias(size_t index);
+/// The collation of equality behind a text: " COLLATE zelqor_text"; "" behind other values.
+QString Folding(Value_Type type);
 
 /// Turns expressions and queries into SQLite text and collects the parameters of one plan.
 class Translator
@@ -40,7 +43,9 @@ public:
     QString Assigned_Piece(const Sql_Piece &piece, const Catalog_Column &column);
     const Catalog_Table &Table(const QString &name);
     QString From(const Sql_Ast::Select &select, Sql_Scope &scope);
-    QString Items(const Sql_Ast::Select &select, const Sql_Scope &scope, std::vector<Output> &outputs);
+    /// @param told  rows are told apart by what they show, without regard to case
+    QString Items(const Sql_Ast::Select &select, const Sql_Scope &scope, std::vector<Output> &outputs,
+                  bool told = false);
     QString Order(const std::vector<Sql_Ast::Order_Term> &terms, const Sql_Ast::Select *select, const Sql_Scope &scope,
                   size_t outputs);
 
@@ -54,7 +59,7 @@ private:
     Select_Text Select(const Sql_Ast::Select &select, const Sql_Scope *outer, bool ordered, bool updatable,
                        const Catalog_Table *tied, bool inUnion);
     void Star(const Sql_Ast::Select_Item &item, const Sql_Scope &scope, QStringList &texts,
-              std::vector<Output> &outputs);
+              std::vector<Output> &outputs, bool told);
     QString Source(const Sql_Ast::Source &source, Sql_Scope &scope);
     QString Group(const Sql_Ast::Select &select, const Sql_Scope &scope);
     QString Limit(const Sql_Ast::Select &select);
@@ -78,7 +83,9 @@ private:
         QString right;
         QString collation; ///< " COLLATE x", or "" when the column's own serves
     };
-    Pair Comparable(const Expr &left, const Expr &right, const Sql_Scope &scope);
+    /// @param equality  it is asked whether they are equal, and not which one comes first
+    Pair Comparable(const Expr &left, const Expr &right, const Sql_Scope &scope, bool equality);
+    bool Is_One_Ascii(const Sql_Piece &a, const Sql_Piece &b);
     QString Operand(const Expr &expr, const Sql_Piece &piece, Value_Type other);
     QString Parameter_Text(int literal, Bind bind, int size = 0, const QString &column = {});
     QString Text_Of(const Sql_Piece &piece);

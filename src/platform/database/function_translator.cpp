@@ -114,7 +114,7 @@ Sql_Piece Translator::Aggregate(const Expr &expr, const Sql_Scope &scope)
         return {u"count(*)"_s, Value_Type::Count, 0, {}, false};
     }
     const Sql_Piece of = Expression(*expr.args[0], scope);
-    const QString text = expr.name + (expr.negated ? u"(DISTINCT "_s : u"("_s) + of.text + u')';
+    const QString text = expr.name + (expr.negated ? u"(DISTINCT "_s : u"("_s) + of.text + Folding(of.type) + u')';
     if (expr.name == u"count"_s) {
         return {text, Value_Type::Count, 0, {}, false};
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/database/key_query.h"
 
+#include "platform/database/ordered_texts.h"
 #include "platform/database/sql_tokens.h"
 #include "platform/database/text_test.h"
 #include "platform/database/watched_query.h"
@@ -182,6 +183,10 @@ std::optional<std::vector<Ordered_Key>> Key_Query::Order()
 
 Key_Set Key_Query::Rows_Of(const Key_Plan::Part &part)
 {
+    const bool tells = m_early && part.test && m_plan.parts.size() == 1;
+    if (tells) {
+        Tell_First_Rows(*part.first);
+    }
     Prepared_Statement statement(std::make_shared<Plan>(part.candidates));
     m_connection.Make_Ready(statement, m_tokens);
     std::vector<qint64> candidates;
@@ -190,12 +195,41 @@ Key_Set Key_Query::Rows_Of(const Key_Plan::Part &part)
         return Key_Set(std::move(candidates));
     }
     std::sort(candidates.begin(), candidates.end());
-    return Key_Set(Text_Test(m_connection, *part.test, m_tokens, std::move(candidates)).Run());
+    Text_Test test(m_connection, *part.test, m_tokens, std::move(candidates));
+    if (tells) {
+        test.Tell_Ahead([this](std::vector<qint64> rows) { Tell(std::move(rows)); });
+    }
+    return Key_Set(test.Run());
+}
+
+/// Long before all rows are known, those in front are: they are what a list shows.
+void Key_Query::Tell_First_Rows(const Plan &first)
+{
+    Prepared_Statement statement(std::make_shared<Plan>(first));
+    m_connection.Make_Ready(statement, m_tokens);
+    m_connection.Collect_Rows(statement, m_front);
+    if (!m_front.empty()) {
+        Tell({});
+    }
+}
+
+void Key_Query::Tell(std::vector<qint64> rows)
+{
+    rows.insert(rows.end(), m_front.begin(), m_front.end());
+    m_early(Ordered(Key_Set(std::move(rows)), false));
 }
 
 std::vector<qint64> Key_Query::In_Order(const Key_Set &rows)
 {
-    const bool many = rows.Keys().size() >= static_cast<size_t>(rows.Keys().back()) / Rows_For_A_Walk;
+    return Ordered(rows, rows.Keys().size() >= static_cast<size_t>(rows.Keys().back()) / Rows_For_A_Walk);
+}
+
+/// @param many  the table is walked in order
+std::vector<qint64> Key_Query::Ordered(const Key_Set &rows, bool many)
+{
+    if (many && !m_plan.texts.isEmpty()) {
+        return Ordered_Texts(m_connection, m_plan, rows).Rows();
+    }
     auto plan = std::make_shared<Plan>();
     plan->sql = many ? m_plan.orderOfMany : m_plan.orderOfFew;
     Prepared_Statement statement(plan);

@@ -3,6 +3,7 @@
 
 #include "platform/database/connection.h"
 
+#include <functional>
 #include <span>
 
 struct Token;
@@ -36,6 +37,8 @@ class Key_Query
 public:
     Key_Query(Connection &connection, const Key_Plan &plan, const std::vector<Token> &tokens);
 
+    /// While the rows are being found, `early` is given the first ones of those known so far, in order.
+    void Tell_Ahead(std::function<void(std::vector<qint64>)> early) { m_early = std::move(early); }
     /// The row numbers behind the first `skip` ones, or nothing when the query must be run as it stands because a row
     /// of its table stands in it twice. @throws Run_Time_Error, Failure::Stopped from a watch among them.
     std::optional<std::vector<qint64>> Rows(qint64 skip);
@@ -47,10 +50,15 @@ private:
     [[nodiscard]] std::vector<qint64> Shown(const std::vector<Ordered_Key> &order, qint64 skip) const;
     [[nodiscard]] std::optional<std::vector<Ordered_Key>> Order();
     [[nodiscard]] Key_Set Rows_Of(const Key_Plan::Part &part);
+    void Tell_First_Rows(const Plan &first);
+    void Tell(std::vector<qint64> rows);
     [[nodiscard]] std::vector<qint64> In_Order(const Key_Set &rows);
+    [[nodiscard]] std::vector<qint64> Ordered(const Key_Set &rows, bool many);
     [[nodiscard]] qint64 Bound_Of(const Key_Plan::Part &part) const;
 
     Connection &m_connection;
     const Key_Plan &m_plan;
     const std::vector<Token> &m_tokens;
+    std::function<void(std::vector<qint64>)> m_early;
+    std::vector<qint64> m_front; ///< what was found among the rows that stand in front
 };

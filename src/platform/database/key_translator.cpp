@@ -10,6 +10,8 @@ using namespace Sql_Ast;
 
 namespace
 {
+/// So many that the eye has something within tenths of a second, and few enough for that.
+constexpr int Rows_Looked_At_First = 1000;
 const QString Given_As_Json = u".rowid IN (SELECT value FROM json_each(?%1))"_s;
 
 bool Is_Named(const QString &a, const QString &b)
@@ -69,7 +71,7 @@ bool Reads_Texts(const Expr &expr)
         return true;
     }
     if (expr.kind == Expr_Kind::Like && expr.args[1]->kind == Expr_Kind::Literal) {
-        return Classify_Pattern(expr.args[1]->token.Value()) == Pattern_Class::Other;
+        return expr.args[1]->token.pattern == Pattern_Class::Other;
     }
     return std::any_of(expr.args.begin(), expr.args.end(), [](const Expr_Ptr &one) { return Reads_Texts(*one); });
 }
@@ -99,13 +101,20 @@ public:
             if (bounded && (&part != &m_query.parts.front() || Order(part.orderBy) != order)) {
                 return nullptr;
             }
-            keys->parts.push_back(Part(part));
+            keys->parts.push_back(Part(part, terms.front()));
             keys->always = keys->always || keys->parts.back().test;
         }
         keys->always = keys->always || (keys->parts.front().top >= 0 && !Has_Index(*terms.front().expr));
         const QString behind = order + Tie(rowid, terms);
         keys->orderOfMany = (u"SELECT "_s + rowid + from + u"zelqor_among("_s + rowid + u", ?1)"_s + behind).toUtf8();
         keys->orderOfFew = (u"SELECT "_s + rowid + from + Quoted_Name(m_name) + Given_As_Json.arg(1) + behind).toUtf8();
+        const Catalog_Column *column = m_table.Find(terms.front().expr->name);
+        if (terms.size() == 1 && Is_Text(column->type)) {
+            const QString texts = u"SELECT "_s + rowid + u", "_s + Quoted_Name(column->name) + from;
+            keys->textsOfIndex = Has_Index(*terms.front().expr);
+            keys->texts = (texts + (keys->textsOfIndex ? u"1"_s : rowid + u" BETWEEN ?1 AND ?2"_s)).toUtf8();
+            keys->descending = terms.front().descending;
+        }
         keys->row = (u"SELECT "_s + Items(m_query.parts.front(), *keys) + from + rowid + u" = ?1"_s).toUtf8();
         return keys;
     }
@@ -141,7 +150,7 @@ private:
         return items;
     }
 
-    Key_Plan::Part Part(const Select &select)
+    Key_Plan::Part Part(const Select &select, const Order_Term &order)
     {
         Key_Plan::Part part;
         part.top = select.top ? select.top->literal : -1;
@@ -155,14 +164,28 @@ private:
         } else if (select.where != nullptr) {
             (alone && Reads_Texts(*select.where) ? slow : quick).push_back(select.where.get());
         }
-        part.candidates = Rows_Where(select, quick, false);
+        part.candidates = Rows_Where(select, quick, {});
         if (!slow.empty()) {
-            part.test = Rows_Where(select, slow, true);
+            part.test = Rows_Where(select, slow, Given_As_Json);
+            quick.insert(quick.end(), slow.begin(), slow.end());
+            part.first = Rows_Where(select, quick, Rows_In_Front(order));
         }
         return part;
     }
 
-    [[nodiscard]] Plan Rows_Where(const Select &select, const std::vector<const Expr *> &conditions, bool given) const
+    /// About the first rows of the order, which an index tells at once; any rows where there is none.
+    [[nodiscard]] QString Rows_In_Front(const Order_Term &order) const
+    {
+        const Catalog_Column *column = m_table.Find(order.expr->name);
+        const bool indexed = column == m_table.Single_Key() || Has_Index(*order.expr);
+        const QString by = u" ORDER BY "_s + Quoted_Name(column->name) + (order.descending ? u" DESC"_s : QString());
+        return u".rowid IN (SELECT rowid FROM "_s + Quoted_Name(m_table.name) + (indexed ? by : QString()) +
+               u" LIMIT "_s + QString::number(Rows_Looked_At_First) + u')';
+    }
+
+    /// @param among  what the row number must be among: SQL behind its name, %1 for a further parameter, or ""
+    [[nodiscard]] Plan Rows_Where(const Select &select, const std::vector<const Expr *> &conditions,
+                                  const QString &among) const
     {
         Plan plan;
         Translator translator(m_catalog, plan);
@@ -173,8 +196,8 @@ private:
         for (const Expr *condition : conditions) {
             texts << translator.Expression(*condition, scope).text;
         }
-        if (given) {
-            texts.prepend(name + Given_As_Json.arg(plan.parameters.size() + 1));
+        if (!among.isEmpty()) {
+            texts.prepend(name + QString(among).replace("%1"_L1, QString::number(plan.parameters.size() + 1)));
         }
         plan.sql = (u"SELECT "_s + name + u".rowid"_s + from +
                     (texts.isEmpty() ? QString() : u" WHERE "_s + texts.join(u" AND "_s)))

@@ -23,15 +23,15 @@ std::vector<std::pair<QString, QString>> Parts_Of(const QString &text)
         if (equals < 0) {
             break;
         }
-        const QString name = text.mid(at, equals - at).trimmed();
+        const QString name = text.mid(at, equals - at).section(u';', -1).trimmed();
         qsizetype from = equals + 1;
         while (from < text.size() && text[from] == u' ') {
             ++from;
         }
         qsizetype end = text.indexOf(u';', from);
         QString value;
-        if (from < text.size() && (text[from] == u'"' || text[from] == u'\'')) {
-            const qsizetype close = text.indexOf(text[from], from + 1);
+        if (from < text.size() && (text[from] == u'"' || text[from] == u'\'' || text[from] == u'{')) {
+            const qsizetype close = text.indexOf(text[from] == u'{' ? u'}' : text[from], from + 1);
             value = text.mid(from + 1, close < 0 ? -1 : close - from - 1);
             end = close < 0 ? -1 : text.indexOf(u';', close);
         } else {
@@ -97,7 +97,7 @@ public:
 
     void Connect(const QString &connectionString)
     {
-        QByteArray text = connectionString.toUtf8();
+        QByteArray text = Checked(connectionString).toUtf8();
         SQLSMALLINT length = 0;
         if (!SQL_SUCCEEDED(SQLDriverConnect(m_connection, nullptr, reinterpret_cast<SQLCHAR *>(text.data()), SQL_NTS,
                                             nullptr, 0, &length, SQL_DRIVER_NOPROMPT))) {
@@ -109,7 +109,8 @@ public:
     void Execute(const QString &statement)
     {
         QByteArray text = statement.toUtf8();
-        const SQLRETURN code = SQLExecDirect(m_statement, reinterpret_cast<SQLCHAR *>(text.data()), SQL_NTS);
+        const SQLRETURN code = SQLExecDirect(m_statement, reinterpret_cast<SQLCHAR *>(text.data()),
+                                             static_cast<SQLINTEGER>(text.size())); // a text may hold a zero
         if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA) {
             throw Diagnosis(SQL_HANDLE_STMT, m_statement);
         }
@@ -117,6 +118,49 @@ public:
     [[nodiscard]] SQLHSTMT Statement() const { return m_statement; }
 
 private:
+    /// A data link may come from anywhere: it names a driver that is installed here, or a data source that is set up
+    /// here, and no file that the driver manager or a driver would load, run or write. What is passed on is what was
+    /// looked at.
+    [[nodiscard]] QString Checked(const QString &connectionString) const
+    {
+        static const QStringList files{u"filedsn"_s, u"savefile"_s, u"loadext"_s, u"tracefile"_s, u"trace"_s};
+        QString checked;
+        for (const auto &[name, value] : Parts_Of(connectionString)) {
+            const QString key = name.toLower();
+            const bool known = key == u"driver"_s ? Installed_Drivers().contains(value, Qt::CaseInsensitive)
+                               : key == u"dsn"_s  ? !value.contains(u'/')
+                                                  : !files.contains(key);
+            if (!known || value.contains(u'}')) {
+                throw Engine_Error::Failed(
+                    u"The data link asks for '%1=%2', which is not set up on this computer."_s.arg(name, value),
+                    Failure::Missing_Component);
+            }
+            const bool several = value.contains(u';');
+            if (several) {
+                static_cast<void>(Checked(value)); // not every driver knows braces
+            }
+            checked += name + u'=' + (several ? u'{' + value + u'}' : value) + u';';
+        }
+        return checked;
+    }
+
+    [[nodiscard]] QStringList Installed_Drivers() const
+    {
+        constexpr SQLSMALLINT longest = 512;
+        QStringList names;
+        SQLCHAR name[longest] = {};
+        SQLCHAR attributes[longest] = {};
+        SQLSMALLINT length = 0;
+        SQLSMALLINT rest = 0;
+        SQLUSMALLINT direction = SQL_FETCH_FIRST;
+        while (
+            SQL_SUCCEEDED(SQLDrivers(m_environment, direction, name, longest, &length, attributes, longest, &rest))) {
+            names << QString::fromUtf8(reinterpret_cast<const char *>(name));
+            direction = SQL_FETCH_NEXT;
+        }
+        return names;
+    }
+
     SQLHENV m_environment = SQL_NULL_HENV;
     SQLHDBC m_connection = SQL_NULL_HDBC;
     SQLHSTMT m_statement = SQL_NULL_HSTMT;
@@ -209,6 +253,7 @@ private:
     static Cell Read(SQLHSTMT statement, SQLUSMALLINT column, Value_Type type)
     {
         constexpr SQLLEN pieceSize = 8192;
+        constexpr qsizetype largest = qsizetype(256) << 20;
         const bool binary = type == Value_Type::Blob;
         QByteArray all;
         char piece[pieceSize];
@@ -228,6 +273,9 @@ private:
             const SQLLEN room = binary ? pieceSize : pieceSize - 1;
             const bool more = length == SQL_NO_TOTAL || length > room;
             all.append(piece, more ? room : length);
+            if (all.size() > largest) {
+                throw Engine_Error::Too_Large();
+            }
             if (!more) {
                 break;
             }

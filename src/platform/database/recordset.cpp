@@ -93,17 +93,34 @@ void Recordset::Open(const QString &statement, const QString &connectionString)
         }
     } else {
         state->connection = Connection_Pool::Get(target.file);
-        state->source = state->connection->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows);
+        Early_Rows early;
+        if (Found_So_Far) {
+            early = [this, &state](std::unique_ptr<Row_Source> rows) {
+                auto found = std::make_unique<State>();
+                found->connection = state->connection;
+                found->source = std::move(rows);
+                Recordset recordset;
+                recordset.Show(std::move(found));
+                Found_So_Far(recordset);
+            };
+        }
+        state->source =
+            state->connection->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows, early);
     }
-    if (state->source == nullptr) {
-        return;
+    if (state->source != nullptr) {
+        Show(std::move(state));
     }
+}
+
+/// Stands on the first row of a source.
+void Recordset::Show(std::unique_ptr<State> state)
+{
     state->open = true;
     state->outputs = state->source->Outputs();
     state->writable = !state->baseTable.isEmpty();
     state->batch = LockType == Lock_Type::Batch_Optimistic;
-    state->forwardOnly =
-        CursorType == Cursor_Type::Forward_Only && CursorLocation == Cursor_Location::Server && !updatable;
+    state->forwardOnly = CursorType == Cursor_Type::Forward_Only && CursorLocation == Cursor_Location::Server &&
+                         LockType == Lock_Type::Read_Only;
     state->at = 0;
     state->Fetch(0);
     m = std::move(state);

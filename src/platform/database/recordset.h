@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <memory>
 
 enum class Cursor_Location { Server = 2, Client = 3 };
@@ -62,6 +63,11 @@ public:
     /// Rows in front that a read-only recordset leaves out: as if it were moved forward by so many after Open and
     /// began there, but the engine doesn't read what is left out.
     qint64 SkipRows = 0;
+    /// Called from inside Open while a query looks through the texts of its rows: with the first rows of those found so
+    /// far, in the order of the statement. It comes within tenths of a second where there is something to show, and
+    /// again when more was found; never for a query that has its rows at once. What it shows is told ahead only: a row
+    /// may still come between or before. `found` is read-only, closes with the call, and may throw what Open throws.
+    std::function<void(Recordset &found)> Found_So_Far;
 
     /// Runs one statement in the system's SQL dialect. A statement without rows (insert, update, delete, DDL) runs
     /// to its end and leaves the recordset closed. Text after the first complete statement is a syntax error and
@@ -103,6 +109,7 @@ public:
 private:
     friend class Field;
     struct State;
+    void Show(std::unique_ptr<State> state);
     std::unique_ptr<State> m;
 };
 

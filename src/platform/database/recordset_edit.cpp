@@ -2,8 +2,9 @@
 #include "platform/database/database.h"
 #include "platform/database/engine_error.h"
 #include "platform/database/recordset_state.h"
+#include "platform/database/text_fold.h"
 
-#include <sqlite3.h>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -53,6 +54,26 @@ Row Recordset::State::Read_Back(qint64 rowid) const
 
 void Recordset::State::Write_Change(const Queued_Change &change)
 {
+    connection->Before_Write(baseTable);
+    const Catalog_Table *table = connection->Tables().Find(baseTable);
+    const Catalog_Column *key = table == nullptr ? nullptr : table->Single_Key();
+    const auto set = std::find_if(change.values.begin(), change.values.end(), [&](const auto &value) {
+        const auto *text = std::get_if<QString>(&value.second);
+        return key != nullptr && outputs[static_cast<size_t>(value.first)].column == key->name && text != nullptr &&
+               !Text_Fold::Is_Ascii(*text);
+    });
+    if (set == change.values.end()) {
+        Write_Row(change);
+        return;
+    }
+    connection->Whole([&] {
+        Write_Row(change);
+        connection->Check_Key(baseTable, key->name, std::get<QString>(set->second));
+    });
+}
+
+void Recordset::State::Write_Row(const Queued_Change &change)
+{
     QStringList names;
     QStringList marks;
     QStringList changes;
@@ -64,7 +85,6 @@ void Recordset::State::Write_Change(const Queued_Change &change)
         changes.append(name + u" = ?"_s);
         values.push_back(value);
     }
-    connection->Before_Write(baseTable);
     Kept_Row &row = rows.at(change.row);
     if (change.isNew) {
         const QString head = u"INSERT INTO "_s + Quoted_Name(baseTable);
@@ -141,19 +161,11 @@ void Recordset::State::Write_Queue()
         return;
     }
     connection->Before_Write(baseTable);
-    connection->Execute("SAVEPOINT zelqor_batch");
-    try {
+    connection->Whole([this] {
         for (const Queued_Change &change : queue) {
             Write_Change(change);
         }
-        connection->Execute("RELEASE zelqor_batch");
-    } catch (...) {
-        if (sqlite3_get_autocommit(connection->Handle()) == 0) {
-            sqlite3_exec(connection->Handle(), "ROLLBACK TO zelqor_batch; RELEASE zelqor_batch", nullptr, nullptr,
-                         nullptr);
-        }
-        throw;
-    }
+    });
     queue.clear();
 }
 

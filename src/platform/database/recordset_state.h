@@ -56,5 +56,6 @@ struct Recordset::State {
     void Write_Queue();
     void Discard();
     void Write_Change(const Queued_Change &change);
+    void Write_Row(const Queued_Change &change);
     [[nodiscard]] Row Read_Back(qint64 rowid) const;
 };

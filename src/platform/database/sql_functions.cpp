@@ -7,8 +7,8 @@
 #include "platform/database/sql_values.h"
 #include "platform/database/sqlite_cells.h"
 #include "platform/database/text_fold.h"
+#include "platform/database/text_order.h"
 
-#include <QCollator>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -333,64 +333,9 @@ int Compare_Text(void *, int lengthA, const void *a, int lengthB, const void *b)
     return Text_Fold::Compare(View(a, lengthA), View(b, lengthB));
 }
 
-const QCollator &Dictionary()
-{
-    static const QCollator collator = [] {
-        QCollator chinese(QLocale(QLocale::Chinese, QLocale::China));
-        chinese.setCaseSensitivity(Qt::CaseInsensitive);
-        chinese.compare(u"a"_s, u"b"_s); // makes it ready, so that threads may share it
-        return chinese;
-    }();
-    return collator;
-}
-
-constexpr size_t Ascii_End = 0x7F;
-/// The places of the printable ASCII characters in the dictionary; 0 for every other byte.
-using Ascii_Places = std::array<unsigned char, 256>;
-
-Ascii_Places Find_Ascii_Places()
-{
-    std::vector<QChar> characters;
-    for (char16_t c = u' '; c < Ascii_End; ++c) {
-        characters.emplace_back(c);
-    }
-    const auto compare = [](QChar a, QChar b) {
-        return Dictionary().compare(QString(a), QString(b));
-    };
-    std::stable_sort(characters.begin(), characters.end(), [&](QChar a, QChar b) { return compare(a, b) < 0; });
-    Ascii_Places places{};
-    int place = 1;
-    for (size_t i = 0; i < characters.size(); ++i) {
-        place += i > 0 && compare(characters[i - 1], characters[i]) != 0 ? 1 : 0;
-        places[characters[i].unicode()] = static_cast<unsigned char>(place);
-    }
-    return places;
-}
-
-/// Printable ASCII characters are ordered one by one in the dictionary, so that texts of them alone are compared
-/// without it.
 int Compare_Order(void *, int lengthA, const void *a, int lengthB, const void *b)
 {
-    static const Ascii_Places places = Find_Ascii_Places();
-    const std::string_view left = View(a, lengthA);
-    const std::string_view right = View(b, lengthB);
-    const auto place = [](char c) {
-        return places[static_cast<unsigned char>(c)];
-    };
-    const auto isPlain = [&](std::string_view text) {
-        return std::all_of(text.begin(), text.end(), [&](char c) { return place(c) != 0; });
-    };
-    if (!isPlain(left) || !isPlain(right)) {
-        const int order =
-            Dictionary().compare(QString::fromUtf8(left.data(), lengthA), QString::fromUtf8(right.data(), lengthB));
-        return order != 0 ? order : Text_Fold::Compare(left, right);
-    }
-    for (size_t i = 0; i < std::min(left.size(), right.size()); ++i) {
-        if (place(left[i]) != place(right[i])) {
-            return place(left[i]) < place(right[i]) ? -1 : 1;
-        }
-    }
-    return Text_Fold::Compare(left, right);
+    return Text_Order::Compare(View(a, lengthA), View(b, lengthB));
 }
 } // namespace
 

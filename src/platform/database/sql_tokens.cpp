@@ -26,6 +26,37 @@ bool Continues_Name(QChar c)
     return Begins_Name(c) || Is_Digit(c) || c == u'$' || c.isDigit() || c.isMark();
 }
 
+/// "2023-05" and longer: a prefix of the short form that goes beyond the year.
+bool Is_Date_Prefix(QStringView text)
+{
+    const QChar separator = Stored_Date::Separator();
+    if (text.size() < 5 || text.size() > 10) {
+        return false;
+    }
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if ((i == 4 || i == 7) ? text[i] != separator : !Is_Digit(text[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+Pattern_Class Classify_Pattern(const QString &pattern)
+{
+    if (pattern == u"%"_s) {
+        return Pattern_Class::Everything;
+    }
+    const auto digits = std::find_if_not(pattern.begin(), pattern.end(), Is_Digit) - pattern.begin();
+    const bool oneAtEnd = pattern.indexOf(u'%') == pattern.size() - 1 && pattern.endsWith(u'%');
+    if (digits > 0 && oneAtEnd && digits == pattern.size() - 1) {
+        return Pattern_Class::Digits_Prefix;
+    }
+    if (oneAtEnd && Is_Date_Prefix(QStringView(pattern).chopped(1))) {
+        return Pattern_Class::Date_Prefix;
+    }
+    return digits > 0 ? Pattern_Class::Digits_Other : Pattern_Class::Other;
+}
+
 class Tokenizer
 {
 public:
@@ -36,6 +67,7 @@ public:
         std::vector<Token> tokens;
         tokens.reserve(static_cast<size_t>(m_text.size()) / 4 + 2);
         int literals = 0;
+        bool behindLike = false;
         for (;;) {
             while (m_at < m_text.size() && m_text[m_at].isSpace()) {
                 ++m_at;
@@ -47,6 +79,10 @@ public:
             if (token.kind == Token_Kind::Text || token.kind == Token_Kind::Number || token.kind == Token_Kind::Date) {
                 token.literal = literals++;
             }
+            if (token.kind == Token_Kind::Text && behindLike) {
+                token.pattern = Classify_Pattern(token.Value());
+            }
+            behindLike = token.Is("like"_L1) || (behindLike && token.Is("("_L1));
             tokens.push_back(token);
             if (token.kind == Token_Kind::End) {
                 return tokens;
@@ -149,21 +185,6 @@ private:
     QStringView m_text;
     qsizetype m_at = 0;
 };
-
-/// "2023-05" and longer: a prefix of the short form that goes beyond the year.
-bool Is_Date_Prefix(QStringView text)
-{
-    const QChar separator = Stored_Date::Separator();
-    if (text.size() < 5 || text.size() > 10) {
-        return false;
-    }
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if ((i == 4 || i == 7) ? text[i] != separator : !Is_Digit(text[i])) {
-            return false;
-        }
-    }
-    return true;
-}
 } // namespace
 
 bool Token::Is(QLatin1StringView word) const
@@ -192,33 +213,16 @@ std::vector<Token> Tokenize(QStringView statement)
     return Tokenizer(statement).All();
 }
 
-Pattern_Class Classify_Pattern(const QString &pattern)
-{
-    if (pattern == u"%"_s) {
-        return Pattern_Class::Everything;
-    }
-    const auto digits = std::find_if_not(pattern.begin(), pattern.end(), Is_Digit) - pattern.begin();
-    const bool oneAtEnd = pattern.indexOf(u'%') == pattern.size() - 1 && pattern.endsWith(u'%');
-    if (digits > 0 && oneAtEnd && digits == pattern.size() - 1) {
-        return Pattern_Class::Digits_Prefix;
-    }
-    if (oneAtEnd && Is_Date_Prefix(QStringView(pattern).chopped(1))) {
-        return Pattern_Class::Date_Prefix;
-    }
-    return digits > 0 ? Pattern_Class::Digits_Other : Pattern_Class::Other;
-}
-
 QString Statement_Shape(const std::vector<Token> &tokens)
 {
     QString shape;
     shape.reserve(256);
-    const Token *previous = nullptr;
     for (const Token &token : tokens) {
         shape += u' ';
-        if (token.kind == Token_Kind::Text) {
-            const bool pattern = previous != nullptr && previous->Is("like"_L1);
-            shape += pattern ? QChar(u'0' + static_cast<int>(Classify_Pattern(token.Value())))
-                             : QChar(Text_Fold::Is_Ascii(token.raw) ? u'\'' : u'"');
+        if (token.pattern != Pattern_Class::None) {
+            shape += QChar(u'0' + static_cast<int>(token.pattern));
+        } else if (token.kind == Token_Kind::Text) {
+            shape += Text_Fold::Is_Ascii(token.raw) ? u'\'' : u'"';
         } else if (token.kind == Token_Kind::Number) {
             shape += token.raw.contains(u'.') ? u'%' : u'?';
         } else if (token.kind == Token_Kind::Date) {
@@ -226,7 +230,6 @@ QString Statement_Shape(const std::vector<Token> &tokens)
         } else {
             shape += token.raw;
         }
-        previous = &token;
     }
     return shape;
 }

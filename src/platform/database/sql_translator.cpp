@@ -14,6 +14,11 @@ namespace
 const QString Row_Alias = u"\"zelqor:row\""_s;
 } // namespace
 
+QString Folding(Value_Type type)
+{
+    return Is_Text(type) ? u" COLLATE zelqor_text"_s : QString();
+}
+
 QString Output_Alias(size_t index)
 {
     return u"zelqor:"_s + QString::number(index);
@@ -84,7 +89,7 @@ Translator::Select_Text Translator::Select(const struct Select &select, const Sq
     const QString from = From(select, scope);
     Select_Text result;
     m_aggregate = false;
-    QString items = Items(select, scope, result.outputs);
+    QString items = Items(select, scope, result.outputs, select.distinct || (inUnion && tied == nullptr));
     const bool single = select.from.size() == 1 && scope.entries.size() == 1 && scope.entries[0].table != nullptr;
     if (updatable && single && scope.entries[0].table->hasRowid && !select.distinct && !m_aggregate &&
         select.groupBy.empty()) {
@@ -126,19 +131,19 @@ QString Translator::Group(const struct Select &select, const Sql_Scope &scope)
             throw Engine_Error::Syntax(u"a literal cannot be grouped by"_s);
         }
         const Sql_Piece piece = Expression(*term, scope);
-        terms.append(piece.text + (Is_Text(piece.type) ? u" COLLATE zelqor_text"_s : QString()));
+        terms.append(piece.text + Folding(piece.type));
     }
     return terms.isEmpty() ? QString() : u" GROUP BY "_s + terms.join(u", "_s);
 }
 
-QString Translator::Items(const struct Select &select, const Sql_Scope &scope, std::vector<Output> &outputs)
+QString Translator::Items(const struct Select &select, const Sql_Scope &scope, std::vector<Output> &outputs, bool told)
 {
     constexpr int First_Unnamed = 1000;
     QStringList texts;
     int unnamed = First_Unnamed;
     for (const Select_Item &item : select.items) {
         if (item.star) {
-            Star(item, scope, texts, outputs);
+            Star(item, scope, texts, outputs, told);
             continue;
         }
         const Sql_Piece piece = Expression(*item.expr, scope);
@@ -146,13 +151,15 @@ QString Translator::Items(const struct Select &select, const Sql_Scope &scope, s
         if (name.isEmpty()) {
             name = u"Expr"_s + QString::number(unnamed++);
         }
-        texts.append(piece.text + u" AS "_s + Quoted_Name(Output_Alias(outputs.size())));
+        texts.append(piece.text + (told ? Folding(piece.type) : QString()) + u" AS "_s +
+                     Quoted_Name(Output_Alias(outputs.size())));
         outputs.push_back({name, piece.type, piece.size, piece.column});
     }
     return texts.join(u", "_s);
 }
 
-void Translator::Star(const Select_Item &item, const Sql_Scope &scope, QStringList &texts, std::vector<Output> &outputs)
+void Translator::Star(const Select_Item &item, const Sql_Scope &scope, QStringList &texts, std::vector<Output> &outputs,
+                      bool told)
 {
     bool found = false;
     for (const Sql_Scope::Entry &entry : scope.entries) {
@@ -161,7 +168,8 @@ void Translator::Star(const Select_Item &item, const Sql_Scope &scope, QStringLi
         }
         found = true;
         const auto add = [&](const QString &column, const Output &output) {
-            texts.append(Quoted_Name(entry.name) + u'.' + Quoted_Name(column) + u" AS "_s +
+            texts.append(Quoted_Name(entry.name) + u'.' + Quoted_Name(column) +
+                         (told ? Folding(output.type) : QString()) + u" AS "_s +
                          Quoted_Name(Output_Alias(outputs.size())));
             outputs.push_back(output);
         };
@@ -367,6 +375,8 @@ Plan Translate(const Statement &statement, const Catalog &catalog, bool updatabl
         const Catalog_Table &table = *catalog.Find(plan.tables.front());
         plan.changes =
             update != nullptr ? Changes_Of(*update, table) : QByteArrayList{Quoted_Name(table.name).toUtf8()};
+        const Catalog_Column *key = table.Single_Key();
+        plan.key = key != nullptr && Is_Text(key->type) ? key->name : QString();
     }
     plan.sql = text.toUtf8();
     return plan;

@@ -50,6 +50,8 @@ struct Plan {
     bool reusable = true; ///< the same SQL serves every statement of this shape
     QString baseTable;    ///< of an updatable query, whose last hidden column is then the rowid
     std::vector<QString> tables;
+    std::vector<Column_Pair> asciiPairs; ///< compared as if one of the two held nothing but ASCII
+    QString key;                         ///< of a write: the key column of one text that it sets, "" for none
     QByteArrayList changes; ///< of a write: a query whose SQL holds none of these names has the same rows behind it
     std::shared_ptr<const Key_Plan> keys; ///< the same query by its row numbers, null where it can't be run so
 };
@@ -59,15 +61,21 @@ struct Plan {
 struct Key_Plan {
     /// One select of a union.
     struct Part {
-        Plan candidates;          ///< row numbers, by what is quick to tell
-        std::optional<Plan> test; ///< those of them, given as JSON, whose texts answer
-        int top = -1;             ///< the literal that bounds this part
+        Plan candidates;           ///< row numbers, by what is quick to tell
+        std::optional<Plan> test;  ///< those of them, given as JSON, whose texts answer
+        std::optional<Plan> first; ///< those of the rows that stand in front that answer; only beside a test
+        int top = -1;              ///< the literal that bounds this part
     };
     std::vector<Part> parts;
     QByteArray orderOfMany; ///< all row numbers of a Key_Set in order
     QByteArray orderOfFew;  ///< the same for row numbers given as JSON
-    QByteArray row;         ///< the columns of one row number
-    bool always = false;    ///< pays for the first rows too: texts are searched, or would be sorted along
+    /// Row numbers with what they are ordered by, where that is one text: all of them where an index holds them, else
+    /// those from one number to another.
+    QByteArray texts;
+    bool textsOfIndex = false;
+    bool descending = false;
+    QByteArray row;      ///< the columns of one row number
+    bool always = false; ///< pays for the first rows too: texts are searched, or would be sorted along
 };
 
 /// Translates a query, insert, update or delete. @throws Run_Time_Error for unknown names and misused functions.

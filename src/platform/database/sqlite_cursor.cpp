@@ -132,7 +132,7 @@ bool Sqlite_Cursor::Advance()
 }
 
 bool Sqlite_Cursor::Step(Row &row)
-{
+try {
     if (!Advance()) {
         return false;
     }
@@ -148,4 +148,7 @@ bool Sqlite_Cursor::Step(Row &row)
         sqlite3_reset(m_statement->handle); // between its rows the file is free for others
     }
     return true;
+} catch (const std::bad_alloc &) {
+    Finish();
+    throw Engine_Error::Too_Large();
 }

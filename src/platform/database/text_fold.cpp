@@ -77,7 +77,8 @@ QString Folded(const QString &text)
 
 bool Is_Ascii(QStringView text)
 {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < First_Beyond_Ascii; });
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar c) { return c.unicode() != 0 && c.unicode() < First_Beyond_Ascii; });
 }
 
 char32_t Next_Code_Point(std::string_view text, size_t &at)

@@ -9,11 +9,13 @@
 /// Text without regard to case, straight on the UTF-8 bytes of the file.
 ///
 /// The fold is the simple lower case of each code point, except that a character outside ASCII never folds to one
-/// inside. So for a pure ASCII operand the built-in NOCASE collation gives the same answers, and its indexes serve.
+/// inside. So where one of two operands is pure ASCII the built-in NOCASE collation gives the same answers, and its
+/// indexes serve.
 namespace Text_Fold
 {
 char32_t Fold(char32_t c);
 QString Folded(const QString &text);
+/// Zeros count as beyond ASCII, since NOCASE looks no further than to the first one.
 bool Is_Ascii(QStringView text);
 /// The code point at `at`, which moves behind it; bytes that are no UTF-8 count one by one.
 char32_t Next_Code_Point(std::string_view text, size_t &at);

@@ -15,6 +15,9 @@ namespace
 constexpr size_t Rows_At_Once = 64;
 constexpr size_t Most_Threads = 8;
 constexpr int Steps_Between_Looks = 1000;
+constexpr qint64 Milliseconds_Between_News = 100;
+/// More rows than a list shows of a search: what is found behind them is not told ahead.
+constexpr size_t Enough_News = 500;
 } // namespace
 
 Text_Test::Text_Test(Connection &connection, const Plan &test, const std::vector<Token> &tokens,
@@ -107,8 +110,30 @@ void Text_Test::Work(Connection &connection)
             throw;
         }
         m_done->fetch_add(static_cast<qint64>(share.size()));
+        {
+            const std::lock_guard lock(m_mutex);
+            m_found.insert(m_found.end(), found.begin(), found.end());
+        }
+        if (m_early && &connection == &m_connection) {
+            Tell();
+        }
+    }
+}
+
+void Text_Test::Tell()
+{
+    if (m_told >= Enough_News || (m_sinceTold.isValid() && !m_sinceTold.hasExpired(Milliseconds_Between_News))) {
+        return;
+    }
+    std::vector<qint64> found;
+    {
         const std::lock_guard lock(m_mutex);
-        m_found.insert(m_found.end(), found.begin(), found.end());
+        found.assign(m_found.begin(), m_found.begin() + static_cast<qsizetype>(std::min(m_found.size(), Enough_News)));
+    }
+    if (found.size() > m_told) {
+        m_told = found.size();
+        m_early(std::move(found));
+        m_sinceTold.start();
     }
 }
 

@@ -10,12 +10,44 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
 // An advisory lock on the directory itself needs no file, works where nothing can be written and is dropped by the
 // kernel with the process. Where the file system has no such lock (some network ones, other systems) a lock file in
 // the temporary directory, named for the program directory, takes its place.
+
+namespace
+{
+#ifdef Q_OS_UNIX
+/// The process that has a lock on a directory, by the kernel's list (proc_locks(5)); "" when it does not tell.
+QByteArray Holder_Of(quint64 inode)
+{
+    QFile list(QStringLiteral("/proc/locks")); // 1: FLOCK  ADVISORY  WRITE 4711 08:01:262146 0 EOF
+    if (!list.open(QIODevice::ReadOnly))
+        return {};
+    for (const QByteArray &line : list.readAll().split('\n')) {
+        const QList<QByteArray> words = line.simplified().split(' ');
+        if (words.value(1) == "FLOCK" && words.value(5).endsWith(':' + QByteArray::number(inode)))
+            return words.value(4);
+    }
+    return {};
+}
+
+bool Is_Held_By_Other(int directory)
+{
+    struct stat place {
+    };
+    const QByteArray process = ::fstat(directory, &place) == 0 ? Holder_Of(place.st_ino) : QByteArray();
+    struct stat holder {
+    };
+    // A process that cannot be seen is somebody else's.
+    return process.toLongLong() > 0 &&
+           (::stat(("/proc/" + process).constData(), &holder) != 0 || holder.st_uid != ::geteuid());
+}
+#endif
+} // namespace
 
 Single_Instance::Single_Instance(const QString &programDirectory)
 {
@@ -53,6 +85,7 @@ Single_Instance::Lock Single_Instance::Lock_Directory(const QString &directory)
         return Lock::Taken;
     }
     const bool held = errno == EWOULDBLOCK;
+    m_otherUser = held && Is_Held_By_Other(descriptor);
     ::close(descriptor);
     return held ? Lock::Held_By_Other : Lock::Impossible;
 #else
@@ -64,8 +97,12 @@ Single_Instance::Lock Single_Instance::Lock_Directory(const QString &directory)
 Single_Instance::Lock Single_Instance::Lock_File(const QString &directory)
 {
     const QByteArray name = QCryptographicHash::hash(directory.toUtf8(), QCryptographicHash::Sha256).toHex().left(32);
-    auto file =
-        std::make_unique<QLockFile>(QDir::tempPath() + QStringLiteral("/zelqor-%1.lock").arg(QLatin1String(name)));
+    const QString path = QDir::tempPath() + QStringLiteral("/zelqor-%1.lock").arg(QLatin1String(name));
+    const QFileInfo there(path);
+    m_otherUser = there.exists() && there.ownerId() != ::geteuid();
+    if (m_otherUser) // nor is it looked into: it may be anything
+        return Lock::Held_By_Other;
+    auto file = std::make_unique<QLockFile>(path);
     file->setStaleLockTime(0); // only a dead holder makes it stale, which is looked up by process id
     if (file->tryLock()) {
         m_file = std::move(file);

@@ -17,6 +17,8 @@ public:
     Single_Instance &operator=(const Single_Instance &) = delete;
 
     [[nodiscard]] bool Is_Only_One() const { return m_onlyOne; }
+    /// Another user's process holds the place, so that no window of this user's will be found.
+    [[nodiscard]] bool Is_Held_By_Other_User() const { return m_otherUser; }
     /// Gives the place up, so that a process started now finds it free: for a program that starts itself again.
     void Release();
 
@@ -26,6 +28,7 @@ private:
     Lock Lock_File(const QString &directory);
 
     bool m_onlyOne = true;
+    bool m_otherUser = false;
     int m_directory = -1; ///< descriptor of the locked directory
     std::unique_ptr<QLockFile> m_file;
 };

@@ -2,6 +2,7 @@
 #include "platform/desktop/skin_engine.h"
 
 #include "platform/errors/run_time_error.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/profile/profile.h"
 
@@ -9,7 +10,9 @@
 #include <QColor>
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QResource>
 #include <QStyle>
 #include <QToolTip>
@@ -17,6 +20,8 @@
 
 namespace
 {
+constexpr qint64 Largest_File = 256 * 1024;
+
 struct Skin {
     Profile::Snapshot header;
     QString sheet; ///< its own style sheet, behind the frame's
@@ -88,9 +93,30 @@ bool Has_All_Colours(const Skin &skin)
                                         [&](const Palette_Role &row) { return Colour(skin, row.colour).isValid(); });
 }
 
+/// A sheet may name pictures of the skin library only, set no property but looks, and spell no word in escapes.
+bool Is_Harmless(const QString &sheet)
+{
+    static const QRegularExpression foreign(
+        QStringLiteral("\\\\|@import|qproperty|\\burl\\s*\\((?!:/skin/[\\w@./-]+\\))|image\\s*\\("),
+        QRegularExpression::CaseInsensitiveOption);
+    return !sheet.contains(foreign);
+}
+
+/// What a sheet calls by name is a word or a colour.
+bool Has_Plain_Values(const Skin &skin)
+{
+    static const QRegularExpression word(QStringLiteral("^[\\w #.-]{0,64}$"));
+    const QString section = QStringLiteral("Skin");
+    const QStringList names = skin.header.Keys(section);
+    return std::all_of(names.begin(), names.end(),
+                       [&](const QString &name) { return skin.header.Value(section, name).contains(word); });
+}
+
 std::optional<Skin> Read_Skin(const QString &file, const QString &password)
 {
     try {
+        if (QFileInfo(file).size() > Largest_File)
+            return {};
         Skin skin{Profile::Snapshot(file), {}};
         const QString text = Files::Decode_Text(Files::Read_Bytes(file));
         const QString mark = QStringLiteral("[Style]");
@@ -98,7 +124,7 @@ std::optional<Skin> Read_Skin(const QString &file, const QString &password)
         if (sheet < 0 || !Opens(skin, password) || !Has_All_Colours(skin))
             return {};
         skin.sheet = text.mid(sheet + mark.size());
-        return skin;
+        return Is_Harmless(skin.sheet) && Has_Plain_Values(skin) ? std::optional(skin) : std::nullopt;
     } catch (const Run_Time_Error &) {
         return {}; // a skin that cannot be read is no skin
     }
@@ -108,7 +134,7 @@ void Load_Library()
 {
     Engine &engine = State();
     const QString file = Files::Native_Path(engine.libraryFile);
-    if (!QFile::exists(file))
+    if (!Files::Is_File(file))
         throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: %1").arg(file),
                              Failure::File_Not_Found);
     if (engine.loadedLibrary == file)
@@ -134,14 +160,23 @@ QPalette Palette_Of(const Skin &skin)
     return palette;
 }
 
+/// The frame's sheet and the skin's own with each "@Name@" replaced once: a value that holds names itself stays.
 QString Sheet_Of(const Skin &skin)
 {
-    QString sheet = QString::fromUtf8(Files::Read_Bytes(QStringLiteral(":/skin/frame.qss"))) + skin.sheet;
-    for (const char *section : {"Skin", "Colours"}) {
-        for (const QString &name : skin.header.Keys(QLatin1String(section)))
-            sheet.replace(QLatin1Char('@') + name + QLatin1Char('@'), skin.header.Value(QLatin1String(section), name));
+    static const QRegularExpression name(QStringLiteral("@(\\w+)@"));
+    const QString sheet = QString::fromUtf8(Files::Read_Bytes(QStringLiteral(":/skin/frame.qss"))) + skin.sheet;
+    QString whole;
+    qsizetype done = 0;
+    for (auto found = name.globalMatch(sheet); found.hasNext();) {
+        const QRegularExpressionMatch one = found.next();
+        QString value = skin.header.Value(QStringLiteral("Skin"), one.captured(1));
+        if (value.isEmpty())
+            value = skin.header.Value(Colours(), one.captured(1));
+        whole += QStringView(sheet).mid(done, one.capturedStart() - done);
+        whole += value.isEmpty() ? one.captured() : value;
+        done = one.capturedEnd();
     }
-    return sheet;
+    return whole.append(QStringView(sheet).mid(done));
 }
 
 void Remember_Plain_Look()

@@ -10,9 +10,11 @@ enum class Failure {
     Other,
     File_Not_Found,
     Path_Access,
+    Link, ///< a link where none is followed
     Disk_Full,
     Read_Only,
     Locked,
+    Foreign_Journal, ///< what lies beside a database would have its opening do harm
     Not_A_Database,
     Damaged,
     Missing_Table,
@@ -27,12 +29,13 @@ enum class Failure {
     Too_Large,     ///< a file that the database does not take
     No_Output,     ///< the coder wrote nothing
     Not_Rich_Text, ///< a document of a type that is shown and not written
-    Stopped,       ///< by a watch: at the user's wish, or to give way to a writer
+    Out_Of_Memory,
+    Stopped, ///< by a watch: at the user's wish, or to give way to a writer
 };
 
-/// The one exception that the platform throws. Numbers below 1000 are the run-time's own (53 file not found, 61 disk
-/// full, 70 permission denied, 75 path or file access, 76 path not found, 339 component missing, 3021 no current
-/// row); numbers of the database are 32-bit OLE DB codes, written in hexadecimal in this project.
+/// The one exception that the platform throws. Numbers below 1000 are the run-time's own (7 out of memory, 53 file not
+/// found, 61 disk full, 70 permission denied, 75 path or file access, 76 path not found, 339 component missing, 3021 no
+/// current row); numbers of the database are 32-bit OLE DB codes, written in hexadecimal in this project.
 class Run_Time_Error : public std::exception
 {
 public:
@@ -53,6 +56,7 @@ private:
 
 namespace Error_Number
 {
+inline constexpr qint32 Out_Of_Memory = 7;
 inline constexpr qint32 File_Not_Found = 53;
 inline constexpr qint32 Disk_Full = 61;
 inline constexpr qint32 Permission_Denied = 70;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/extract/compound_file.h"
 
+#include "platform/files/door.h"
+
 #include <QtEndian>
 #include <algorithm>
 
@@ -32,10 +34,10 @@ quint16 Short_At(const QByteArray &bytes, qsizetype place)
 }
 } // namespace
 
-Compound_File::Compound_File(const QString &path) : m_file(path)
+Compound_File::Compound_File(const QString &path)
 {
-    if (m_file.open(QIODevice::ReadOnly))
-        Read_Tables();
+    Files::Open_To_Read(m_file, path);
+    Read_Tables();
 }
 
 void Compound_File::Read_Tables()

@@ -13,6 +13,7 @@ namespace ExtractText
 class Compound_File
 {
 public:
+    /// @throws Run_Time_Error 53 or 75 when the file cannot be read
     explicit Compound_File(const QString &path);
 
     [[nodiscard]] bool Has(const QString &name);

@@ -70,6 +70,17 @@ bool Office_Parts::Has(const QString &part) const
     return m_archive->Find(part) >= 0;
 }
 
+/// Whether the tokens so far are those of a file that says something: each costs, and text pays for those around it.
+bool Office_Parts::Pays(const QXmlStreamReader &xml)
+{
+    constexpr qint64 Tokens_For_A_Character = 32;
+    constexpr qint64 Most_Unpaid = 4'000'000; // two seconds of a slow machine
+    m_unpaid += 1;
+    if (xml.isCharacters() && !xml.isWhitespace())
+        m_unpaid -= std::min(m_unpaid, xml.text().size() * Tokens_For_A_Character);
+    return m_unpaid < Most_Unpaid;
+}
+
 void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStreamReader &)> &token)
 {
     const zip_int64_t index = m_deadline.hasExpired() ? -1 : m_archive->Find(part);
@@ -86,7 +97,7 @@ void Office_Parts::Read(const QString &part, const std::function<bool(QXmlStream
         stream.Begin_Token();
         depth += xml.isStartElement() ? 1 : xml.isEndElement() ? -1 : 0;
         if (type == QXmlStreamReader::DTD || type == QXmlStreamReader::Invalid ||
-            xml.namespaceDeclarations().size() > Most_Namespaces || !token(xml))
+            xml.namespaceDeclarations().size() > Most_Namespaces || !Pays(xml) || !token(xml))
             return;
     }
 }

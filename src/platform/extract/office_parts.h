@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool Has(const QString &part) const;
     /// Gives each token of a part to `token` until it answers false, the part ends, or the budget does. What no office
     /// file has ends the reading too: a document type declaration, before any entity is expanded, elements within
-    /// elements, attributes and namespaces without end.
+    /// elements, attributes and namespaces without end, millions of tokens without a word.
     void Read(const QString &part, const std::function<bool(QXmlStreamReader &xml)> &token);
     /// Targets of a part's first Most_Parts relationships by their ids, as part names.
     QHash<QString, QString> Relationships(const QString &part);
@@ -37,11 +37,13 @@ public:
 
 private:
     class Stream;
+    bool Pays(const QXmlStreamReader &xml);
     struct Relationship;
     void Read_Relationships(const QString &part, const std::function<void(const Relationship &)> &use);
     struct Archive;
     std::unique_ptr<Archive> m_archive;
     qint64 m_bytesLeft = Q_INT64_C(160) << 20;
+    qint64 m_unpaid = 0; ///< tokens without text
     QDeadlineTimer m_deadline{20'000};
 };
 } // namespace ExtractText

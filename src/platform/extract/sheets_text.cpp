@@ -43,6 +43,7 @@ void Read_Workbook(Office_Parts &parts, const QString &workbook, Book &book)
 
 void Read_Strings(Office_Parts &parts, const QString &part, Book &book, qint64 limit)
 {
+    constexpr qsizetype Most_Strings = 1 << 20; // as many as a sheet has rows
     qint64 size = 0;
     bool inText = false;
     int phonetic = 0; // readings that stand over the text, as in Japanese
@@ -58,7 +59,7 @@ void Read_Strings(Office_Parts &parts, const QString &part, Book &book, qint64 l
             book.strings.last() += xml.text();
             size += xml.text().size();
         }
-        return size < limit && book.strings.size() < limit / 8;
+        return size < limit && book.strings.size() < Most_Strings;
     });
 }
 

@@ -5,6 +5,7 @@
 #include "platform/extract/office_text.h"
 #include "platform/extract/slide_records.h"
 #include "platform/extract/tool_text.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/richtext/rich_text.h"
 
@@ -49,17 +50,16 @@ Tool Tool_For_Compound(const QString &path)
                                {u"WordDocument", "doc wps dot", Tool::Words},
                                {u"Workbook", "xls et xlt", Tool::Sheets}};
     constexpr qint64 Searched = 1 << 20;
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) {
-        QByteArray seen = file.read(Searched);
-        if (file.size() > Searched && file.seek(std::max(Searched, file.size() - Searched)))
-            seen += file.readAll();
-        if (seen.contains(Utf16_Name(u"EncryptedPackage")))
-            return Tool::None;
-        for (const Row &row : rows) {
-            if (seen.contains(Utf16_Name(row.stream)))
-                return row.tool;
-        }
+    QFile file;
+    Files::Open_To_Read(file, path);
+    QByteArray seen = file.read(Searched);
+    if (file.size() > Searched && file.seek(std::max(Searched, file.size() - Searched)))
+        seen += file.readAll();
+    if (seen.contains(Utf16_Name(u"EncryptedPackage")))
+        return Tool::None;
+    for (const Row &row : rows) {
+        if (seen.contains(Utf16_Name(row.stream)))
+            return row.tool;
     }
     const QByteArray extension = QFileInfo(path).suffix().toLower().toLatin1();
     for (const Row &row : rows) {
@@ -71,9 +71,10 @@ Tool Tool_For_Compound(const QString &path)
 
 QString Rich_Text_Of(const QString &path, qint64 limit)
 {
-    QFile file(path);
+    QFile file;
     QTextDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !Rich_Text::Read_Rtf(file.read(limit), document))
+    Files::Open_To_Read(file, path);
+    if (!Rich_Text::Read_Rtf(file.read(limit), document))
         return {};
     return Rich_Text::Shown_Text(document);
 }
@@ -83,9 +84,10 @@ QString TextExtractor::ExtractText(const QString &path, qint64 limit) const
 {
     constexpr qint64 Head = 1024;
     const QString native = Files::Native_Path(path);
-    QFile file(native);
-    if (!QFileInfo(native).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!Files::Is_File(native))
         return {};
+    QFile file;
+    Files::Open_To_Read(file, native);
     const Kind kind = Kind_Of(file.read(Head));
     file.close();
     switch (kind) {

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/files/folder.h"
 #include "platform/files/paths.h"
 
 #include <QByteArray>
 #include <QString>
-#include <memory>
-
-class QFileDevice;
 
 namespace Files
 {
@@ -16,7 +14,8 @@ namespace Files
 class Atomic_File
 {
 public:
-    /// @throws Run_Time_Error 70 where nothing may be written, 75 for a place that holds no file or cannot.
+    /// @throws Run_Time_Error 61 on a full disk, 70 where nothing may be written, 75 for a place that holds no file, or
+    /// a link, or cannot.
     explicit Atomic_File(const QString &path, Durability durability = Durability::Kept);
     ~Atomic_File();
     Atomic_File(const Atomic_File &) = delete;
@@ -29,9 +28,22 @@ public:
     void Commit();
 
 private:
-    [[noreturn]] void Fail();
+    void Look_At_Place();
+    void Open_Scratch();
+    void Open_Beside();
+    void Flush();
+    void Give_Name();
+    void Close();
+    void Check(bool done) const;
+    [[noreturn]] void Fail() const;
+
     QString m_path;
-    std::unique_ptr<QFileDevice> m_file;
+    Durability m_durability;
+    Folder m_folder;
+    Descriptor m_file;
+    QByteArray m_written; ///< the name under which it is written; "" for none yet
+    mode_t m_rights;
+    bool m_replaces = false; ///< a file stood in the place
     qint64 m_size = 0;
 };
 } // namespace Files

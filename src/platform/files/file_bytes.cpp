@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/errors/run_time_error.h"
 #include "platform/files/atomic_file.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QStringConverter>
+#include <cerrno>
+#include <unistd.h>
 
 namespace Files
 {
@@ -14,35 +15,19 @@ namespace
 {
 constexpr qint64 Block_Size = 1 << 16;
 
-[[noreturn]] void Throw_Path_Access(const QString &what, const QString &path, const QString &reason)
-{
-    throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("%1 %2: %3").arg(what, path, reason),
-                         Failure::Path_Access);
-}
-
-void Open_To_Read(QFile &file)
-{
-    const QFileInfo info(file.fileName());
-    if (!info.exists())
-        throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: %1").arg(file.fileName()),
-                             Failure::File_Not_Found);
-    if (!info.isFile()) // a pipe would keep the program waiting
-        Throw_Path_Access(QStringLiteral("Cannot read"), file.fileName(), QStringLiteral("it is not a file"));
-    if (!file.open(QIODevice::ReadOnly))
-        Throw_Path_Access(QStringLiteral("Cannot read"), file.fileName(), file.errorString());
-}
-
 void Check_Read(const QFile &file)
 {
     if (file.error() != QFileDevice::NoError)
-        Throw_Path_Access(QStringLiteral("Cannot read"), file.fileName(), file.errorString());
+        throw Run_Time_Error(Error_Number::Path_Access,
+                             QStringLiteral("Cannot read %1: %2").arg(file.fileName(), file.errorString()),
+                             Failure::Path_Access);
 }
 } // namespace
 
 QByteArray Read_Bytes(const QString &path)
 {
-    QFile file(Native_Path(path));
-    Open_To_Read(file);
+    QFile file;
+    Open_To_Read(file, path);
     QByteArray bytes = file.readAll();
     Check_Read(file);
     return bytes;
@@ -57,8 +42,8 @@ void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durabi
 
 void Copy_File(const QString &from, const QString &to, Durability durability)
 {
-    QFile source(Native_Path(from));
-    Open_To_Read(source);
+    QFile source;
+    Open_To_Read(source, from);
     Atomic_File target(to, durability);
     for (;;) {
         const QByteArray block = source.read(Block_Size);
@@ -72,27 +57,23 @@ void Copy_File(const QString &from, const QString &to, Durability durability)
 
 void Delete_If_Present(const QString &path)
 {
-    QFile file(Native_Path(path));
-    const QFileInfo info(file.fileName());
-    if (!info.exists() && !info.isSymLink())
-        return;
-    if (info.isDir() && !info.isSymLink())
-        Throw_Path_Access(QStringLiteral("Cannot delete"), file.fileName(), QStringLiteral("it is a directory"));
-    if (file.remove())
-        return;
-    if (!QFileInfo(info.absolutePath()).isWritable())
-        throw Run_Time_Error(Error_Number::Permission_Denied, QStringLiteral("Cannot delete %1").arg(file.fileName()),
-                             Failure::Read_Only);
-    Throw_Path_Access(QStringLiteral("Cannot delete"), file.fileName(), file.errorString());
+    const QString native = Native_Path(path);
+    const Folder folder(native);
+    const bool gone = folder.Is_Open() && ::unlinkat(folder.Number(), folder.Name(), 0) == 0;
+    const int trouble = folder.Is_Open() ? errno : folder.Trouble();
+    if (!gone && trouble != ENOENT)
+        Throw_Write_Error(native, trouble);
 }
 
 void Make_Directory(const QString &path)
 {
     const QString native = Native_Path(path);
-    if (!QDir().mkpath(native))
-        Throw_Path_Access(QStringLiteral("Cannot make the directory"), native,
-                          QFileInfo::exists(native) ? QStringLiteral("a file has this name")
-                                                    : QStringLiteral("the place cannot be written"));
+    if (!native.startsWith(QLatin1Char('/')))
+        Throw_Write_Error(native, ENOENT);
+    // A name within, so that the folder is the last that is walked to.
+    const Folder inside(native + QStringLiteral("/_"), Folder::If_Missing::Make);
+    if (!inside.Is_Open())
+        Throw_Write_Error(native, inside.Trouble());
 }
 
 QString Decode_Text(const QByteArray &bytes)

@@ -25,9 +25,9 @@ bool Is_Plain_Name(const QString &name);
 QString Name_For(const QString &text, const QString &otherwise);
 
 /// Whether a written file must outlive a failure of the machine, or only one of the program: waiting for the disk
-/// costs more than all else. A scratch file need not outlive either: it is written where it is, which spares a new file
-/// each time.
-enum class Durability { Kept, Staging, Scratch };
+/// costs more than all else. What is given away is kept, and a new one is for whom the user lets read his files, not
+/// for him alone. A scratch file need not outlive either: it is written where it is, which spares a new file each time.
+enum class Durability { Kept, Given, Staging, Scratch };
 
 /// Reads a whole file. @throws Run_Time_Error 53 when it is missing, 75 when it cannot be read.
 QByteArray Read_Bytes(const QString &path);
@@ -37,9 +37,10 @@ QByteArray Read_Bytes(const QString &path);
 void Write_Bytes(const QString &path, const QByteArray &bytes, Durability durability = Durability::Kept);
 /// Copies a file over another, whole or not at all. @throws like Read_Bytes and Write_Bytes.
 void Copy_File(const QString &from, const QString &to, Durability durability = Durability::Kept);
-/// Deletes a file if it exists. @throws Run_Time_Error 70 or 75 when it cannot be.
+/// Deletes a file, or a link itself, if it exists. @throws Run_Time_Error 70 or 75 when it cannot be.
 void Delete_If_Present(const QString &path);
-/// Makes a directory with its parents if it is missing. @throws Run_Time_Error 75.
+/// Makes a directory with its parents if it is missing. A path that is not a full one here would be another place at
+/// each start, and is refused. @throws Run_Time_Error 61, 70 or 75.
 void Make_Directory(const QString &path);
 
 /// Text of the system's own text files: UTF-16 by its mark, UTF-8, or GB18030 when the bytes are no valid UTF-8. A mark

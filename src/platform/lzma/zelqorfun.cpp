@@ -2,11 +2,10 @@
 #include "platform/lzma/zelqorfun.h"
 
 #include "platform/files/atomic_file.h"
-#include "platform/files/paths.h"
+#include "platform/files/door.h"
 #include "platform/lzma/lzma_coder.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <cstring>
 #include <exception>
 
@@ -55,9 +54,8 @@ bool Run(const QByteArray &command, const QString &inputPath, const QString &out
 {
     if (command != "e" && command != "d")
         return false;
-    QFile input(Files::Native_Path(inputPath));
-    if (!QFileInfo(input).isFile() || !input.open(QIODevice::ReadOnly))
-        return false;
+    QFile input;
+    Files::Open_To_Read(input, inputPath);
     // What the coder writes is staged for the next step; the database is what outlives the machine.
     Files::Atomic_File output(outputPath, Files::Durability::Staging);
     const auto sink = [&output](const char *bytes, qint64 size) {

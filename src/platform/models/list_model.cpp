@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/models/list_model.h"
 
+#include "platform/models/plain_tip.h"
+
 #include <QCollator>
 #include <QFont>
 #include <QLocale>
@@ -36,6 +38,24 @@ void List_Model::Replace(std::vector<List_Row> rows)
     endResetModel();
 }
 
+void List_Model::Extend(std::vector<List_Row> rows)
+{
+    const bool more = !m_rows.empty() && rows.size() >= m_rows.size() &&
+                      std::equal(m_rows.begin(), m_rows.end(), rows.begin(), [](const List_Row &a, const List_Row &b) {
+                          return a.tag == b.tag && a.place == b.place;
+                      });
+    if (!more)
+        return Replace(std::move(rows));
+    const int before = Row_Count();
+    const int after = static_cast<int>(rows.size());
+    if (after > before)
+        beginInsertRows({}, before, after - 1);
+    m_rows = std::move(rows);
+    if (after > before)
+        endInsertRows();
+    emit dataChanged(index(0, 0), index(before - 1, columnCount({}) - 1));
+}
+
 int List_Model::Find(const QString &tag) const
 {
     const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const List_Row &row) { return row.tag == tag; });
@@ -46,6 +66,13 @@ void List_Model::Set_Row(int row, const List_Row &content)
 {
     m_rows[static_cast<size_t>(row)] = content;
     emit dataChanged(index(row, 0), index(row, columnCount({}) - 1));
+}
+
+void List_Model::Add(List_Row row)
+{
+    beginInsertRows({}, Row_Count(), Row_Count());
+    m_rows.push_back(std::move(row));
+    endInsertRows();
 }
 
 void List_Model::Remove(int row)
@@ -124,7 +151,7 @@ QVariant List_Model::data(const QModelIndex &index, int role) const
         return row.place;
     case Qt::ToolTipRole: {
         const bool here = row.tip_column < 0 || index.column() == 0 || index.column() == row.tip_column;
-        return row.tool_tip.isEmpty() || !here ? QVariant() : row.tool_tip;
+        return row.tool_tip.isEmpty() || !here ? QVariant() : Plain_Tip(row.tool_tip);
     }
     case Qt::ForegroundRole: {
         const QColor &color = index.column() == 0 ? row.item_color : row.sub_color;

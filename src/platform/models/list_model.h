@@ -47,12 +47,15 @@ public:
 
     /// Replaces all rows in one step.
     void Replace(std::vector<List_Row> rows);
+    /// The same, but rows that stand in front already stay what they are for a view: chosen, and in their place.
+    void Extend(std::vector<List_Row> rows);
     void Clear() { Replace({}); }
     [[nodiscard]] int Row_Count() const { return static_cast<int>(m_rows.size()); }
     [[nodiscard]] const List_Row &Row(int row) const { return m_rows[static_cast<size_t>(row)]; }
     /// First row with that tag, -1 when there is none.
     [[nodiscard]] int Find(const QString &tag) const;
     void Set_Row(int row, const List_Row &content);
+    void Add(List_Row row);
     void Remove(int row);
     /// Sorts by the text shown in a column, as a Chinese dictionary does; equal texts keep their order, and the lines
     /// of a row stay below it.

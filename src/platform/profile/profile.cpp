@@ -4,6 +4,8 @@
 #include "platform/errors/run_time_error.h"
 #include "platform/files/paths.h"
 
+#include <QStringConverter>
+#include <algorithm>
 #include <optional>
 
 namespace Profile
@@ -161,10 +163,60 @@ std::optional<QByteArray> Bytes_If_Present(const QString &path)
         throw;
     }
 }
+
+bool Is_Utf8(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    static_cast<void>(QString(utf8(bytes)));
+    return !utf8.hasError();
+}
+
+/// The text of a file. A stray byte spoils its own line only: where most lines beyond ASCII are UTF-8, each one that is
+/// not is read by itself, and keeps its bytes when the file is written.
+class Decoded_File
+{
+public:
+    explicit Decoded_File(const QByteArray &bytes)
+    {
+        const QList<QByteArray> lines = bytes.split('\n');
+        const auto foreign = std::count_if(lines.begin(), lines.end(), [](const auto &line) { return !Is_Utf8(line); });
+        const auto beyond = std::count_if(lines.begin(), lines.end(), [](const QByteArray &line) {
+            return std::any_of(line.begin(), line.end(), [](char letter) { return (letter & 0x80) != 0; });
+        });
+        if (foreign == 0 || 2 * foreign > beyond) {
+            m_text = Files::Decode_Text(bytes);
+            return;
+        }
+        QStringList texts;
+        for (const QByteArray &line : lines) {
+            texts << Files::Decode_Text(line);
+            if (!Is_Utf8(line))
+                m_kept.insert(texts.last(), line);
+        }
+        m_text = texts.join(u'\n');
+    }
+
+    [[nodiscard]] const QString &Text() const { return m_text; }
+    /// The bytes of the text as it was changed.
+    [[nodiscard]] QByteArray Bytes(const QString &text) const
+    {
+        if (m_kept.isEmpty())
+            return text.toUtf8();
+        QByteArrayList lines;
+        for (const QString &line : text.split(u'\n'))
+            lines << m_kept.value(line, line.toUtf8());
+        return lines.join('\n');
+    }
+
+private:
+    QString m_text;
+    QHash<QString, QByteArray> m_kept; ///< by what was read in them
+};
+
 QString Text_If_Readable(const QString &path)
 {
     try {
-        return Files::Decode_Text(Files::Read_Bytes(path));
+        return Decoded_File(Files::Read_Bytes(path)).Text();
     } catch (const Run_Time_Error &) {
         return {}; // to a reader of one key such a file has no keys
     }
@@ -189,16 +241,17 @@ void Write(const QString &path, const QString &section, const QString &key, cons
 {
     const std::optional<QByteArray> old = Bytes_If_Present(path);
     const QByteArray before = old.value_or(QByteArray());
-    const QString text = With_Key(Files::Decode_Text(before), As_Name(section), As_Name(key), One_Line(value));
-    const QByteArray after = (before.startsWith(Utf8_Mark) ? Utf8_Mark : QByteArray()) + text.toUtf8();
+    const Decoded_File file(before);
+    const QString text = With_Key(file.Text(), As_Name(section), As_Name(key), One_Line(value));
+    const QByteArray after = (before.startsWith(Utf8_Mark) ? Utf8_Mark : QByteArray()) + file.Bytes(text);
     if (!old || after != before)
         Files::Write_Bytes(path, after);
 }
 
 Snapshot::Snapshot(const QString &path)
 {
-    const QString text = Files::Decode_Text(Files::Read_Bytes(path));
-    Line_Reader lines(text);
+    const Decoded_File file(Files::Read_Bytes(path));
+    Line_Reader lines(file.Text());
     Section *current = nullptr;
     while (lines.Next()) {
         if (lines.What() == Kind::Section) {

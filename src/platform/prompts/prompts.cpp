@@ -36,14 +36,24 @@ void Name_Button(QMessageBox &box, QMessageBox::StandardButton button, const QSt
         box.button(button)->setText(text);
 }
 
-/// Shows a box with the pack's words on its buttons; the busy pointer of a running procedure is put aside meanwhile.
-int Show_Box(QMessageBox &box)
+/// As much of a text as a box has room for: a name may be as long as its column, or a file's.
+QString Shown(const QString &text)
 {
-    box.setTextFormat(Qt::PlainText); // a title that looks like a page is a title
+    constexpr qsizetype Longest = 4000;
+    return text.size() > Longest ? text.left(Longest) + QChar(u'…') : text;
+}
+
+/// Shows a box with the pack's words on its buttons; the busy pointer of a running procedure is put aside meanwhile.
+int Show_Box(QMessageBox &box, const Prompts::Button_Texts &own = {})
+{
+    box.setText(Shown(box.text()));
     Name_Button(box, QMessageBox::Ok, words.ok);
     Name_Button(box, QMessageBox::Yes, words.yes);
     Name_Button(box, QMessageBox::No, words.no);
     Name_Button(box, QMessageBox::Cancel, words.cancel);
+    Name_Button(box, QMessageBox::Yes, own.yes);
+    Name_Button(box, QMessageBox::No, own.no);
+    Name_Button(box, QMessageBox::Cancel, own.cancel);
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     const int answer = box.exec();
     QApplication::restoreOverrideCursor();
@@ -131,7 +141,7 @@ void Message(const QString &text, const QString &title, Icon icon)
     Show_Box(box);
 }
 
-Answer Ask(const QString &text, const QString &title, Choice choice, Answer preset)
+Answer Ask(const QString &text, const QString &title, Choice choice, Answer preset, const Button_Texts &own)
 {
     const bool cancellable = choice == Choice::Yes_No_Cancel;
     if (script != nullptr) {
@@ -145,7 +155,7 @@ Answer Ask(const QString &text, const QString &title, Choice choice, Answer pres
         box.addButton(QMessageBox::Cancel);
     box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(cancellable ? QMessageBox::Cancel : QMessageBox::No);
-    switch (Show_Box(box)) {
+    switch (Show_Box(box, own)) {
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::No:
@@ -155,13 +165,30 @@ Answer Ask(const QString &text, const QString &title, Choice choice, Answer pres
     }
 }
 
+int Choose(const QString &text, const QString &title, const QStringList &answers)
+{
+    if (script != nullptr) {
+        bool isNumber = false;
+        const int chosen = script->Take(text, Safe_Refusal).toInt(&isNumber);
+        return isNumber ? chosen : -1;
+    }
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Cancel, Owner());
+    QList<QAbstractButton *> buttons;
+    for (const QString &answer : answers)
+        buttons << box.addButton(answer, QMessageBox::ActionRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.setEscapeButton(QMessageBox::Cancel);
+    Show_Box(box);
+    return static_cast<int>(buttons.indexOf(box.clickedButton()));
+}
+
 QString Input(const QString &text, const QString &title, const QString &preset, bool masked)
 {
     if (script != nullptr)
         return script->Take(text, {});
     QInputDialog box(Owner());
     box.setWindowTitle(title);
-    box.setLabelText(text);
+    box.setLabelText(Shown(text));
     box.setTextValue(preset);
     box.setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
     if (!words.ok.isEmpty()) {
@@ -179,6 +206,13 @@ QString Open_File(const QString &title, const QString &directory, const QString 
     if (script != nullptr)
         return script->Take(title, {});
     return QFileDialog::getOpenFileName(Owner(), title, directory, Native_Filter(filter));
+}
+
+QStringList Open_Files(const QString &title, const QString &directory)
+{
+    if (script != nullptr)
+        return script->Take(title, {}).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+    return QFileDialog::getOpenFileNames(Owner(), title, directory);
 }
 
 QString Save_File(const QString &title, const QString &path, const QString &filter)

@@ -45,7 +45,23 @@ enum Kept_Property : int {
     /// flags of Rtf::Char_Flag.
     Hidden_Text,
     Hidden_Kind,
+    /// Of characters, int: which note they belong to, from its " [" to before its "]"; what it is, as Rtf::Note_Kind;
+    /// and QStringList, of a comment: its author's initials and name, and its date as RTF has it.
+    Note_Number,
+    Note_Kind,
+    Note_Origin,
+    /// Of the root frame, int: what is not kept, by the flags of Rich_Text::Loss.
+    Losses_Property,
+    /// Of characters, QString: their font, where the document has too many for showing them all.
+    Unshown_Font,
+    /// Of characters, int: tells formats of different bookmarks apart. QTextDocument finds formats by their numbers and
+    /// single texts, not by lists of names.
+    Bookmark_Number,
+    /// Of a paragraph, bool: it is the rest of the one before, as long as that has not become shorter than
+    /// Longest_Block. The layout of a paragraph takes time by the square of its length.
+    Rest_Of_Paragraph,
 };
+inline constexpr int Longest_Block = 20'000; ///< characters; a longer paragraph goes on in the next block
 
 /// Type of the inline object that stands for hidden or deleted text, or, with the properties of an image, for a hidden
 /// picture. No handler draws it, so it takes no room.

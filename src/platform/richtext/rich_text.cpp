@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rich_text.h"
 
+#include "platform/errors/run_time_error.h"
 #include "platform/files/paths.h"
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/rtf_builder.h"
 #include "platform/richtext/rtf_reader.h"
+#include "platform/richtext/rtf_writer.h"
 
 #include <QTextBlock>
 #include <QTextCursor>
@@ -12,6 +14,7 @@
 #include <QTextFrame>
 #include <QTextOption>
 
+#include <new>
 #include <utility>
 
 namespace
@@ -48,6 +51,17 @@ QByteArrayList Unread(const QTextDocument &document)
     return unread;
 }
 
+/// Ends the work, not the program, where there is not enough memory for it.
+template <class Body>
+auto In_Memory(Body &&body)
+{
+    try {
+        return body();
+    } catch (const std::bad_alloc &) {
+        throw Run_Time_Error(Error_Number::Out_Of_Memory, QStringLiteral("Out of memory"), Failure::Out_Of_Memory);
+    }
+}
+
 void Set_Plain(const QByteArray &bytes, QTextDocument &document)
 {
     const bool undo = document.isUndoRedoEnabled();
@@ -76,7 +90,13 @@ QString Plain_Text(const QTextDocument &document)
 }
 } // namespace
 
-bool Rich_Text::Read_Rtf(const QByteArray &bytes, QTextDocument &document)
+void Rich_Text::Ask(const Stop &stop)
+{
+    if (stop && stop())
+        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Stopped"), Failure::Stopped);
+}
+
+bool Rich_Text::Read_Rtf(const QByteArray &bytes, QTextDocument &document, const Stop &stop)
 {
     std::string_view rest(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     if (rest.starts_with("\xEF\xBB\xBF"))
@@ -85,14 +105,39 @@ bool Rich_Text::Read_Rtf(const QByteArray &bytes, QTextDocument &document)
     if (!rest.starts_with("{\\rtf"))
         return false;
     Rtf::Model model;
-    Rtf::Reader(rest, model).Read();
-    Rtf::Build_Document(model, document);
+    In_Memory([&] { Rtf::Reader(rest, model).Read(stop); });
+    try {
+        In_Memory([&] { Rtf::Build_Document(model, document, stop); });
+    } catch (const Run_Time_Error &) {
+        document.clear();
+        throw;
+    }
     return true;
 }
 
 QString Rich_Text::Shown_Text(const QTextDocument &document)
 {
-    return document.toPlainText().remove(QChar::ObjectReplacementCharacter);
+    const QString plain = document.toPlainText();
+    QString text;
+    qsizetype done = 0;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (!Rtf::Is_Rest(block))
+            continue;
+        text += QStringView(plain).sliced(done, block.position() - 1 - done);
+        done = block.position();
+    }
+    text += QStringView(plain).sliced(done);
+    return text.remove(QChar::ObjectReplacementCharacter);
+}
+
+int Rich_Text::Losses(const QTextDocument &document)
+{
+    return document.rootFrame()->frameFormat().intProperty(Losses_Property);
+}
+
+QByteArray Rich_Text::Write_Rtf(const QTextDocument &document)
+{
+    return In_Memory([&] { return Rtf::Writer(document).Write(); });
 }
 
 void Rich_Text::Set_Measures(QTextDocument &document, double tab)
@@ -103,20 +148,20 @@ void Rich_Text::Set_Measures(QTextDocument &document, double tab)
     document.setDefaultTextOption(option);
 }
 
-void Rich_Text::Load_File(const QString &path, Format format, QTextDocument &document)
+void Rich_Text::Load_File(const QString &path, Format format, QTextDocument &document, const Stop &stop)
 {
     const QByteArray bytes = Files::Read_Bytes(path);
-    if (format == Format::Plain || !Read_Rtf(bytes, document))
-        Set_Plain(bytes, document);
+    if (format == Format::Plain || !Read_Rtf(bytes, document, stop))
+        In_Memory([&] { Set_Plain(bytes, document); });
 }
 
 void Rich_Text::Save_File(const QString &path, Format format, const QTextDocument &document)
 {
     if (format == Format::Rtf) {
-        Files::Write_Bytes(path, Write_Rtf(document));
+        Files::Write_Bytes(path, Write_Rtf(document), Files::Durability::Given);
         return;
     }
     auto form = document.rootFrame()->frameFormat().property(Plain_Form_Property).value<Plain_Form>();
     form.unread = Unread(document);
-    Files::Write_Bytes(path, Encode_Plain(Plain_Text(document), form));
+    Files::Write_Bytes(path, Encode_Plain(Plain_Text(document), form), Files::Durability::Given);
 }

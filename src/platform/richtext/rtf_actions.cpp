@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Actions of control words on text: characters, paragraphs, notes, pictures, text boxes.
+// Actions of control words on text: characters, paragraphs, pictures, text boxes.
 #include "platform/richtext/rtf_reader.h"
 
 #include <algorithm>
@@ -27,6 +27,20 @@ void Reader::To_Destination(int destination)
 
 void Reader::Skip_Group(int)
 {
+    Skip();
+}
+
+/// Its text and pictures are shown, the shape is not.
+void Reader::Drawing(int)
+{
+    m_model.losses |= Rich_Text::Drawings;
+    m_state.destination = Destination::Nothing;
+}
+
+/// The result of an object is shown.
+void Reader::Object_Data(int)
+{
+    m_model.losses |= Rich_Text::Objects;
     Skip();
 }
 
@@ -63,34 +77,10 @@ void Reader::Unicode_Skip(int)
     m_state.unicodeSkip = std::clamp(m_parameter, 0, 64);
 }
 
-/// A note stands in brackets in its line; they are no part of the raised sign that leads to it.
-void Reader::Emit_Bracket(QStringView bracket)
-{
-    const Script script = std::exchange(m_state.chr.script, Script::Normal);
-    Emit(bracket);
-    m_state.chr.script = script;
-}
-
 /// What belongs to hidden text is hidden too, whatever its own words say.
 void Reader::Hide_With_Text()
 {
     m_state.flagsAround = static_cast<quint16>((m_state.flagsAround | m_state.chr.flags) & Out_Of_Sight);
-}
-
-void Reader::Begin_Note(int)
-{
-    Emit_Bracket(u" [");
-    Hide_With_Text();
-    m_state.closer = Closer::Note;
-    ++m_noteDepth;
-    m_noteBegins = true;
-}
-
-void Reader::End_Note(const State &inner)
-{
-    const quint16 around = std::exchange(m_state.flagsAround, inner.flagsAround);
-    Emit_Bracket(u"]");
-    m_state.flagsAround = around;
 }
 
 void Reader::Alternative(int)
@@ -112,9 +102,7 @@ void Reader::Color_Part(int shift)
 
 void Reader::Plain(int)
 {
-    const int link = m_state.chr.link;
-    m_state.chr = {};
-    m_state.chr.link = link;
+    m_state.chr = {.link = m_state.chr.link, .note = m_state.chr.note};
     m_state.eastAsian = {};
     m_state.rightToLeft = {};
     m_state.script = Script_Kind::Western;
@@ -239,7 +227,7 @@ void Reader::Page_Break(int)
 {
     if (m_state.destination != Destination::Body)
         return;
-    if (Has_Pending() && m_noteDepth == 0)
+    if (m_paragraph.Has_Content() && m_noteDepth == 0)
         End_Paragraph(Nesting());
     m_pageBreak = true;
 }
@@ -248,9 +236,11 @@ void Reader::Section(int)
 {
     if (m_state.destination != Destination::Body)
         return;
-    if (Has_Pending() && m_noteDepth == 0)
+    if (m_paragraph.Has_Content() && m_noteDepth == 0)
         End_Paragraph(Nesting());
     m_pageBreak = m_sectionBreak = !m_model.paragraphs.empty();
+    if (m_sectionBreak)
+        m_model.losses |= Rich_Text::Section_Pages;
 }
 
 /// The section that has begun goes on where the last one ended.
@@ -268,6 +258,8 @@ void Reader::Nest(int)
 void Reader::Begin_Picture(int)
 {
     m_picture = {};
+    if (m_state.destination == Destination::Page_Text)
+        m_model.losses |= Rich_Text::Header_Pictures;
     m_state.destination = Destination::Picture;
     m_state.closer = Closer::Picture;
 }
@@ -292,8 +284,7 @@ void Reader::Text_Box(int)
     m_state.destination = Destination::Body;
     if (m_state.closer != Closer::None)
         return;
-    Close_Run();
-    m_outerRuns.push_back(std::exchange(m_runs, {}));
+    m_paragraph.Begin_Inner();
     m_state.closer = Closer::Text_Box;
     Hide_With_Text();
     m_state.nestingAround = Nesting();

@@ -10,6 +10,7 @@
 #include "platform/richtext/rtf_tables.h"
 
 #include <QCryptographicHash>
+#include <QScopeGuard>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
@@ -28,21 +29,21 @@ namespace
 {
 // QTextList::add takes time in proportion to the items it has, so a very long list goes on as another one.
 constexpr int mostItems = 1000;
+constexpr int paragraphsBetweenAsking = 256;
 
 class Builder
 {
 public:
-    Builder(const Model &model, QTextDocument &document)
-        : m_model(model), m_document(document), m_charFormats(Char_Formats(model)), m_blockFormats(Block_Formats(model))
+    Builder(const Model &model, QTextDocument &document, const Rich_Text::Stop &stop)
+        : m_model(model), m_document(document), m_stop(stop), m_charFormats(Char_Formats(model)),
+          m_blockFormats(Block_Formats(model))
     {
     }
 
     void Fill()
     {
         QTextCursor cursor(&m_document);
-        cursor.beginEditBlock();
         Fill_Flow(m_model.body, cursor);
-        cursor.endEditBlock();
     }
 
 private:
@@ -57,13 +58,16 @@ private:
         bool blockIsFree = true;
         for (const Flow_Item &item : flow) {
             if (item.isTable) {
-                if (&item == &flow.front())
+                const Table &table = m_model.tables[static_cast<std::size_t>(item.index)];
+                if (&item == &flow.front() || table.goesOn)
                     cursor.setBlockFormat(Filler_Format());
-                if (!Fill_Table(m_model.tables[static_cast<std::size_t>(item.index)], cursor))
+                if (!Fill_Table(table, cursor))
                     continue;
                 blockIsFree = true;
                 continue;
             }
+            if (item.index % paragraphsBetweenAsking == 0)
+                Rich_Text::Ask(m_stop);
             Fill_Paragraph(m_model.paragraphs[static_cast<std::size_t>(item.index)], cursor, blockIsFree);
             blockIsFree = false;
         }
@@ -225,6 +229,7 @@ private:
 
     const Model &m_model;
     QTextDocument &m_document;
+    const Rich_Text::Stop &m_stop;
     std::vector<QTextCharFormat> m_charFormats;
     std::vector<QTextBlockFormat> m_blockFormats;
     QHash<int, Open_Lists> m_lists; ///< by index of Model::lists, which several \ls may share
@@ -261,20 +266,27 @@ void Keep_Outside_Text(const Model &model, QTextDocument &document)
     Set_Or_Clear(root, Rich_Text::Page_Texts_Property, !texts.join(QString()).isEmpty(), texts);
     const QByteArray head = Head_Of(model);
     Set_Or_Clear(root, Rich_Text::Head_Property, !head.isEmpty(), head);
+    Set_Or_Clear(root, Rich_Text::Losses_Property, model.losses != 0, model.losses);
     document.rootFrame()->setFrameFormat(root);
 }
 } // namespace
 
-void Build_Document(const Model &model, QTextDocument &document)
+void Build_Document(const Model &model, QTextDocument &document, const Rich_Text::Stop &stop)
 {
     const bool undo = document.isUndoRedoEnabled();
     document.setUndoRedoEnabled(false);
-    document.clear();
-    Builder(model, document).Fill();
-    Keep_Outside_Text(model, document);
     const int tab = model.pageMeasures[Default_Tab_Measure];
     Rich_Text::Set_Measures(document, tab > 0 ? tab / Twips_Per_Pixel : Rich_Text::Indent_Width);
-    document.setUndoRedoEnabled(undo);
-    document.setModified(false);
+    // Only what grew out of nothing, told as one change, is laid out step by step; anything else keeps the window.
+    QTextCursor whole(&document);
+    whole.beginEditBlock();
+    document.clear();
+    Keep_Outside_Text(model, document);
+    const auto atEnd = qScopeGuard([&] {
+        whole.endEditBlock();
+        document.setUndoRedoEnabled(undo);
+        document.setModified(false);
+    });
+    Builder(model, document, stop).Fill();
 }
 } // namespace Rtf

@@ -57,8 +57,10 @@ void Reader::Field_Result(int)
     }
     if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)
         return Skip(); // the closer shows it
-    if (!field.instruction.isEmpty())
+    if (!field.instruction.isEmpty()) {
         field.link = Link_Of(std::exchange(field.instruction, {}));
+        m_model.losses |= field.link < 0 ? Rich_Text::Other_Fields : 0;
+    }
     if (field.link >= 0)
         m_state.chr.link = field.link;
 }

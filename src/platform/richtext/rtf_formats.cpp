@@ -5,11 +5,14 @@
 #include "platform/richtext/list_labels.h"
 #include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_builder.h"
+#include "platform/richtext/rtf_notes.h"
 
 #include <QBrush>
 #include <QColor>
+#include <QSet>
 
 #include <algorithm>
+#include <atomic>
 
 namespace Rtf
 {
@@ -47,12 +50,31 @@ void Set_Colors(const Model &model, const Char_Style &style, QTextCharFormat &fo
         format.setUnderlineColor(brush.color());
 }
 
-QTextCharFormat Char_Format(const Model &model, const Char_Style &style)
+/// The fonts of a document that are shown: to look for many of them in the system takes seconds.
+class Shown_Fonts
+{
+public:
+    void Set(const QString &name, QTextCharFormat &format)
+    {
+        if (m_names.size() < mostFonts)
+            m_names.insert(name);
+        if (m_names.contains(name))
+            format.setFontFamilies({name});
+        else
+            format.setProperty(Rich_Text::Unshown_Font, name);
+    }
+
+private:
+    static constexpr qsizetype mostFonts = 256;
+    QSet<QString> m_names;
+};
+
+QTextCharFormat Char_Format(const Model &model, const Char_Style &style, int firstNote, Shown_Fonts &fonts)
 {
     QTextCharFormat format;
     if (const auto font = static_cast<std::size_t>(std::max(style.font, 0));
         style.font >= 0 && !model.fonts[font].name.isEmpty())
-        format.setFontFamilies({model.fonts[font].name});
+        fonts.Set(model.fonts[font].name, format);
     format.setFontPointSize(style.halfPoints / 2.0);
     if (style.flags & Bold)
         format.setFontWeight(QFont::Bold);
@@ -85,7 +107,10 @@ QTextCharFormat Char_Format(const Model &model, const Char_Style &style)
     if (style.anchor >= 0) {
         format.setAnchor(true);
         format.setAnchorNames(model.anchors[static_cast<std::size_t>(style.anchor)]);
+        format.setProperty(Rich_Text::Bookmark_Number, style.anchor);
     }
+    if (style.note >= 0)
+        Set_Note(model.notes[static_cast<std::size_t>(style.note)], firstNote + style.note, format);
     Set_Colors(model, style, format);
     return format;
 }
@@ -203,6 +228,8 @@ QTextBlockFormat Block_Format(const Model &model, const Para_Style &style)
         format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     if (style.keepWithNext)
         format.setProperty(Rich_Text::Keep_With_Next, true);
+    if (style.isRest)
+        format.setProperty(Rich_Text::Rest_Of_Paragraph, true);
     Set_Tabs(style.tabs, format);
     for (std::size_t side = 0; side < style.borders.size(); ++side) {
         if (style.borders[side].line != Line::None)
@@ -264,10 +291,13 @@ QBrush Brush(const Model &model, int color)
 
 std::vector<QTextCharFormat> Char_Formats(const Model &model)
 {
+    static std::atomic<int> nextNote = 1; // notes stay apart when documents are pasted into each other
+    const int firstNote = nextNote.fetch_add(static_cast<int>(model.notes.size()));
+    Shown_Fonts fonts;
     std::vector<QTextCharFormat> formats;
     formats.reserve(model.charStyles.size());
     for (const Char_Style &style : model.charStyles)
-        formats.push_back(Char_Format(model, style));
+        formats.push_back(Char_Format(model, style, firstNote, fonts));
     return formats;
 }
 

@@ -50,6 +50,7 @@ struct Char_Style {
     int underlineColor = 0;
     int link = -1;   ///< index of Model::links
     int anchor = -1; ///< index of Model::anchors
+    int note = -1;   ///< index of Model::notes
     int spacing = 0;
     int stretchPercent = 100;
     quint16 flags = 0;
@@ -113,6 +114,7 @@ struct Para_Style {
     Direction direction = Direction::By_Text;
     bool pageBreakBefore = false;
     bool keepWithNext = false;
+    bool isRest = false; ///< of the paragraph before, which was too long
 
     bool operator==(const Para_Style &) const = default;
 };
@@ -171,6 +173,7 @@ struct Row {
 struct Table {
     std::vector<Row> rows;
     bool pageBreakBefore = false;
+    bool goesOn = false; ///< the table before, which was too long
 };
 
 struct List_Level {
@@ -212,6 +215,12 @@ struct Link {
     bool operator==(const Link &) const = default;
 };
 
+enum class Note_Kind : quint8 { Footnote, Endnote, Comment };
+struct Note {
+    Note_Kind kind = Note_Kind::Footnote;
+    std::array<QString, 3> origin; ///< by Note_Origin_Words
+};
+
 struct Model {
     QString text;
     std::vector<Run> runs;
@@ -224,6 +233,7 @@ struct Model {
     std::vector<QRgb> colors; ///< 0 where the colour is automatic
     std::vector<Link> links;
     std::vector<QStringList> anchors; ///< names of the bookmarks that begin at one place
+    std::vector<Note> notes;
     std::vector<Picture> pictures;
     std::vector<List_Definition> lists;
     QStringList pageTexts;       ///< headers and footers, by their kinds; empty for none
@@ -232,5 +242,6 @@ struct Model {
                                     Not_Set, Not_Set, Not_Set, Not_Set}; ///< by Page_Measure_Words
     QHash<int, int> listOfNumber;                                        ///< \ls number to index of lists
     std::vector<Old_List> oldLists;
+    int losses = 0; ///< flags of Rich_Text::Loss
 };
 } // namespace Rtf

@@ -107,7 +107,7 @@ void Reader::Begin_Bookmark(int)
     if (m_state.destination != Destination::Body)
         return Skip();
     m_state.destination = Destination::Bookmark;
-    m_anchors.append(QString());
+    m_paragraph.Begin_Bookmark();
 }
 
 void Reader::Info_Field(int field)

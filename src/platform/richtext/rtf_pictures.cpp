@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_pictures.h"
 
+#include "platform/pictures/raster.h"
 #include "platform/richtext/rtf_tokens.h"
 
 #include <QBuffer>
 #include <QImage>
-#include <QImageReader>
 #include <QtEndian>
 
 #include <algorithm>
@@ -210,12 +210,7 @@ Picture_Kind Kind_Of_File(QByteArrayView bytes)
 
 QSize Pixel_Size(const QByteArray &bytes)
 {
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    const QSize size = reader.size();
-    return size.isValid() ? size : QSize();
+    return Raster::Size(bytes);
 }
 
 Picture Finish_Picture(Picture_Source &&source)

@@ -3,8 +3,6 @@
 
 #include "platform/richtext/rtf_page_texts.h"
 
-#include <QHashFunctions>
-
 #include <algorithm>
 #include <utility>
 
@@ -13,7 +11,7 @@ namespace Rtf
 namespace
 {
 constexpr std::size_t deepestGroup = 2000; // deeper groups share the state of this one
-constexpr qsizetype mostTabsOfStyles = 1 << 18;
+constexpr int tokensBetweenAsking = 4096;
 constexpr qsizetype longestStyleName = 32; // of interest
 
 bool Is_Ascii(QByteArrayView bytes)
@@ -33,23 +31,16 @@ bool Is_Text(const Token &token)
 }
 } // namespace
 
-size_t qHash(const Char_Style &style, size_t seed)
+Reader::Reader(std::string_view bytes, Model &model)
+    : m_tokens(bytes), m_model(model), m_tables(model), m_paragraph(model)
 {
-    return qHashMulti(seed, style.font, style.halfPoints, style.color, style.back, style.underlineColor, style.link,
-                      style.anchor, style.spacing, style.stretchPercent, style.flags, static_cast<int>(style.underline),
-                      static_cast<int>(style.script));
 }
 
-size_t qHash(const Tab_Stop &tab, size_t seed)
+void Reader::Read(const Rich_Text::Stop &stop)
 {
-    return qHashMulti(seed, tab.position, static_cast<int>(tab.kind), static_cast<int>(tab.leader));
-}
-
-Reader::Reader(std::string_view bytes, Model &model) : m_tokens(bytes), m_model(model), m_tables(model) {}
-
-void Reader::Read()
-{
-    for (;;) {
+    for (int count = 1;; ++count) {
+        if (count % tokensBetweenAsking == 0)
+            Rich_Text::Ask(stop);
         const Token token = m_tokens.Next();
         if (!Is_Text(token))
             Flush();
@@ -89,7 +80,7 @@ void Reader::Finish()
     m_depthBeyond = 0;
     while (!m_stack.empty())
         Close_Group();
-    if (Has_Pending())
+    if (m_paragraph.Has_Content())
         End_Paragraph(Nesting());
     m_tables.Close_All();
 }
@@ -117,7 +108,7 @@ void Reader::Close_Group()
     if (m_stack.empty())
         return;
     const bool isLast = m_stack.size() == 1 || m_state.closer == Closer::Text_Box;
-    if (isLast && Has_Pending()) // a last paragraph without a mark
+    if (isLast && m_paragraph.Has_Content()) // a last paragraph without a mark
         End_Paragraph(Nesting());
     const State inner = std::exchange(m_state, std::move(m_stack.back()));
     m_stack.pop_back();
@@ -136,8 +127,6 @@ void Reader::Run_Closer(Closer closer, const State &inner)
     case Closer::Picture:
         return End_Picture();
     case Closer::Note:
-        --m_noteDepth;
-        m_noteBegins = false;
         return End_Note(inner);
     case Closer::Style:
         return End_Style();
@@ -148,8 +137,7 @@ void Reader::Run_Closer(Closer closer, const State &inner)
     case Closer::Old_List:
         return End_Old_List();
     case Closer::Text_Box:
-        m_runs = std::move(m_outerRuns.back());
-        m_outerRuns.pop_back();
+        m_paragraph.End_Inner();
         [[fallthrough]];
     case Closer::Nested_Row:
         m_row = std::move(m_outerRows.back());
@@ -297,10 +285,13 @@ void Reader::Emit(QStringView text)
         m_model.pageTexts[m_pageText] += Page_Text(text, Is_Hidden());
         return;
     case Destination::Bookmark:
-        m_anchors.last() += text;
+        m_paragraph.Name_Bookmark(text);
         return;
     case Destination::Info_Text:
         m_model.info[m_info] += text;
+        return;
+    case Destination::Note_Origin:
+        m_noteOrigin[m_noteField] += text;
         return;
     case Destination::Old_List_Before:
         m_oldList.before += text;
@@ -345,81 +336,9 @@ void Reader::Emit_Body(QStringView text)
     if (text.isEmpty())
         return;
     m_noteBegins = false;
-    Open_Run();
-    const bool plain = !m_highSurrogate && std::none_of(text.begin(), text.end(), [](QChar c) {
-        return c.unicode() < 0x20 || c.unicode() >= 0xD800 || c.unicode() == 0x2029;
-    });
-    if (plain) {
-        m_model.text.append(text);
-        return;
-    }
-    for (const QChar c : text)
-        Append_Body(c.unicode());
-}
-
-void Reader::Append_Body(char16_t unit)
-{
-    QString &text = m_model.text;
-    if (const char16_t high = std::exchange(m_highSurrogate, u'\0')) {
-        text += QChar(QChar::isLowSurrogate(unit) ? high : u'\uFFFD');
-        if (QChar::isLowSurrogate(unit)) {
-            text += QChar(unit);
-            return;
-        }
-    }
-    if (unit < 0x20) {
-        if (unit == u'\t' || (unit == u'\n' && m_runStyle.flags & Out_Of_Sight))
-            text += QChar(unit);
-    } else if (QChar::isHighSurrogate(unit)) {
-        m_highSurrogate = unit;
-    } else if (unit == 0x2029) {
-        text += QChar(0x2028);
-    } else { // QTextDocument gives U+FFFC, U+FDD0 and U+FDD1 a meaning of their own
-        const bool unusable = QChar::isLowSurrogate(unit) || unit == 0xFFFC || unit == 0xFDD0 || unit == 0xFDD1;
-        text += QChar(unusable ? u'\uFFFD' : unit);
-    }
-}
-
-/// The first text behind a bookmark is its place.
-Char_Style Reader::Anchored(Char_Style style)
-{
-    if (m_anchors.isEmpty())
-        return style;
-    style.anchor = static_cast<int>(m_model.anchors.size());
-    m_model.anchors.push_back(std::exchange(m_anchors, {}));
-    return style;
-}
-
-void Reader::Open_Run()
-{
-    Char_Style style = Effective_Style();
-    if (m_runOpen && m_anchors.isEmpty()) {
-        style.anchor = m_runStyle.anchor; // it is the whole run's
-        if (m_runStyle == style)
-            return;
-        style.anchor = -1;
-    }
-    Close_Run();
-    m_runOpen = true;
-    m_runStyle = Anchored(style);
-    m_runBegin = m_model.text.size();
-}
-
-void Reader::Close_Run()
-{
-    if (!m_runOpen)
-        return;
-    m_runOpen = false;
-    if (std::exchange(m_highSurrogate, u'\0'))
-        m_model.text += u'\uFFFD';
-    const qsizetype length = m_model.text.size() - m_runBegin;
-    if (length > 0)
-        m_runs.push_back({.begin = m_runBegin, .length = length, .style = Interned(m_runStyle)});
-}
-
-bool Reader::Has_Pending() const
-{
-    return (m_runOpen && m_model.text.size() > m_runBegin) || !m_runs.empty();
+    for (text = m_paragraph.Add_Text(text, Effective_Style()); !text.isEmpty();
+         text = m_paragraph.Add_Text(text, Effective_Style()))
+        Cut_Paragraph();
 }
 
 int Reader::Nesting() const
@@ -428,61 +347,34 @@ int Reader::Nesting() const
     return m_state.nestingAround + own;
 }
 
-void Reader::End_Paragraph(int nesting)
+/// The paragraph's style here; a break before it is told once.
+Para_Style Reader::Paragraph_Style(int nesting)
 {
-    Close_Run();
     Para_Style style = m_state.para;
     style.nesting = nesting;
     m_sectionBreak = false;
     if (nesting == 0)
         style.pageBreakBefore |= std::exchange(m_pageBreak, false);
-    const int index = static_cast<int>(m_model.paragraphs.size());
-    m_model.paragraphs.push_back({.firstRun = static_cast<int>(m_model.runs.size()),
-                                  .runCount = static_cast<int>(m_runs.size()),
-                                  .style = Interned(style),
-                                  .markStyle = Interned(Anchored(Effective_Style()))});
-    m_model.runs.insert(m_model.runs.end(), m_runs.begin(), m_runs.end());
-    m_runs.clear();
+    return style;
+}
+
+void Reader::End_Paragraph(int nesting)
+{
+    Place_Paragraph(m_paragraph.End(Paragraph_Style(nesting), Effective_Style()), nesting);
+}
+
+void Reader::Cut_Paragraph()
+{
+    const int nesting = Nesting();
+    Place_Paragraph(m_paragraph.Cut(Paragraph_Style(nesting), Effective_Style()), nesting);
+}
+
+void Reader::Place_Paragraph(int index, int nesting)
+{
     const bool beginsTable = nesting > 0 && !m_tables.Is_Open();
     m_tables.Add_Paragraph(index, nesting);
     if (beginsTable && std::exchange(m_pageBreak, false))
         m_tables.Begin_Page();
-}
-
-int Reader::Interned(const Char_Style &style)
-{
-    if (!m_model.charStyles.empty() && m_model.charStyles.back() == style)
-        return static_cast<int>(m_model.charStyles.size()) - 1;
-    const auto known = m_charStyles.constFind(style);
-    if (known != m_charStyles.constEnd())
-        return *known;
-    const int index = static_cast<int>(m_model.charStyles.size());
-    m_model.charStyles.push_back(style);
-    m_charStyles.insert(style, index);
-    return index;
-}
-
-int Reader::Interned(Para_Style style)
-{
-    if (m_paraStyle >= 0 && m_model.paraStyles[static_cast<std::size_t>(m_paraStyle)] == style)
-        return m_paraStyle;
-    const size_t key =
-        qHashMulti(qHashRange(style.tabs.begin(), style.tabs.end()), style.left, style.right, style.first, style.before,
-                   style.after, style.line, style.back, style.list, style.level, style.oldList, style.outline,
-                   style.nesting, static_cast<int>(style.align), style.pageBreakBefore);
-    QList<int> &same = m_paraStyles[key];
-    for (const int index : std::as_const(same)) {
-        if (m_model.paraStyles[static_cast<std::size_t>(index)] == style)
-            return m_paraStyle = index;
-    }
-    m_tabCount += style.tabs.size();
-    if (m_tabCount > mostTabsOfStyles)
-        style.tabs.clear();
-    m_paraStyle = static_cast<int>(m_model.paraStyles.size());
-    m_model.paraStyles.push_back(std::move(style));
-    if (same.size() < 16) // what differs in the rest only is not worth a longer search
-        same.append(m_paraStyle);
-    return m_paraStyle;
 }
 
 void Reader::End_Picture()
@@ -491,12 +383,9 @@ void Reader::End_Picture()
     Picture picture = Finish_Picture(std::exchange(m_picture, {}));
     if (!shown || (picture.bytes.isEmpty() && picture.width == 0))
         return;
-    Close_Run();
-    m_runs.push_back({.begin = m_model.text.size(),
-                      .length = 0,
-                      .style = Interned(Effective_Style()),
-                      .picture = static_cast<int>(m_model.pictures.size())});
-    m_model.pictures.push_back(std::move(picture));
+    if (m_paragraph.Is_Full())
+        Cut_Paragraph();
+    m_paragraph.Add_Picture(std::move(picture), Effective_Style());
     m_shapePictureTaken = true;
 }
 } // namespace Rtf

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_codepages.h"
 #include "platform/richtext/rtf_model.h"
+#include "platform/richtext/rtf_paragraphs.h"
 #include "platform/richtext/rtf_pictures.h"
 #include "platform/richtext/rtf_tables.h"
 #include "platform/richtext/rtf_tokens.h"
@@ -33,7 +35,8 @@ class Reader
 {
 public:
     Reader(std::string_view bytes, Model &model);
-    void Read();
+    /// @param stop asked now and then whether the reading is called off  @throws Run_Time_Error when it was
+    void Read(const Rich_Text::Stop &stop);
 
 private:
     friend struct Words;
@@ -53,6 +56,7 @@ private:
         Bookmark,
         Info,
         Info_Text,
+        Note_Origin, ///< who wrote a comment, and when
         Picture,
         Old_List_Before,
         Old_List_After,
@@ -135,7 +139,6 @@ private:
     Associated *Current_Associated();
     Char_Style Effective_Style() const;
     bool Is_Hidden() const { return ((m_state.chr.flags | m_state.flagsAround) & Out_Of_Sight) != 0; }
-    Char_Style Anchored(Char_Style style);
     void Font_Changed();
     QString Font_Name() const;
     void Emit(QStringView text);
@@ -147,14 +150,11 @@ private:
     void End_Page_Line();
     void Emit_Colors(QStringView text);
     void Hide_With_Text();
-    void Append_Body(char16_t unit);
-    void Open_Run();
-    void Close_Run();
+    Para_Style Paragraph_Style(int nesting);
     void End_Paragraph(int nesting);
-    bool Has_Pending() const;
+    void Cut_Paragraph();
+    void Place_Paragraph(int index, int nesting);
     int Nesting() const;
-    int Interned(const Char_Style &style);
-    int Interned(Para_Style style);
 
     void End_Picture();
     void Name_Heading();
@@ -173,6 +173,8 @@ private:
     void Ignore(int value);
     void To_Destination(int destination);
     void Skip_Group(int value);
+    void Drawing(int value);
+    void Object_Data(int value);
     void Skip_Label(int value);
     void Character(int unit);
     void Unicode(int value);
@@ -237,7 +239,9 @@ private:
     void Begin_Field(int value);
     void Field_Result(int value);
     void Same_Page(int value);
-    void Begin_Note(int value);
+    void Begin_Note(int kind);
+    void End_Notes(int value);
+    void Note_Source(int field);
     void Begin_Page_Text(int kind);
     void Begin_Bookmark(int value);
     void Info_Field(int field);
@@ -275,6 +279,7 @@ private:
     Tokenizer m_tokens;
     Model &m_model;
     Table_Stack m_tables;
+    Paragraph_Maker m_paragraph; ///< that is read
     Code_Pages m_codePages;
     State m_state;
     std::vector<State> m_stack;
@@ -283,8 +288,7 @@ private:
     bool m_hasParameter = false;
     bool m_ignorable = false; ///< \* has been met and its word is to come
     int m_toSkip = 0;         ///< characters left that stand for the last \u
-    char16_t m_highSurrogate = 0;
-    QByteArray m_pending; ///< bytes not yet decoded: a character may be cut by \'hh
+    QByteArray m_pending;     ///< bytes not yet decoded: a character may be cut by \'hh
     QString m_decoded;
 
     int m_documentCodePage = 1252;
@@ -302,8 +306,9 @@ private:
     bool m_oldListContinues = false;
     std::vector<Field> m_fields;
     QHash<QString, int> m_links;
-    QStringList m_anchors; ///< bookmarks whose place is the next text
     int m_noteDepth = 0;
+    std::array<QString, 3> m_noteOrigin; ///< of the comment that is to come, or is read
+    std::size_t m_noteField = 0;
     int m_pageText = 0;        ///< the kind of header or footer that is read
     std::size_t m_info = 0;    ///< the field of the document's information likewise
     bool m_noteBegins = false; ///< blanks before its text are left out
@@ -312,7 +317,6 @@ private:
 
     Row_Definition m_row;
     std::vector<Row_Definition> m_outerRows;
-    std::vector<std::vector<Run>> m_outerRuns; ///< of the paragraphs that open text boxes belong to
     Cell_Definition m_cell;
     Borders m_rowBorders{}; ///< what a cell has that says nothing of its own
     enum class Border_Owner : quint8 { Nothing, Paragraph, Cell, Row };
@@ -322,14 +326,5 @@ private:
     Tab_Stop m_tab;            ///< what is said of the next one
     bool m_pageBreak = false;
     bool m_sectionBreak = false; ///< it is a section's, which may yet say that there is none
-
-    std::vector<Run> m_runs; ///< of the paragraph being read
-    qsizetype m_runBegin = 0;
-    bool m_runOpen = false;
-    Char_Style m_runStyle;
-    QHash<Char_Style, int> m_charStyles;
-    QHash<size_t, QList<int>> m_paraStyles;
-    int m_paraStyle = -1;     ///< the last one that was asked for
-    qsizetype m_tabCount = 0; ///< of all paragraph styles
 };
 } // namespace Rtf

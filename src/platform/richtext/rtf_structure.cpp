@@ -210,7 +210,7 @@ void Reader::Row_Mark(int nested)
     if (m_state.destination != Destination::Body)
         return;
     const int nesting = m_state.nestingAround + (nested ? std::max(2, m_state.para.nesting) : 1);
-    if (Has_Pending())
+    if (m_paragraph.Has_Content())
         End_Paragraph(nesting);
     m_tables.End_Row(nesting, m_row);
 }

@@ -168,17 +168,6 @@ void Writer::Write_Cell(const QTextTable &table, int row, int column, int nestin
         m_out += "\r\n";
         return;
     }
-    for (auto it = cell.begin(); it != cell.end();) {
-        const auto current = it;
-        ++it;
-        if (const QTextFrame *child = current.currentFrame()) {
-            if (const auto *inner = qobject_cast<const QTextTable *>(child))
-                Write_Table(*inner, nesting + 1);
-            else
-                Write_Frame(*child, nesting);
-        } else if (current.currentBlock().isValid() && !(current == cell.begin() && Is_Filler(current))) {
-            Write_Block(current.currentBlock(), nesting, it == cell.end() ? end : "\\par");
-        }
-    }
+    Write_Flow(cell.begin(), cell.end(), nesting, end);
 }
 } // namespace Rtf

@@ -2,15 +2,17 @@
 #include "platform/richtext/rtf_tables.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Rtf
 {
 namespace
 {
-constexpr int deepestNesting = 8;    // QTextDocument's layout takes twice the time for each more
-constexpr int edgeTolerance = 20;    // edges nearer than this are one
-constexpr int defaultWidth = 1440;   // of a cell that no \cellx was given for
-constexpr int widestTable = 100'000; // twips; Word's own limit is 31,680
+constexpr int deepestNesting = 8;     // QTextDocument's layout takes twice the time for each more
+constexpr std::size_t mostRows = 500; // of one table, whose layout is made and moved as a whole
+constexpr int edgeTolerance = 20;     // edges nearer than this are one
+constexpr int defaultWidth = 1440;    // of a cell that no \cellx was given for
+constexpr int widestTable = 100'000;  // twips; Word's own limit is 31,680
 constexpr qint64 gridPerCell = 4;
 constexpr std::size_t mostCells = 512; // of one row; word processors stop at 63
 constexpr std::size_t mostAbsentCells = 16'384;
@@ -20,6 +22,12 @@ bool Has_Text(const Model &model, const Flow &flow)
     return std::any_of(flow.begin(), flow.end(), [&](const Flow_Item &item) {
         return item.isTable || model.paragraphs[static_cast<std::size_t>(item.index)].runCount > 0;
     });
+}
+
+bool Belongs_To_Row_Above(const Row_Definition &row)
+{
+    return row.header || std::any_of(row.cells.begin(), row.cells.end(),
+                                     [](const Cell_Definition &cell) { return cell.verticalMerged; });
 }
 
 /// The row's cell definitions with rising edges, one for each cell that has content.
@@ -196,6 +204,16 @@ void Table_Stack::Close_Innermost()
     m_model.tables.push_back(std::move(open.table));
 }
 
+/// A long table goes on as another one.
+void Table_Stack::Cut_Table()
+{
+    Open_Table open = std::move(m_open.back());
+    m_open.pop_back();
+    Current().push_back({.isTable = true, .index = static_cast<int>(m_model.tables.size())});
+    m_model.tables.push_back(std::exchange(open.table, {.rows = {}, .pageBreakBefore = false, .goesOn = true}));
+    m_open.push_back(std::move(open));
+}
+
 /// A row that leaves cells out still has their places, but many such rows must not multiply their definitions.
 Row_Definition Table_Stack::Definition_For(std::size_t cells, const Row_Definition &definition)
 {
@@ -242,6 +260,8 @@ void Table_Stack::End_Row(int nesting, const Row_Definition &definition)
     if (open.row.cells.empty())
         return;
     open.row.definition = Definition_For(open.row.cells.size(), definition);
+    if (open.table.rows.size() >= mostRows && !Belongs_To_Row_Above(open.row.definition))
+        Cut_Table();
     open.table.rows.push_back(std::move(open.row));
     open.row = {};
 }

@@ -34,6 +34,7 @@ private:
     };
     void Set_Depth(int nesting);
     void Close_Innermost();
+    void Cut_Table();
     Row_Definition Definition_For(std::size_t cells, const Row_Definition &definition);
     Flow &Current() { return m_open.empty() ? m_model.body : m_open.back().cell; }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_writer.h"
 
+#include "platform/pictures/raster.h"
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
 #include "platform/richtext/rich_text.h"
@@ -68,7 +69,7 @@ const char *Prepare(QByteArray &bytes)
     default:
         break;
     }
-    if (const QImage image = QImage::fromData(bytes); !image.isNull())
+    if (const QImage image = Raster::Decode(bytes); !image.isNull())
         bytes = Bytes_Of(QVariant(image));
     return "\\pngblip";
 }
@@ -177,6 +178,12 @@ QByteArray Tab_Words(const QTextBlockFormat &format)
 }
 } // namespace
 
+bool Is_Rest(const QTextBlock &block)
+{
+    return block.blockFormat().boolProperty(Rich_Text::Rest_Of_Paragraph) &&
+           block.previous().length() > Rich_Text::Longest_Block;
+}
+
 Writer::Writer(const QTextDocument &document) : m_document(document)
 {
     const QString text = document.toRawText();
@@ -204,22 +211,37 @@ bool Writer::Is_Filler(const QTextFrame::iterator &first)
 
 void Writer::Write_Frame(const QTextFrame &frame, int nesting)
 {
-    for (auto it = frame.begin(); !it.atEnd(); ++it) {
-        if (const QTextFrame *child = it.currentFrame()) {
+    Write_Flow(frame.begin(), frame.end(), nesting, "\\par");
+}
+
+/// @param end the word behind the last paragraph
+void Writer::Write_Flow(const QTextFrame::iterator &begin, const QTextFrame::iterator &end, int nesting,
+                        const char *last)
+{
+    bool mayBeFiller = true; // at the beginning, or between two tables
+    for (auto it = begin; it != end;) {
+        const auto current = it;
+        ++it;
+        if (const QTextFrame *child = current.currentFrame()) {
             if (const auto *table = qobject_cast<const QTextTable *>(child))
                 Write_Table(*table, nesting + 1);
             else
                 Write_Frame(*child, nesting);
-        } else if (it.currentBlock().isValid() && !(it == frame.begin() && Is_Filler(it))) {
-            Write_Block(it.currentBlock(), nesting, "\\par");
+        } else if (current.currentBlock().isValid() && !(mayBeFiller && Is_Filler(current))) {
+            const bool goesOn = it != end && Is_Rest(it.currentBlock());
+            Write_Block(current.currentBlock(), nesting, goesOn ? "" : it == end ? last : "\\par");
         }
+        mayBeFiller = current.currentFrame() != nullptr;
     }
 }
 
 void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
 {
-    Write_Block_Properties(block, nesting);
+    if (!std::exchange(m_goesOn, *end == '\0'))
+        Write_Block_Properties(block, nesting);
     Write_Fragments(block);
+    if (m_goesOn)
+        return Close_Look();
     QTextCharFormat mark = block.charFormat();
     if (mark.objectType() == QTextFormat::TableCellObject) { // the cell's background, not the text's
         mark.clearProperty(QTextFormat::BackgroundBrush);
@@ -230,8 +252,8 @@ void Writer::Write_Block(const QTextBlock &block, int nesting, const char *end)
     Write_Bookmarks(mark);
     Select(mark, isChanged ? -1 : block.charFormatIndex());
     m_out += end;
+    Close_Look();
     m_out += "\r\n";
-    m_afterWord = false;
 }
 
 void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
@@ -267,7 +289,6 @@ void Writer::Write_Block_Properties(const QTextBlock &block, int nesting)
         m_out += "\\pagebb";
     if (format.boolProperty(Rich_Text::Keep_With_Next))
         m_out += "\\keepn";
-    m_afterWord = m_out.back() != '}';
 }
 
 /// A horizontal rule is a paragraph with a line below it; its background is the line's colour.
@@ -313,15 +334,17 @@ void Writer::Write_Indents(const QTextBlock &block)
 
 void Writer::Write_Fragments(const QTextBlock &block)
 {
+    m_note = 0;
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
         const QTextCharFormat format = fragment.charFormat();
         const bool isHidden = format.objectType() == Rich_Text::Hidden_Object;
+        const qsizetype bracket = Switch_Note(it);
         Switch_Link(format);
         Write_Bookmarks(format);
         Select(format, fragment.charFormatIndex());
         if (!isHidden && !format.isImageFormat()) {
-            Write_Text(fragment.text());
+            Write_Text(fragment.text().sliced(bracket));
             continue;
         }
         for (int i = 0; i < fragment.length(); ++i) {
@@ -372,11 +395,9 @@ void Writer::Switch_Link(const QTextCharFormat &format)
     const QString tip = target.isEmpty() ? QString() : format.toolTip();
     if (target == m_link && tip == m_linkTip)
         return;
-    if (!m_link.isEmpty()) {
+    Close_Look();
+    if (!m_link.isEmpty())
         m_out += "}}";
-        m_afterWord = false;
-        m_selected = m_selectedOutside;
-    }
     m_link = target;
     m_linkTip = tip;
     if (target.isEmpty())
@@ -387,8 +408,6 @@ void Writer::Switch_Link(const QTextCharFormat &format)
     if (!tip.isEmpty())
         Append_Escaped(m_out, QStringLiteral(" \\o ") + Quoted(tip));
     m_out += "}{\\fldrslt";
-    m_afterWord = true;
-    m_selectedOutside = m_selected;
 }
 
 void Writer::Select(const QTextCharFormat &format, int index)
@@ -399,16 +418,25 @@ void Writer::Select(const QTextCharFormat &format, int index)
         m_propertiesOf.insert(index, properties);
     if (properties == m_selected)
         return;
-    m_out += properties;
+    Close_Look();
+    m_out += '{' + properties;
     m_afterWord = true;
     m_selected = properties;
 }
 
+/// Every look has a group of its own: some readers keep what follows \super for the end of its group.
+void Writer::Close_Look()
+{
+    if (!m_selected.isEmpty())
+        m_out += '}';
+    m_selected.clear();
+    m_afterWord = false;
+}
+
 /// The same font, size and style for the other scripts, for which \f, \fs, \b and \i do not hold everywhere.
-QByteArray Writer::Associated_Properties(const QFont &font, double pointSize)
+QByteArray Writer::Associated_Properties(const QFont &font, int number, double pointSize)
 {
     QByteArray out;
-    const int number = m_tables.Font_Number(font.family());
     if (m_hasRightToLeft) {
         Append_Word(out, "\\rtlch\\af", number);
         Append_Word(out, "\\afs", Half_Points(pointSize));
@@ -427,8 +455,11 @@ QByteArray Writer::Char_Properties(const QTextCharFormat &format)
     const int hidden = isHidden ? format.intProperty(Rich_Text::Hidden_Kind) : 0;
     const double spacing = font.letterSpacingType() == QFont::AbsoluteSpacing ? font.letterSpacing() : 0;
     const double pointSize = Point_Size(format, font);
-    QByteArray out = "\\plain" + Associated_Properties(font, pointSize);
-    Append_Word(out, "\\f", m_tables.Font_Number(font.family()));
+    const bool isUnshown =
+        format.hasProperty(Rich_Text::Unshown_Font) && !format.hasProperty(QTextFormat::FontFamilies);
+    const int number = m_tables.Font_Number(isUnshown ? format.stringProperty(Rich_Text::Unshown_Font) : font.family());
+    QByteArray out = "\\plain" + Associated_Properties(font, number, pointSize);
+    Append_Word(out, "\\f", number);
     Append_Word(out, "\\fs", Half_Points(pointSize));
     const Property properties[] = {{font.bold(), "\\b"},
                                    {font.italic(), "\\i"},
@@ -494,8 +525,3 @@ void Writer::Write_Picture(const QTextImageFormat &format)
     m_afterWord = false;
 }
 } // namespace Rtf
-
-QByteArray Rich_Text::Write_Rtf(const QTextDocument &document)
-{
-    return Rtf::Writer(document).Write();
-}

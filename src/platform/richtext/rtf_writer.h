@@ -8,6 +8,7 @@
 #include <QRgb>
 #include <QSet>
 #include <QStringList>
+#include <QTextBlock>
 #include <QTextFrame>
 
 #include <array>
@@ -18,7 +19,6 @@ class QBrush;
 class QFont;
 class QRectF;
 class QSizeF;
-class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
@@ -87,6 +87,9 @@ int Twips(double pixels);
 /// Where a paragraph's lines begin, in twips from the margin.
 int Left_Of(const QTextBlock &block);
 
+/// Whether the block is the rest of a long paragraph, and that still is long.
+bool Is_Rest(const QTextBlock &block);
+
 struct Shown_Border;
 
 /// Writes one document.
@@ -97,9 +100,12 @@ public:
     QByteArray Write();
 
 private:
-    /// Whether the first block of a frame or cell is only there because a table cannot be the first in a frame.
-    static bool Is_Filler(const QTextFrame::iterator &first);
+    /// Whether the block is only there because a table follows, which cannot be the first in a frame or cell, nor stand
+    /// directly behind another table.
+    static bool Is_Filler(const QTextFrame::iterator &at);
     void Write_Frame(const QTextFrame &frame, int nesting);
+    void Write_Flow(const QTextFrame::iterator &begin, const QTextFrame::iterator &end, int nesting, const char *last);
+    /// @param end the word behind the paragraph, "" where its rest follows
     void Write_Block(const QTextBlock &block, int nesting, const char *end);
     void Write_Block_Properties(const QTextBlock &block, int nesting);
     void Write_Indents(const QTextBlock &block);
@@ -109,11 +115,17 @@ private:
     void Write_Bookmarks(const QTextCharFormat &format);
     void Write_Picture(const QTextImageFormat &format);
     void Write_Picture_Size(const QSizeF &shown, const QRectF &part);
+    /// Opens the group of text that looks like this, if another or none is open.
     /// @param index  the format's own in the document, -1 for one that has been changed
     void Select(const QTextCharFormat &format, int index);
-    QByteArray Associated_Properties(const QFont &font, double pointSize);
+    void Close_Look();
+    QByteArray Associated_Properties(const QFont &font, int number, double pointSize);
     QByteArray Char_Properties(const QTextCharFormat &format);
     void Switch_Link(const QTextCharFormat &format);
+    qsizetype Switch_Note(const QTextBlock::iterator &at);
+    void Begin_Note(const QTextFragment &bracket);
+    void End_Note();
+    void Write_Origin(qsizetype field, const QString &text);
 
     void Write_Table(const QTextTable &table, int nesting);
     void Write_Row_Definition(const QTextTable &table, int row);
@@ -126,12 +138,14 @@ private:
     QByteArray m_out;
     /// Of whose characters the document has some. Word processors give them properties of their own.
     bool m_hasEastAsian = false, m_hasRightToLeft = false;
+    bool m_goesOn = false;                 ///< the last paragraph does, in the next block
     bool m_afterWord = false;              ///< a blank must end the control word before text
-    QByteArray m_selected;                 ///< character properties in force
+    QByteArray m_selected;                 ///< properties of the group of text that is open; empty for none
     QHash<int, QByteArray> m_propertiesOf; ///< by the index of a format
-    QByteArray m_selectedOutside;
-    QString m_link, m_linkTip; ///< target and help text of the field that is open
-    QSet<QString> m_bookmarks; ///< that have been told of
+    QString m_link, m_linkTip;             ///< target and help text of the field that is open
+    QSet<QString> m_bookmarks;             ///< that have been told of
+    int m_note = 0;                        ///< of the last characters
+    bool m_inNote = false;                 ///< its group is open
     struct Written_Items {
         int count = 0;
         Rich_Text::Label_Rule rule;

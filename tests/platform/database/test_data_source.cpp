@@ -31,9 +31,26 @@ private slots:
         QTEST(Odbc_Source::Connection_String(udl), "odbc");
     }
 
-    void Missing_Driver()
+    /// What a link may not ask for is refused before anything of it is loaded; here it would be a library that exists.
+    void Refused_data()
     {
-        Link(u"Driver=No such driver"_s);
+        QTest::addColumn<QString>("link");
+        const QString library = u"libsqlite3odbc.so"_s;
+        QTest::addRow("no such driver") << u"Driver=No such driver"_s;
+        QTest::addRow("a library") << u"Driver="_s + library;
+        QTest::addRow("in braces") << u"DRIVER = {%1};Database=x"_s.arg(library);
+        QTest::addRow("behind a driver") << u"Driver=SQLite3;Driver="_s + library;
+        QTest::addRow("behind a quote") << u"Server='a;Driver=%1;b='"_s.arg(library);
+        QTest::addRow("behind a brace") << u"Server={a}b;Driver="_s + library;
+        QTest::addRow("within braces") << u"Driver=SQLite3;PWD={a;LoadExt=/tmp/x.so}"_s;
+        QTest::addRow("file of a source") << u"FileDSN=/tmp/x.dsn"_s;
+        QTest::addRow("source by its path") << u"DSN=/tmp/x"_s;
+        QTest::addRow("extension") << u"Driver=SQLite3;LoadExt=/tmp/x.so"_s;
+    }
+    void Refused()
+    {
+        QFETCH(QString, link);
+        Link(link);
         QCOMPARE(Failure_Of(u"select 1"_s), Failure::Missing_Component);
     }
 

@@ -2,16 +2,26 @@
 #include "database_fixture.h"
 #include "platform/database/connection_pool.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTest>
+#include <QThread>
+#include <QtEndian>
+#include <csignal>
 #include <memory>
 #include <sqlite3.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+constexpr int Short_Timeout = 50;
 
 /// What can happen to a file between and under the statements.
 class Test_Database_Files : public QObject
@@ -19,7 +29,7 @@ class Test_Database_Files : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Connection_Pool::Set_Busy_Timeout(50); }
+    void initTestCase() { Connection_Pool::Set_Busy_Timeout(Short_Timeout); }
     void init() { m_db = std::make_unique<Database_Fixture>(); }
     void cleanup() { m_db.reset(); }
 
@@ -128,32 +138,170 @@ private slots:
         QCOMPARE(process.readAllStandardError(), QByteArray());
     }
 
-    /// The engine's own indexes serve folder lookups, and an old file gets them when it is opened.
-    void Own_Indexes()
+    /// A file is only read until it is settled: then it gets its kind of journal, and the engine's own indexes in time.
+    void A_File_Is_Left_As_It_Came_Until_It_Is_Settled()
     {
-        const auto indexes = [&] {
-            return Read(m_db->path()).contains("zelqor_Code_Info_Cate_ID");
-        };
-        QVERIFY(indexes());
+        const QString own = u"zelqor_Code_Info_Cate_ID"_s;
+        QVERIFY(Has_Index(own));
         Database_Engine::Let_Go();
-        Raw("DROP INDEX zelqor_Code_Info_Cate_ID; VACUUM");
-        QVERIFY(!indexes());
+        Raw("DROP INDEX zelqor_Code_Info_Cate_ID; VACUUM; PRAGMA journal_mode = WAL");
+        const QByteArray came = Read(m_db->path());
         QCOMPARE(m_db->Rows(u"select * from code_info"_s), QString());
-        QVERIFY(indexes());
+        Database_Engine::Let_Go();
+        QVERIFY(Read(m_db->path()) == came);
+        Database_Engine::Settle(m_db->connection);
+        QCOMPARE(Read(m_db->path()).at(18), '\1'); // no log
+        QVERIFY(!Has_Index(own));
+        QTRY_VERIFY(Has_Index(own));
+    }
+
+    /// Indexes that take their time are made beside the work of others, whom they let through.
+    void Indexes_Are_Made_Beside_The_Work()
+    {
+        Connection_Pool::Set_Busy_Timeout(2000);
+        const auto usual = qScopeGuard([] { Connection_Pool::Set_Busy_Timeout(Short_Timeout); });
+        Database_Engine::Let_Go();
+        Raw("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<99999) INSERT INTO "
+            "Code_Info(Code_ID,Cate_ID,Code_Title,Code_Update) SELECT printf('%08d',i*7919%100000),"
+            "printf('%03d',i%500),'t',printf('20%02d-01-01',i%90) FROM n; "
+            "DROP INDEX zelqor_Code_Info_Cate_ID; DROP INDEX zelqor_Code_Info_Code_Update");
+        Database_Engine::Settle(m_db->connection);
+        bool made = false;
+        for (int i = 0; !made && i < 2000; ++i) {
+            m_db->Run(u"update code_info set code_title='%1' where code_id='00000001'"_s.arg(i));
+            QCOMPARE(m_db->Rows(u"select code_title from code_info where code_id='00000001'"_s), QString::number(i));
+            QTest::qWait(i % 500 == 499 ? 2000 : 3);
+            made = Has_Index(u"zelqor_Code_Info_Cate_ID"_s) && Has_Index(u"zelqor_Code_Info_Code_Update"_s);
+        }
+        QVERIFY(made);
+        QCOMPARE(m_db->Rows(u"select count(*) from code_info where cate_id='007'"_s), u"200"_s);
+    }
+
+    void A_Value_That_Is_Too_Large_Is_Not_Read()
+    {
+        Database_Engine::Let_Go();
+        Raw("PRAGMA synchronous=OFF; INSERT INTO tab_file(file_name,file_cont) VALUES('f',zeroblob(303000000))");
+        QCOMPARE(m_db->Rows(u"select file_name from tab_file"_s), u"f"_s);
+        try {
+            QFAIL(qPrintable(m_db->Rows(u"select file_cont from tab_file"_s).left(20)));
+        } catch (const Run_Time_Error &error) {
+            QVERIFY(error.failure == Failure::Too_Large);
+        }
+    }
+
+    void What_Lies_Beside_Can_Do_No_Harm_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("kind");
+        for (const QString &suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s}) {
+            for (const QString &kind : {u"link"_s, u"second name"_s, u"pipe"_s})
+                QTest::addRow("%s at %s", qPrintable(kind), qPrintable(suffix)) << suffix << kind;
+        }
+        QTest::addRow("super-journal") << u"-journal"_s << u"super-journal"_s;
+    }
+    void What_Lies_Beside_Can_Do_No_Harm()
+    {
+        QFETCH(QString, suffix);
+        QFETCH(QString, kind);
+        const QString victim = m_db->path() + u".letter"_s, planted = m_db->path() + suffix;
+        Write(victim, "a letter");
+        const auto plant = [&] {
+            const QByteArray from = victim.toUtf8(), to = planted.toUtf8();
+            if (kind == u"link")
+                return ::symlink(from.constData(), to.constData()) == 0;
+            if (kind == u"second name")
+                return ::link(from.constData(), to.constData()) == 0;
+            if (kind == u"pipe")
+                return ::mkfifo(to.constData(), 0600) == 0;
+            Write(planted, Journal_Naming(from));
+            return true;
+        };
+        // While the file is open and at its opening.
+        QCOMPARE(m_db->Rows(u"select count(*) from cate_info"_s), u"0"_s);
+        QVERIFY(plant());
+        if (suffix == u"-journal")
+            QCOMPARE(Failure_Of(u"insert into cate_info(cate_id) values ('1')"_s), Failure::Foreign_Journal);
+        Database_Engine::Let_Go();
+        QCOMPARE(Failure_Of(u"select * from cate_info"_s), Failure::Foreign_Journal);
+        QCOMPARE(Read(victim), "a letter");
+        QVERIFY(QFile::remove(planted));
+        QCOMPARE(m_db->Rows(u"select count(*) from cate_info"_s), u"0"_s);
     }
 
     void Compacting()
     {
         Fill(2000);
         m_db->Run(u"delete from cate_info where cate_id > '0005'"_s);
-        const QString target = m_db->path() + u".temp.mdb"_s;
-        Write(target, "stale");
-        const QString connection = Database_Engine::File_Connection_String(target);
-        Database_Engine::CompactDatabase(m_db->connection, connection);
-        QVERIFY(QFile(target).size() < QFile(m_db->path()).size());
-        Recordset rows;
-        rows.Open(u"select count(*) from cate_info"_s, connection);
-        QCOMPARE(rows[0].Text(), m_db->Rows(u"select count(*) from cate_info"_s));
+        const qint64 before = QFile(m_db->path()).size();
+        const QStringList bystanders{m_db->path() + u"-copy-"_s, m_db->path() + u"-copy-1234567"_s};
+        for (const QString &name : bystanders)
+            Write(name, "a letter");
+        Write(m_db->path() + u"-copy-AbC123"_s, "left by a killed program");
+        Database_Engine::CompactDatabase(m_db->connection);
+        QVERIFY(QFile(m_db->path()).size() < before);
+        QCOMPARE(m_db->Rows(u"select count(*) from cate_info"_s), u"500"_s);
+        const QFileInfo file(m_db->path());
+        QCOMPARE(file.dir().entryList({file.fileName() + u'*'}, QDir::Files).size(), 1 + bystanders.size());
+    }
+
+    /// Another program writes all the while: none of its commits is lost, and each copy is one moment of the file.
+    void Whole_Copies_And_Another_Writer()
+    {
+        Fill(2000);
+        Database_Engine::Let_Go();
+        Raw("CREATE TABLE one (a INTEGER); CREATE TABLE two (a INTEGER)");
+        Connection_Pool::Set_Busy_Timeout(10'000);
+        int commits[2]; // told one byte each
+        QCOMPARE(pipe(commits), 0);
+        const pid_t writer = fork();
+        if (writer == 0)
+            Write_For_Ever(commits[1]);
+        const QString copy = m_db->path() + u".backup"_s;
+        for (int round = 0; round < 8; ++round) {
+            Database_Engine::CompactDatabase(m_db->connection);
+            Database_Engine::Copy_Database(m_db->connection, copy);
+            const int rows = Rows_In(copy, "one");
+            QVERIFY(rows >= 0 && Rows_In(copy, "two") == rows);
+        }
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        close(commits[1]);
+        QFile told;
+        QVERIFY(told.open(commits[0], QFile::ReadOnly, QFile::AutoCloseHandle));
+        const qsizetype count = told.readAll().size();
+        Connection_Pool::Set_Busy_Timeout(Short_Timeout);
+        QVERIFY(count > 0);
+        const int rows = Rows_In(m_db->path(), "one");
+        QVERIFY2(rows == count || rows == count + 1, qPrintable(u"%1 of %2"_s.arg(rows).arg(count)));
+        QCOMPARE(Rows_In(m_db->path(), "Cate_Info"), 2000);
+    }
+
+    /// ZELQOR_KILL_ROUNDS sets the number of kills.
+    void A_Kill_Leaves_Whole_Files()
+    {
+        Fill(2000);
+        m_db->Run(u"delete from cate_info where cate_id > '0005'"_s);
+        Database_Engine::Let_Go();
+        const QString copy = m_db->path() + u".backup"_s;
+        const int asked = qEnvironmentVariableIntValue("ZELQOR_KILL_ROUNDS");
+        for (int round = 0; round < (asked > 0 ? asked : 40); ++round) {
+            const pid_t child = fork();
+            if (child == 0) {
+                for (;;) {
+                    Database_Engine::CompactDatabase(m_db->connection);
+                    Database_Engine::Copy_Database(m_db->connection, copy);
+                }
+            }
+            QVERIFY(child > 0);
+            QThread::usleep(QRandomGenerator::global()->bounded(60'000U));
+            kill(child, SIGKILL);
+            waitpid(child, nullptr, 0);
+            QCOMPARE(Rows_In(m_db->path(), "Cate_Info"), 500);
+            if (QFile::exists(copy))
+                QCOMPARE(Rows_In(copy, "Cate_Info"), 500);
+        }
+        Database_Engine::CompactDatabase(m_db->connection);
+        QCOMPARE(m_db->Rows(u"select count(*) from cate_info"_s), u"500"_s);
     }
 
     void One_Action_Commits_Whatever_Happens()
@@ -224,6 +372,71 @@ private:
         sqlite3_exec(other, sql.constData(), nullptr, nullptr, &message);
         QCOMPARE(QByteArray(message), QByteArray());
         sqlite3_close(other);
+    }
+    [[nodiscard]] bool Has_Index(const QString &name) const
+    {
+        sqlite3 *other = nullptr;
+        sqlite3_open(m_db->path().toUtf8().constData(), &other);
+        bool found = false;
+        const auto one = [](void *is, int, char **, char **) {
+            *static_cast<bool *>(is) = true;
+            return 0;
+        };
+        const QByteArray sql = "SELECT 1 FROM sqlite_schema WHERE name = '" + name.toUtf8() + '\'';
+        sqlite3_exec(other, sql.constData(), one, &found, nullptr);
+        sqlite3_close(other);
+        return found;
+    }
+    [[noreturn]] void Write_For_Ever(int told) const
+    {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        sqlite3 *other = nullptr;
+        sqlite3_open(m_db->path().toUtf8().constData(), &other);
+        sqlite3_busy_timeout(other, 10'000);
+        for (;;) {
+            if (sqlite3_exec(other, "BEGIN IMMEDIATE; INSERT INTO one VALUES (1); INSERT INTO two VALUES (1); COMMIT",
+                             nullptr, nullptr, nullptr) == SQLITE_OK)
+                (void)!write(told, "x", 1);
+            QThread::usleep(2000); // or nobody else would get in
+        }
+    }
+    /// Rows of a table as another program sees them, -1 for a file that is not sound.
+    static int Rows_In(const QString &path, const QByteArray &table)
+    {
+        sqlite3 *other = nullptr;
+        sqlite3_open(path.toUtf8().constData(), &other);
+        sqlite3_busy_timeout(other, 10'000);
+        const auto first = [&](const QByteArray &sql) {
+            QByteArray cell;
+            sqlite3_stmt *statement = nullptr;
+            sqlite3_prepare_v2(other, sql.constData(), -1, &statement, nullptr);
+            if (sqlite3_step(statement) == SQLITE_ROW)
+                cell = reinterpret_cast<const char *>(sqlite3_column_text(statement, 0));
+            sqlite3_finalize(statement);
+            return cell;
+        };
+        const bool sound = first("PRAGMA integrity_check") == "ok";
+        const int rows = sound ? first("SELECT count(*) FROM " + table).toInt() : -1;
+        sqlite3_close(other);
+        return rows;
+    }
+    /// A rollback journal of no pages whose commit was one of several files (sqlite.org/fileformat2.html, section
+    /// 3).
+    static QByteArray Journal_Naming(const QByteArray &file)
+    {
+        const QByteArray mark("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7", 8);
+        const auto number = [](quint32 value) {
+            QByteArray bytes(4, '\0');
+            qToBigEndian(value, bytes.data());
+            return bytes;
+        };
+        quint32 sum = 0;
+        for (const char letter : file)
+            sum += static_cast<quint32>(static_cast<signed char>(letter));
+        QByteArray journal = mark + number(0) + number(7) + number(1) + number(512) + number(4096);
+        journal.resize(512, '\0');
+        return journal + number(0x40000000 / 4096 + 1) + file + number(static_cast<quint32>(file.size())) +
+               number(sum) + mark;
     }
     static QByteArray Read(const QString &name)
     {

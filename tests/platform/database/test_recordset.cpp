@@ -198,6 +198,67 @@ private slots:
         QVERIFY(Number_Of_Error([&] { rows.Update(); }) != 0);
     }
 
+    /// "É" and "é" are one key, whichever way they are written and compared; the file's own index tells them apart.
+    void Keys_Know_No_Case_In_Any_Script()
+    {
+        const auto folders = [&] {
+            return m_db->Rows(u"select cate_id from cate_info order by cate_id"_s);
+        };
+        const QString insert = u"insert into cate_info(cate_id) values ('%1')"_s;
+        m_db->Run(insert.arg(u"É"_s));
+        m_db->Run(insert.arg(u"ü"_s));
+        m_db->Run(u"insert into code_info(code_id,cate_id,code_title) values ('x','é','t')"_s);
+        QCOMPARE(Number_Of_Error([&] { m_db->Run(insert.arg(u"é"_s)); }), Error_Number::Db_Failed);
+        QCOMPARE(Number_Of_Error([&] { m_db->Run(u"update cate_info set cate_id='é' where cate_id='ü'"_s); }),
+                 Error_Number::Db_Failed);
+        Recordset rows = Open(u"select * from cate_info"_s);
+        rows.AddNew();
+        rows[u"cate_id"_s].Set(u"é"_s);
+        QCOMPARE(Number_Of_Error([&] { rows.Update(); }), Error_Number::Db_Failed);
+        QCOMPARE(folders(), u"É;ü"_s);
+        QCOMPARE(m_db->Rows(u"select code_id from code_info,cate_info where code_info.cate_id = cate_info.cate_id"_s),
+                 u"x"_s);
+        QCOMPARE(m_db->Rows(u"select code_id from code_info where cate_id not in (select cate_id from cate_info)"_s),
+                 QString());
+        m_db->Run(u"update cate_info set cate_id='é' where cate_id='É'"_s);
+        QCOMPARE(folders(), u"é;ü"_s);
+    }
+
+    /// What a search tells ahead are rows of its result, in the result's order; the first news are of its front.
+    void Rows_Told_Ahead_Stand_In_Order()
+    {
+        Database_Engine::One_Action(m_db->connection, [&] {
+            for (int i = 0; i < 5000; ++i) {
+                const QString id = QString::number(10000 + i * 7919 % 5000);
+                m_db->Run(u"insert into code_info(code_id,code_title,code_content) values ('%1','t','%2')"_s.arg(
+                    id, i % 3 == 0 ? u"a Key here"_s : u"nothing"_s));
+            }
+        });
+        QList<QStringList> told;
+        Recordset rows;
+        const auto ids = [](Recordset &of) {
+            QStringList all;
+            for (; !of.Eof(); of.MoveNext()) {
+                all << of[0].Text();
+            }
+            return all;
+        };
+        rows.Found_So_Far = [&](Recordset &found) {
+            told << ids(found);
+        };
+        rows.Open(
+            u"select code_id from code_info where instr(1,lcase(code_content),lcase('key'),0)<>0 order by code_id"_s,
+            m_db->connection);
+        const QStringList all = ids(rows);
+        QCOMPARE(all.size(), 1667);
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(told.first(), all.mid(0, told.first().size()));
+        for (const QStringList &some : std::as_const(told)) {
+            QVERIFY(std::is_sorted(some.begin(), some.end()));
+            QVERIFY(QSet<QString>(all.begin(), all.end()).contains(QSet<QString>(some.begin(), some.end())));
+        }
+    }
+
     void Open_Recordsets_Outlive_The_Kept_Connection()
     {
         Fill_Files(200);

@@ -133,6 +133,18 @@ private slots:
         QTest::newRow("wrong password") << skin << u"another"_s;
         QTest::newRow("without a role") << QByteArray(skin).replace("HighlightedText=", "Lost=") << Password;
         QTest::newRow("not a colour") << QByteArray(skin).replace("Hover=#", "Hover=red;}#") << Password;
+        const auto with = [&](const char *style) {
+            return skin + "\nQWidget { " + style + " }\n";
+        };
+        QTest::newRow("picture of a file") << with("background: url(/dev/zero)") << Password;
+        QTest::newRow("picture in capitals") << with("BORDER-IMAGE: URL ( '/dev/zero' )") << Password;
+        QTest::newRow("picture spelled in escapes") << with("background: \\75rl(/dev/zero)") << Password;
+        QTest::newRow("text for every label") << with("qproperty-text: '<img src=/dev/zero>'") << Password;
+        QTest::newRow("value that is a sheet")
+            << QByteArray(skin).replace("Glyphs=light", "Glyphs=x) } * { a: b(") << Password;
+        QTest::newRow("value that names itself twice")
+            << QByteArray(skin).replace("Glyphs=light", "Glyphs=@Glyphs@@Glyphs@") << Password;
+        QTest::newRow("without end") << skin + QByteArray(1 << 20, ' ') << Password;
         QTest::newRow("no style") << skin.left(skin.indexOf("[Style]")) << Password;
     }
 

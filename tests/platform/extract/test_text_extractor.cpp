@@ -209,6 +209,8 @@ private slots:
                          QByteArray(attributes.left(10'000)).replace(" a", " xmlns:a").prepend("<a").append("/>") +
                          kept)
             << u"kept"_s;
+        QTest::newRow("tags without a word")
+            << Word_File(kept + QByteArray("<a/>").repeated(2'500'000) + kept) << u"kept"_s;
         QTest::newRow("broken off") << Word_File(kept + "<w:p><broken") << u"kept"_s;
         QTest::newRow("unknown package") << Zip({{"other.xml", "<a>text</a>"}}) << u""_s;
         QTest::newRow("parts of other names") << Odd_Names_Book() << u"word\t50.00%"_s;
@@ -240,6 +242,22 @@ private slots:
         const QString path = Written(u"bomb.docx"_s, Word_File(run.repeated(20'000)));
         QVERIFY(QFile(path).size() < 200'000);
         QCOMPARE(TextExtractor().ExtractText(path, 12'345).size(), 12'345);
+    }
+
+    void A_Name_Is_Only_A_Name_To_The_Tools()
+    {
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_folder.path()));
+        const QString text = Bare(QString::fromUtf8(Bytes_Of(Data + u"words.txt"_s)));
+        for (const QString &name : {u"-opw x"_s, u"--"_s, u"$(touch hit)"_s, u"`touch hit`;touch hit|touch hit"_s,
+                                    u"a'\"\n touch hit"_s, u"..a"_s}) {
+            for (const QString &type : {u".pdf"_s, u".doc"_s}) {
+                Written(name + type, Bytes_Of(Data + u"words"_s + type));
+                QCOMPARE(Bare(TextExtractor().ExtractText(name + type)), text);
+            }
+        }
+        QVERIFY(!QFile::exists(u"hit"_s));
+        QDir::setCurrent(before);
     }
 
     void A_Slow_Tool_Is_Ended()

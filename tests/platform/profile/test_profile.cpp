@@ -37,6 +37,9 @@ private slots:
         QTest::newRow("other section") << QByteArray("[Col]\n[Page]\nKey=1\n") << "";
         QTest::newRow("unclosed head") << QByteArray("[Col\nKey=1\n") << "";
         QTest::newRow("GB18030") << QByteArray("[Col]\r\nKey=\xCB\xCE\xCC\xE5\r\n") << "宋体";
+        QTest::newRow("a stray byte elsewhere") << QByteArray("[Col]\r\nOther=\xFF\r\nKey=宋体\r\n") << "宋体";
+        QTest::newRow("GB18030 that could be UTF-8")
+            << QByteArray("[Col]\r\nA=\xCB\xCE\r\nB=\xCB\xCE\r\nKey=\xC4\xA3\r\n") << "模";
         QTest::newRow("mark") << QByteArray("\xEF\xBB\xBF[Col]\r\nKey=1\r\n") << "1";
         QTest::newRow("wide blank is a character") << QByteArray("[Col]\nKey=\xE3\x80\x80\n") << QString(QChar(0x3000));
     }
@@ -71,6 +74,8 @@ private slots:
                                     << QByteArray("\xEF\xBB\xBF[Col]\r\nKey=v\r\n");
         QTest::newRow("GB18030 becomes UTF-8")
             << QByteArray("[Col]\r\nA=\xCB\xCE\r\n") << "体" << QByteArray("[Col]\r\nA=宋\r\nKey=体\r\n");
+        QTest::newRow("a stray byte stays in its line") << QByteArray("[Col]\r\nA=a\xFF\r\nB=宋\r\n") << "体"
+                                                        << QByteArray("[Col]\r\nA=a\xFF\r\nB=宋\r\nKey=体\r\n");
         QTest::newRow("NUL elsewhere") << QByteArray("[Col]\r\nA=\0\r\n", 12) << "v"
                                        << QByteArray("[Col]\r\nA=\0\r\nKey=v\r\n", 19);
         QTest::newRow("cannot start a section")

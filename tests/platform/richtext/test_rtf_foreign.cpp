@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
 #include "platform/richtext/rich_text.h"
 
@@ -30,6 +31,8 @@ private slots:
     void it_reads_ours();
     void it_keeps_ours_data() { Documents(); }
     void it_keeps_ours();
+    void it_keeps_what_follows_a_look_data();
+    void it_keeps_what_follows_a_look();
 
 private:
     static void Documents();
@@ -103,6 +106,35 @@ QByteArray Web_Page(const QString &text)
 <tr><td>8 %1</td><td>9</td></tr></table><p><a href="http://a.b/c">10 %1</a> after<br>the break</p>
 <p><img width="96" height="48" src="data:image/png;base64,%2">last %1</p></body></html>)html"_qs;
     return page.arg(text, QLatin1String(Png().toBase64())).toUtf8();
+}
+
+const char *const looks[] = {"b",    "i",        "strike",        "caps",      "scaps",   "super",
+                             "sub",  "ul",       "uldb",          "ulw",       "ulhwave", "cf1",
+                             "fs40", "f1",       "highlight1",    "expndtw40", "sub\\b",  "super\\i",
+                             "v",    "super\\v", "charscalex150", "plain"};
+
+/// A look before everything that has words of its own, in the middle of a paragraph and at its end.
+QByteArray Looking(const QByteArray &look)
+{
+    const QByteArray things[] = {
+        "{\\field{\\*\\fldinst HYPERLINK \"http://a.b/c\" \\\\o \"tip\"}{\\fldrslt link}}",
+        "{\\field{\\*\\fldinst HYPERLINK \"http://a.b/c\"}{\\fldrslt a{\\" + look + " b}c}}",
+        "{\\pict\\pngblip\\picwgoal300\\pichgoal150 " + Png().toHex() + "}",
+        "{\\*\\bkmkstart here}{\\*\\bkmkend here}",
+        "{\\footnote foot{\\" + look + " b}c}",
+        "{\\footnote\\ftnalt endnote}",
+        "{\\*\\atnid AB}{\\*\\atnauthor Anna}{\\*\\annotation{\\*\\atndate -2020400826}comment}",
+        "\\line\\tab \\u20013?",
+        "\\par\\pard\\ls1 item\\par\\pard ",
+        "\\par\\trowd\\cellx3000\\cellx6000\\intbl cell\\cell{\\" + look + " x}\\cell\\row\\pard ",
+    };
+    QByteArray body;
+    for (const QByteArray &thing : things)
+        body += "a{\\" + look + " x}" + thing + " end\\par{\\" + look + " x}y" + thing + "{\\" + look + " end\\par}";
+    return "{\\rtf1\\ansi{\\fonttbl{\\f0 Liberation Serif;}{\\f1 Liberation Sans;}}{\\colortbl;\\red255;}"
+           "{\\*\\listtable{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}}"
+           "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}" +
+           body + "}";
 }
 
 void Write(const QString &path, const QByteArray &bytes)
@@ -192,6 +224,12 @@ void Test_Rtf_Foreign::initTestCase()
         Write(Path(ours.last()), Rich_Text::Write_Rtf(document));
     }
     Convert(u"txt:Text (encoded):UTF8"_qs, theirs + ours);
+    for (std::size_t i = 0; i < std::size(looks); ++i) {
+        QTextDocument document;
+        QVERIFY(Rich_Text::Read_Rtf(Looking(looks[i]), document));
+        ours << u"look_%1.rtf"_qs.arg(i);
+        Write(Path(ours.last()), Rich_Text::Write_Rtf(document));
+    }
     Convert(rtf, ours, u"kept"_qs);
 }
 
@@ -252,6 +290,39 @@ void Test_Rtf_Foreign::it_keeps_ours()
     QCOMPARE(font(after).families(), font(before).families());
     QCOMPARE(font(after).pointSizeF(), font(before).pointSizeF());
     Has_Its_Looks(u"kept/"_qs + name + u"_ours.rtf"_qs);
+}
+
+void Test_Rtf_Foreign::it_keeps_what_follows_a_look_data()
+{
+    QTest::addColumn<QString>("file");
+    for (std::size_t i = 0; i < std::size(looks); ++i)
+        QTest::newRow(looks[i]) << u"look_%1.rtf"_qs.arg(i);
+}
+
+/// Text with its links, pictures and notes, the kinds of these and who wrote them.
+void Test_Rtf_Foreign::it_keeps_what_follows_a_look()
+{
+    QFETCH(QString, file);
+    const auto all = [](const QString &path) {
+        QTextDocument document;
+        Rich_Text::Read_Rtf(Bytes(path), document);
+        QString text;
+        int note = 0;
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+            for (auto at = block.begin(); !at.atEnd(); ++at) {
+                const QTextCharFormat format = at.fragment().charFormat();
+                const int number = format.intProperty(Rich_Text::Note_Number);
+                if (std::exchange(note, number) != number)
+                    text += format.property(Rich_Text::Note_Kind).toString() +
+                            format.property(Rich_Text::Note_Origin).toStringList().join(u',');
+                text += at.fragment().text() + format.stringProperty(Rich_Text::Hidden_Text) + format.anchorHref() +
+                        format.toImageFormat().name().left(7);
+            }
+            text += Rich_Text::Item_Label(block) + u'|';
+        }
+        return text.replace(u'\n', u'|').remove(QChar::ObjectReplacementCharacter);
+    };
+    QCOMPARE(all(Path(u"kept/"_qs + file)), all(Path(file)));
 }
 
 QTEST_MAIN(Test_Rtf_Foreign)

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/errors/run_time_error.h"
 #include "platform/richtext/rich_text.h"
 
+#include <QFile>
 #include <QRandomGenerator>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextDocument>
+#include <QTextTable>
 
 #include <sys/resource.h>
 
@@ -85,6 +89,72 @@ private slots:
         QCOMPARE(document.toPlainText().count(u'a'), 4 * 22);
     }
 
+    void long_parts_are_cut_and_joined_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<int>("marks"); // of paragraphs and cells, of the source and of what is written
+        QTest::addColumn<int>("ends");  // of lines that are shown; tables have some of their own
+        QTest::newRow("line") << Repeated("words and words ", 30'000) + "\\par" << 1 << 0;
+        QTest::newRow("word") << Repeated("\\u-10179?\\u-8704?", 30'000) + "\\par" << 1 << 0;
+        QTest::newRow("signs in an item")
+            << "\\pard\\li700\\sb90 " + Repeated("{\\b a}{\\i b}", 30'000) + "\\par c\\par" << 2 << 1;
+        QTest::newRow("cells") << "\\trowd\\cellx900\\intbl " + Repeated("a{\\v b}", 30'000) + "\\cell\\row\\pard\\par"
+                               << 2 << 2;
+        QTest::newRow("a cell told of late") << Repeated("words ", 5'000) + "\\cell\\row\\pard\\par" << 3 << 2;
+        QTest::newRow("rows") << Repeated("\\trowd\\cellx900\\cellx1800\\intbl a\\cell b\\cell\\row", 3'000) +
+                                     "\\pard\\par"
+                              << 6001 << 6006;
+    }
+
+    /// Else a layout would take time by the square of their length. What is written has them whole.
+    void long_parts_are_cut_and_joined()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(int, marks);
+        QTextDocument document, again;
+        QVERIFY(Rich_Text::Read_Rtf("{\\rtf1 " + body + "}", document));
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            QVERIFY(block.length() < 22'000);
+        for (const QTextFrame *frame : document.rootFrame()->childFrames())
+            QVERIFY(qobject_cast<const QTextTable *>(frame)->rows() <= 500);
+        const QByteArray written = Rich_Text::Write_Rtf(document);
+        QCOMPARE(written.count("\\par\r\n") + written.count("\\par}") + written.count("\\cell}"), marks);
+        QVERIFY(Rich_Text::Read_Rtf(written, again));
+        QCOMPARE(again.toRawText(), document.toRawText());
+        QCOMPARE(Rich_Text::Shown_Text(again), Rich_Text::Shown_Text(document));
+        QTEST(static_cast<int>(Rich_Text::Shown_Text(again).count(u'\n')), "ends");
+    }
+
+    void all_fonts_are_kept()
+    {
+        QByteArray table, text;
+        for (int i = 0; i < 3000; ++i) {
+            const QByteArray number = QByteArray::number(i);
+            table += "{\\f" + number + " Font" + number + ";}";
+            text += "{\\f" + number + " a}";
+        }
+        QTextDocument document;
+        QVERIFY(Rich_Text::Read_Rtf("{\\rtf1{\\fonttbl" + table + "}" + text + "}", document));
+        QSet<QString> shown;
+        for (const QTextFormat &format : document.allFormats())
+            shown.insert(format.toCharFormat().fontFamilies().toStringList().join(u','));
+        QVERIFY(shown.size() < 300);
+        QVERIFY(Rich_Text::Write_Rtf(document).contains(" Font2999;"));
+    }
+
+    void may_be_called_off()
+    {
+        const QByteArray rtf = "{\\rtf1" + Repeated("\\par a", 100'000) + "}";
+        for (const int answers : {0, 40, 200}) { // before, while it is read and while it is shown
+            QTextDocument document(QStringLiteral("before"));
+            int asked = 0;
+            QVERIFY_THROWS_EXCEPTION(Run_Time_Error,
+                                     Rich_Text::Read_Rtf(rtf, document, [&] { return asked++ == answers; }));
+            QCOMPARE(asked, answers + 1);
+            QCOMPARE(document.toPlainText(), answers == 200 ? QString() : QStringLiteral("before"));
+        }
+    }
+
     void large_data()
     {
         QTest::addColumn<QByteArray>("body");
@@ -97,7 +167,8 @@ private slots:
         row("unclosed destinations", Repeated("{\\*\\fldinst ", 200'000));
         row("fields in fields", Repeated("{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt ", 50'000));
         row("one result for one long instruction",
-            "{\\field{\\*\\fldinst " + Repeated("HYPERLINK ", 20'000) + "}" + Repeated("{\\fldrslt x}", 20'000) + "}");
+            "{\\field{\\*\\fldinst " + Repeated("HYPERLINK ", 20'000) + "}" + Repeated("{\\fldrslt x}", 20'000) + "}",
+            2);
         row("tables in tables", Repeated("\\trowd\\cellx9\\intbl\\itap9999 x", 20'000), 33);
         row(
             "ever deeper tables",
@@ -130,10 +201,20 @@ private slots:
             100'000);
         row("cells without definitions", Repeated("\\intbl\\cell", 100'000) + "\\row", 101'000);
         row("tables that only nest", Repeated("\\itap8\\par\\itap0\\par", 20'000), 40'001);
-        row("bookmarks", Repeated("{\\*\\bkmkstart a}x", 30'000));
+        row("bookmarks", Repeated("{\\*\\bkmkstart a}x", 30'000), 3);
+        row(
+            "bookmarks of many names",
+            [] {
+                QByteArray body;
+                for (int i = 0; i < 100'000; ++i)
+                    body += "{\\*\\bkmkstart b" + QByteArray::number(i) + "}x ";
+                return body;
+            }(),
+            21);
+        row("footnotes", Repeated("x{\\footnote y}", 50'000), 31);
         row("bookmarks of one place", Repeated("{\\*\\bkmkstart a}", 50'000) + "x");
-        row("pieces of hidden text", Repeated("{\\v x\\par}y", 30'000));
-        row("text boxes of one paragraph", Repeated("x{\\b y}{\\shp{\\*\\shpinst{\\shptxt z\\par}}}", 20'000), 20'001);
+        row("pieces of hidden text", Repeated("{\\v x\\par}y", 30'000), 6);
+        row("text boxes of one paragraph", Repeated("x{\\b y}{\\shp{\\*\\shpinst{\\shptxt z\\par}}}", 20'000), 20'010);
         row("text boxes in text boxes", Repeated("x{\\shp{\\*\\shpinst{\\shptxt z", 50'000), 1'001);
         row("list items",
             "{\\*\\listtable{\\list{\\listlevel\\levelnfc0}\\listid1}}{\\*\\listoverridetable"
@@ -164,8 +245,8 @@ private slots:
         row("fonts and colours",
             "{\\fonttbl" + Repeated("{\\f1 a;}", 50'000) + "}{\\colortbl" + Repeated(";", 200'000) + "}");
         row("big \\bin", "{\\pict\\bin2147483647 x");
-        row("pictures", Repeated("{\\pict\\pngblip\\picw2147483647\\pich2147483647 8950}", 20'000));
-        row("stand-ins", Repeated("\\uc64\\u-1 ", 100'000));
+        row("pictures", Repeated("{\\pict\\pngblip\\picw2147483647\\pich2147483647 8950}", 20'000), 2);
+        row("stand-ins", Repeated("\\uc64\\u-1 ", 100'000), 10);
         row("skipped groups", Repeated("{\\*\\nothing {\\bin-9 }", 100'000));
         row("old lists", Repeated("{\\*\\pn\\pndec{\\pntxta a}}{\\*\\pn\\pnlvlblt}\\par", 20'000), 20'001);
     }
@@ -182,6 +263,29 @@ private slots:
         getrusage(RUSAGE_SELF, &used);
         QVERIFY2(used.ru_maxrss < Most_Memory, qPrintable(QString::number(used.ru_maxrss)));
     }
+
+#ifndef __SANITIZE_ADDRESS__
+    void ends_where_memory_does()
+    {
+        const QByteArray rtf = "{\\rtf1 " + Repeated("some text ", 3'000'000) + "}";
+        rlimit before{};
+        getrlimit(RLIMIT_AS, &before);
+        QFile pages(QStringLiteral("/proc/self/statm"));
+        QVERIFY(pages.open(QIODevice::ReadOnly));
+        const rlim_t used = pages.readAll().split(' ').first().toULongLong() * 4096;
+        rlimit little{.rlim_cur = used + static_cast<rlim_t>(rtf.size()), .rlim_max = before.rlim_max};
+        QTextDocument document(QStringLiteral("before"));
+        setrlimit(RLIMIT_AS, &little);
+        int number = 0;
+        try {
+            Rich_Text::Read_Rtf(rtf, document);
+        } catch (const Run_Time_Error &error) {
+            number = error.number;
+        }
+        setrlimit(RLIMIT_AS, &before);
+        QCOMPARE(number, Error_Number::Out_Of_Memory);
+    }
+#endif
 };
 
 QTEST_MAIN(Test_Rtf_Hostile)

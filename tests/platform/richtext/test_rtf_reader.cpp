@@ -18,6 +18,8 @@ private slots:
     void looks();
     void pictures_data();
     void pictures();
+    void tells_what_is_not_kept_data();
+    void tells_what_is_not_kept();
     void refuses_other_bytes();
 };
 
@@ -315,6 +317,34 @@ void Test_Rtf_Reader::pictures()
     const QByteArray bytes = document.resource(QTextDocument::ImageResource, QUrl(format.name())).toByteArray();
     QVERIFY(!bytes.isEmpty());
     QTEST(!QImage::fromData(bytes).isNull(), "decodes");
+}
+
+void Test_Rtf_Reader::tells_what_is_not_kept_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("losses");
+    const QByteArray picture = "{\\pict\\pngblip 89}";
+    QTest::newRow("nothing") << "{\\header a{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}}{\\field{\\*\\fldinst HYPERLINK "
+                                "\"a\"}{\\fldrslt b}}{\\field{\\*\\fldinst SYMBOL 65}{\\fldrslt}}" +
+                                    picture
+                             << 0;
+    QTest::newRow("picture of a header") << "{\\header " + picture + "}" << int(Rich_Text::Header_Pictures);
+    QTest::newRow("sections") << QByteArray("a\\sect\\sectd\\landscape b") << int(Rich_Text::Section_Pages);
+    QTest::newRow("shape") << QByteArray("{\\shp{\\*\\shpinst{\\sp{\\sn a}{\\sv 1}}}}") << int(Rich_Text::Drawings);
+    QTest::newRow("object and field")
+        << QByteArray("{\\object{\\*\\objdata 01}{\\result a}}{\\field{\\*\\fldinst DATE}{\\fldrslt b}}")
+        << (Rich_Text::Objects | Rich_Text::Other_Fields);
+}
+
+/// What has been saved without it no longer holds it.
+void Test_Rtf_Reader::tells_what_is_not_kept()
+{
+    QFETCH(QByteArray, body);
+    QTextDocument document;
+    QVERIFY(Rich_Text::Read_Rtf(Whole(body), document));
+    QTEST(Rich_Text::Losses(document), "losses");
+    QVERIFY(Rich_Text::Read_Rtf(Rich_Text::Write_Rtf(document), document));
+    QCOMPARE(Rich_Text::Losses(document), 0);
 }
 
 void Test_Rtf_Reader::refuses_other_bytes()

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "documents/attachments.h"
+
+/// Whether there is a file to write out: a folder's and a page's link have none.
+bool Is_Exportable(const Attachment &attachment);
+
+/// Writes an attachment, or a copy of the file that it links, to a path, and replaces what stands there.
+Work_Result Export_Attachment(const Attachment &attachment, const QString &path, Work &work);
+/// Writes attachments to a folder under their names; where one is taken, a number is put behind it.
+Work_Result Export_Attachments(const QList<Attachment> &attachments, const QString &folder, Work &work);

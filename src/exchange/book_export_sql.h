@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace Sql
+{
+constexpr const char16_t *Document_For_Book =
+    u"Select cate_ID,Code_Title,Code_ID,Code_Keys,Code_Content,Code_Content_IO, Code_Type From Code_Info Where Code_ID "
+    u"='%1'";
+} // namespace Sql

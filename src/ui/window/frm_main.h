@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/kit/ctrl_language.h"
+#include "ui/kit/shell.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+class Document_Tabs;
+class Frm_ListView;
+class Left_Tabs;
+class Program_Lock;
+class QSystemTrayIcon;
+class Tree_Pane;
+class View_Entries;
+namespace Ui
+{
+class Frm_Main;
+}
+
+/// The main window: a shell that owns places and wires the panes to each other.
+class Frm_Main : public QMainWindow, public Shell
+{
+    Q_OBJECT
+
+public:
+    Frm_Main();
+    ~Frm_Main() override;
+
+    /// Shows the window in the state that the settings ask for.
+    void Show_As_Kept();
+    /// Selects the folder that was used last and lists it.
+    void Select_Last_Folder();
+    /// Loads tree and list anew, after the database changed.
+    void Reload_All() override;
+    /// Saves every unsaved document. @returns false when one stays unsaved
+    bool Save_All_Documents();
+    /// Width of the tree pane, in twips.
+    /// Keeps the width of the tree's side, while it is shown, and the keys of the searches.
+    void Save_Left_Side();
+    /// Writes the window's placement to section Settings; a minimised window leaves the stored one alone.
+    void Save_Placement();
+    /// Shows the window in front, wherever it was put away.
+    void Bring_Back();
+    /// Takes the tray icon away.
+    void Remove_Tray_Icon();
+
+    /// Asked before the window closes for good; false keeps the program open.
+    std::function<bool()> Query_Unload;
+    /// Told when it has closed.
+    std::function<void()> Unloaded;
+    /// Told when another database was chosen, before its folders are shown.
+    std::function<void()> Database_Chosen;
+
+    void Set_Status(const QString &text) override;
+    [[nodiscard]] QString Selected_Folder() const override;
+    void Folder_Changed(const QString &id) override;
+    void Document_Changed(const QString &code_id) override;
+    void Open_Document(const QString &code_id) override;
+    [[nodiscard]] bool Is_Open(const QString &code_id) const override;
+    [[nodiscard]] QString Document_On_Screen() const override;
+    [[nodiscard]] QString Neighbour(const QString &code_id, int step) const override;
+    void Select_In_List(const QString &code_id) override;
+    void Panes_Changed() override;
+    void Delete_Documents(const QStringList &ids, Asked_In place) override;
+    void Open_Document_At(const QString &code_id, const QString &key, qint64 place) override;
+    void New_Document() override;
+    int Import_Files(const QStringList &paths, const QString &folderId) override;
+    void List_Documents(const QString &where) override;
+    void Focus_List() override;
+    void Documents_Moved(const QStringList &codeIds, const QString &folderId) override;
+    void Folder_Renumbered(const QString &oldId, const QString &newId) override;
+    void Colors_Chosen(const QStringList &codeIds) override;
+    void Move_Documents(const QStringList &codeIds) override;
+    void Lock() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void Load_Lang();
+    void Add_Panes();
+    void Add_Editor_Menus();
+    /// Puts the commands of the wings into their menus.
+    void Add_Wing_Commands();
+    void Add_Due_Button();
+    void Add_Lock();
+    void Add_Tray_Icon();
+    void Connect_Actions();
+    void Place_Document_Actions();
+    void Place_Tool_Bar();
+    void Set_Icons();
+    void Bind_View_Entries();
+    /// An entry of the menu for each page that a wing brings to the left side.
+    void Add_Page_Entries();
+    /// Puts what the options changed on screen.
+    void Apply_Settings();
+    /// Deletes the document on screen, or the rows chosen in the list.
+    void Delete_Chosen();
+    void Choose_Files();
+    void Choose_Database();
+    void Compact();
+    void Clean();
+    /// Opens the help file where there is one, else tells about the program.
+    void Show_Help();
+    void Leave();
+    /// The window's own close button only puts the window away.
+    [[nodiscard]] bool Hides_On_Close(const QCloseEvent &event) const;
+    void Put_Away();
+
+    std::unique_ptr<Ui::Frm_Main> m_ui;
+    ctrlLanguage m_lang;
+    Tree_Pane *m_tree = nullptr;
+    Frm_ListView *m_list = nullptr;
+    Document_Tabs *m_tabs = nullptr;
+    Left_Tabs *m_left = nullptr;
+    View_Entries *m_view = nullptr;
+    QSystemTrayIcon *m_tray = nullptr;
+    Program_Lock *m_lock = nullptr;
+    bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
+};

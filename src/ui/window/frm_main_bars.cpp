@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/language_pack.h"
+#include "ui/document/document_tabs.h"
+#include "ui/folders/tree_pane.h"
+#include "ui/kit/icons.h"
+#include "ui/window/frm_main.h"
+#include "ui_frm_main.h"
+
+#include <QMenu>
+#include <QToolButton>
+
+void Frm_Main::Place_Document_Actions()
+{
+    const auto action = [this](const char *name) {
+        return m_tabs->Action(QLatin1String(name));
+    };
+    auto *kinds = new QMenu(Pack_Text("Frm_Main", "_New_Kinds"), this);
+    kinds->addActions({action("AddCode_Clip"), action("AddCode_Word"), action("AddCode_Excel"), action("AddCode_PPT"),
+                       action("AddCode_Htm")});
+    m_ui->Mnu_File->insertMenu(m_ui->Mnu_Import_File, kinds);
+    auto *button = qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(m_ui->AddCode));
+    button->setMenu(kinds);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
+    m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("SaveAs"), action("Email")});
+    m_ui->Mnu_View->addSeparator();
+    m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
+}
+
+/// The buttons of the tool bar that stand for entries of the menus.
+void Frm_Main::Place_Tool_Bar()
+{
+    struct Stand_In {
+        QAction *button;
+        QAction *entry;
+    };
+    const auto folders = [this](const char *name) {
+        return m_tree->findChild<QAction *>(QLatin1String(name));
+    };
+    for (const Stand_In &row : {Stand_In{m_ui->AddClass, folders("Mnu_Node_Add_Cur")},
+                                {m_ui->AddSmallClass, folders("Mnu_Node_Add_Next")},
+                                {m_ui->RenClass, folders("Mnu_Node_Rename")},
+                                {m_ui->DelClass, folders("Mnu_Node_Del")},
+                                {m_ui->DelCode, m_ui->Mnu_Delete},
+                                {m_ui->Find, m_ui->Mnu_Find},
+                                {m_ui->RenConf, m_ui->Mnu_Config}}) {
+        row.button->setIcon(row.entry->icon());
+        connect(row.button, &QAction::triggered, row.entry, &QAction::trigger);
+    }
+    const auto button = [this](QAction *action) {
+        return qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(action));
+    };
+    auto *more = new QMenu(this);
+    more->addActions({m_ui->AddSmallClass, m_ui->RenClass, m_ui->DelClass});
+    button(m_ui->AddClass)->setMenu(more);
+    button(m_ui->AddClass)->setPopupMode(QToolButton::MenuButtonPopup);
+    for (QAction *action : {m_ui->RenConf, m_ui->RenHelp})
+        button(action)->setToolButtonStyle(Qt::ToolButtonIconOnly);
+}
+
+void Frm_Main::Set_Icons()
+{
+    struct Action_Icon {
+        QAction *action;
+        const char *icon;
+    };
+    const Action_Icon icons[] = {
+        {m_ui->AddCode, "new"},           {m_ui->Mnu_AddCode, "new"},
+        {m_ui->ImportFile, "import"},     {m_ui->Mnu_Import_File, "import"},
+        {m_ui->SaveCode, "save"},         {m_ui->Mnu_Save, "save"},
+        {m_ui->Mnu_Close_Tab, "close"},   {m_ui->Mnu_Delete, "delete"},
+        {m_ui->Mnu_DataBase, "database"}, {m_ui->mnuComp, "compact"},
+        {m_ui->mnu_clean_data, "clean"},  {m_ui->PriCode, "print"},
+        {m_ui->Mnu_Print, "print"},       {m_ui->PriPrview, "preview"},
+        {m_ui->Mnu_Preview, "preview"},   {m_ui->Mnu_Find, "find"},
+        {m_ui->Mnu_DbLog, "log"},         {m_ui->Mnu_Config, "options"},
+        {m_ui->Mnu_About, "about"},       {m_ui->Mnu_Exit, "exit"},
+        {m_ui->RenHelp, "about"},
+    };
+    for (const Action_Icon &row : icons)
+        row.action->setIcon(Line_Icon(QLatin1String(row.icon)));
+}

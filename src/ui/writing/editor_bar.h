@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "editor/editor_commands.h"
+#include "ui/kit/ctrl_language.h"
+
+#include <QWidget>
+
+class Find_Bar;
+class QComboBox;
+class QFontComboBox;
+
+/// What stands above a document's panes: fonts, sizes and buttons of the editor's commands, which it owns. It opens
+/// the forms that the commands ask for.
+class Editor_Bar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Editor_Bar(QWidget *parent = nullptr);
+
+    void Load_Lang();
+    /// The panes that the bar and its commands act on, and where they search.
+    void Serve(const QList<Text_Editor *> &editors, Find_Bar *findBar = nullptr);
+    [[nodiscard]] Editor_Commands &Commands() const { return *m_commands; }
+
+private:
+    void Add_Fonts();
+    void Add_Buttons();
+    void Set_Icons();
+    void Set_Tool_Tips();
+    void Show_State();
+    void Answer(Command_Request request);
+
+    Editor_Commands *m_commands;
+    ctrlLanguage m_lang;
+    Find_Bar *m_find = nullptr;
+    QComboBox *m_styles = nullptr;
+    QFontComboBox *m_families = nullptr;
+    QComboBox *m_sizes = nullptr;
+};

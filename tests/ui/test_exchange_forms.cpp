@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/process_state.h"
+#include "core/settings.h"
+#include "platform/database/database.h"
+#include "storage/database_lifecycle.h"
+#include "support/controls.h"
+#include "support/test_program.h"
+#include "ui/exchange/frm_data_export_node_files.h"
+#include "ui/exchange/frm_file_import.h"
+#include "ui/exchange/frm_transfer.h"
+#include "ui/kit/work_window.h"
+#include "users/scrambling.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+/// The forms are driven as a person does: rows chosen, boxes ticked, buttons pressed.
+class Test_Exchange_Forms : public QObject
+{
+    Q_OBJECT
+    std::optional<Test_Program> m_program;
+
+    static void Press(QWidget &form, const char *name)
+    {
+        auto &button = Get<QPushButton>(form, name);
+        QVERIFY2(button.isEnabled(), name);
+        button.click();
+    }
+    /// Chooses the first folder below the root.
+    static void Choose_Folder(QWidget &form, const char *tree)
+    {
+        auto &view = Get<QTreeView>(form, tree);
+        view.setCurrentIndex(view.model()->index(0, 0, view.model()->index(0, 0)));
+    }
+
+private slots:
+    void init()
+    {
+        m_program.emplace();
+        Add_Folder(u"001"_s, u"top"_s);
+        QVERIFY(QDir().mkpath(m_program->Path(u"in/sub"_s)));
+        m_program->Write(u"in/a.txt"_s, "one");
+        m_program->Write(u"in/sub/b.txt"_s, "two");
+    }
+    void cleanup()
+    {
+        QCOMPARE(m_program->prompts.Problems(), QStringList());
+        Database_Engine::Let_Go();
+        m_program.reset();
+    }
+
+    void A_Directory_Is_Imported_In_Five_Steps()
+    {
+        for (const int round : {1, 2}) {
+            Frm_FileImport form;
+            QVERIFY(!Get<QPushButton>(form, "Cmd_Next").isEnabled());
+            Choose_Folder(form, "Trv_Code_Class");
+            Press(form, "Cmd_Next");
+            Press(form, "Cmd_Next");
+            QVERIFY(!Get<QPushButton>(form, "Cmd_Next").isEnabled());
+            Get<QLineEdit>(form, "Txt_Path").setText(m_program->Path(u"in"_s));
+            form.Search();
+            Press(form, "Cmd_Next");
+            Press(form, "Cmd_Next");
+            // The second time both titles are in their folders.
+            QCOMPARE(Get<QCheckBox>(form, "Chk_Known").isHidden(), round == 1);
+            const QSignalSpy imported(&form, &Frm_FileImport::Imported);
+            m_program->prompts.Expect(u"报告"_s, u"no"_s);
+            Press(form, "Cmd_Import");
+            QCOMPARE(imported.size(), 1);
+            QCOMPARE(Sql_Rows(u"select Code_Title,Cate_ID from Code_Info order by Code_Title"_s),
+                     (QList<QStringList>{{u"a.txt"_s, u"001"_s}, {u"b.txt"_s, u"001001"_s}}));
+        }
+    }
+
+    void Documents_Are_Copied_Into_A_New_File_And_Back()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"one"_s);
+        Add_Folder(u"002"_s, u"locked"_s, -1, Scramble_Text(u"pw"_s));
+        const QString path = m_program->Path(u"copy.db"_s);
+        Frm_DataExport_Ex out;
+        auto &file = Get<QLineEdit>(out, "Txt_ExportPath");
+        for (const auto &[name, refusal] :
+             {std::pair(QString(), u"请选择导出的文件"_s), {u"none"_s, u"不是可用的文件"_s}}) {
+            file.setText(name);
+            m_program->prompts.Expect(refusal, u"ok"_s);
+            Press(out, "Cmd_Export");
+        }
+        file.setText(path);
+        Choose_Folder(out, "Trv_Export");
+        Get<QCheckBox>(out, "Chk_Code_Info").click();
+        Press(out, "Cmd_ListViewToLsv");
+        Get<QCheckBox>(out, "Chk_Done").click();
+        m_program->prompts.Expect(u"复制 1，已有 0，失败 0"_s, u"ok"_s);
+        Press(out, "Cmd_Export");
+        auto &tree = Get<QTreeView>(out, "Trv_Export");
+        m_program->prompts.Expect(u"密码"_s, u"wrong"_s);
+        m_program->prompts.Expect(u"密码输入错误"_s, u"ok"_s);
+        tree.setCurrentIndex(tree.model()->index(1, 0, tree.model()->index(0, 0)));
+
+        Sql_Run(u"delete from Code_Info"_s);
+        Frm_DataInport_Ex in;
+        QVERIFY(!Get<QPushButton>(in, "Cmd_Export").isEnabled());
+        m_program->prompts.Expect(u"选择数据库"_s, path);
+        Press(in, "Cmd_Browse");
+        Choose_Folder(in, "Trv_Export");
+        Get<QCheckBox>(in, "Chk_Code_Info").click();
+        Press(in, "Cmd_ListViewToLsv");
+        Get<QCheckBox>(in, "Chk_Done").click();
+        m_program->prompts.Expect(u"复制 1，已有 0，失败 0"_s, u"ok"_s);
+        Press(in, "Cmd_Export");
+        QCOMPARE(Sql_Cell(u"select Code_Title from Code_Info"_s), u"one"_s);
+    }
+
+    void A_Form_Cannot_Be_Used_While_It_Works()
+    {
+        QDialog form;
+        auto *button = new QPushButton(&form);
+        int pressed = 0;
+        connect(button, &QPushButton::clicked, this, [&] { ++pressed; });
+        form.setModal(true);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        Long_Work::Run(&form, u"work"_s,
+                       [&](Work & /*work*/) { Long_Work::Ask([&] { QTest::mouseClick(button, Qt::LeftButton); }); });
+        QCOMPARE(pressed, 0);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(pressed, 1);
+    }
+
+    void Nothing_Is_Exported_Before_Both_Sides_Are_Chosen()
+    {
+        Frm_DataExport_Node_Files form;
+        m_program->prompts.Expect(u"请选择导出的节点"_s, u"ok"_s);
+        Press(form, "Cmd_Export");
+        Choose_Folder(form, "Trv_Export");
+        m_program->prompts.Expect(u"请选择保存的路径"_s, u"ok"_s);
+        Press(form, "Cmd_Export");
+    }
+};
+
+QTEST_MAIN(Test_Exchange_Forms)
+#include "test_exchange_forms.moc"
