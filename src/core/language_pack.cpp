@@ -75,6 +75,21 @@ QString Pack_Text(const char *section, const char *key)
     return Language().GetString(QLatin1String(section), QLatin1String(key));
 }
 
+QString Filled(const QString &sentence, const QStringList &values)
+{
+    QString text;
+    for (qsizetype i = 0; i < sentence.size(); ++i) {
+        const int place = sentence[i] == u'%' && i + 1 < sentence.size() ? sentence[i + 1].digitValue() : 0;
+        if (place >= 1 && place <= values.size()) {
+            text += values[place - 1];
+            ++i;
+        } else {
+            text += sentence[i];
+        }
+    }
+    return text;
+}
+
 QString Pack_List(const QStringList &words)
 {
     const QString sign = Pack_Text("Main", "_List_Sign");

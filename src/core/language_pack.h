@@ -45,5 +45,8 @@ void Load_Language(const QString &source);
 
 /// A text of the pack in force.
 QString Pack_Text(const char *section, const char *key);
+/// A pack's sentence with its places %1 to %9 filled. A place that the pack left out is passed over, and what a value
+/// holds is never taken for a place.
+QString Filled(const QString &sentence, const QStringList &values);
 /// Words as a list, with the sign that the pack in force puts between them; a comma where it names none.
 QString Pack_List(const QStringList &words);

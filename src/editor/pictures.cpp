@@ -87,7 +87,8 @@ bool Pictures::Insert(QTextCursor &cursor, const QByteArray &bytes)
 QTextCharFormat Pictures::Format_Of(const QTextCursor &selection)
 {
     QTextCursor first(selection.document());
-    first.setPosition(selection.selectionStart() + 1); // a cursor tells of the character before it
+    // A cursor tells of the character before it.
+    first.setPosition(qMin(selection.selectionStart() + 1, selection.document()->characterCount() - 1));
     return first.charFormat();
 }
 

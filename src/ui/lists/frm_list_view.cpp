@@ -3,6 +3,7 @@
 
 #include "core/config_store.h"
 #include "core/error_log.h"
+#include "core/language_pack.h"
 #include "core/settings.h"
 #include "core/system_log.h"
 #include "ui/kit/file_drops.h"
@@ -304,7 +305,8 @@ void Frm_ListView::ShowPageInfo(const Page_Info &info)
         labels[i]->setText(QString::number(info.labels[i]));
     m_ui->Pic_More->setVisible(info.unlisted > 0);
     const qint64 found = info.labels[Page_Info::Total];
-    m_ui->Lab_More->setText(m_lang.GetString("_More").arg(found - info.unlisted).arg(found));
+    m_ui->Lab_More->setText(
+        Filled(m_lang.GetString("_More"), {QString::number(found - info.unlisted), QString::number(found)}));
     m_ui->Txt_Page->setText(QString::number(m_page));
     const QList<QWidget *> bar{m_ui->Lbl_FirstPage, m_ui->Lbl_PreviousPage, m_ui->Txt_Page, m_ui->Lbl_NextPage,
                                m_ui->Lbl_LastPage};

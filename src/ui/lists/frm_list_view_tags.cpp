@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/lists/frm_list_view_tags.h"
 
+#include "core/language_pack.h"
 #include "core/trouble.h"
 #include "ui_frm_list_view_tags.h"
 #include "views/tagged_documents.h"
@@ -14,7 +15,7 @@ Frm_ListView_Tags::Frm_ListView_Tags(QStringList codeIds, QWidget *parent)
 {
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
-    m_ui->Lab_What->setText(m_lang.GetString("_What").arg(m_codeIds.size()));
+    m_ui->Lab_What->setText(Filled(m_lang.GetString("_What"), {QString::number(m_codeIds.size())}));
     m_ui->Lab_Trouble->hide();
     Load_Selection_Tags(m_tags, m_codeIds);
     m_shown.setSourceModel(&m_tags);

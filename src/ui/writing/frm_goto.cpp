@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/writing/frm_goto.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "editor/text_editor.h"
 #include "platform/prompts/prompts.h"
@@ -11,7 +12,7 @@ frm_GoTo::frm_GoTo(Text_Editor &editor, QWidget *parent)
 {
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
-    m_ui->Lab_Total->setText(m_lang.GetString("_Total").arg(editor.Line_Count()));
+    m_ui->Lab_Total->setText(Filled(m_lang.GetString("_Total"), {QString::number(editor.Line_Count())}));
     m_ui->Txt_Line->setText(QString::number(editor.Line_Number()));
     m_ui->Txt_Line->selectAll();
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frm_GoTo::cmdOK_Click);
