@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -86,6 +87,8 @@ bool Fails(const char *call, const std::string &path)
         state.met = std::string(call) + ' ' + path;
         Tell(state);
     }
+    if (state.error == Failing_Files_Kill)
+        raise(SIGKILL);
     errno = state.error;
     return true;
 }

@@ -13,8 +13,10 @@
 ///   FAILING_FILES_ON     "1": all calls behind it fail too, as on a disk that stays full
 ///   FAILING_FILES_TOLD   a file, not below the directory, that is made when the call was met: what failed
 extern "C" {
+enum { Failing_Files_Kill = 0 };
+
 /// @param at     which call fails, from 1; 0 for none: the calls are only counted
-/// @param error  the errno it fails with
+/// @param error  the errno it fails with; Failing_Files_Kill for none: the process is killed before the call
 void Failing_Files_Arm(const char *directory, int at, int error, bool on = false);
 void Failing_Files_Disarm();
 /// Calls since it was armed.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/error_log.h"
+#include "documents/document_deletion.h"
 #include "documents/document_store.h"
 #include "documents/drafts.h"
 #include "hostile/failing_files.h"
@@ -10,11 +11,16 @@
 #include "storage/database_lifecycle.h"
 #include "support/test_form.h"
 #include "support/test_program.h"
+#include "tree/folder_moving.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTest>
 #include <cerrno>
+#include <functional>
 #include <optional>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +30,12 @@ namespace
 struct Desk {
     Desk()
     {
+        Sql_Run(u"create table Gone (Bytes memo)"_s);
+        Sql_Run(u"insert into Gone values ('%1')"_s.arg(QString(Room, u'x')));
+        Sql_Run(u"drop table Gone"_s);
         Add_Folder(u"001"_s, u"Work"_s);
+        Add_Folder(u"001001"_s, u"Below"_s);
+        Add_Folder(u"002"_s, u"Home"_s);
         form.memo->setPlainText(u"old memo"_s);
         AddCodeContent_Ex_Standard(form, u"0"_s);
         Write_Draft();
@@ -65,6 +76,16 @@ struct Desk {
         return all;
     }
 
+    [[nodiscard]] static QString In_Folders()
+    {
+        QString rows;
+        for (const QStringList &row : Sql_Rows(u"select Cate_ID,Cate_Name from Cate_Info order by Cate_ID"_s) +
+                                          Sql_Rows(u"select Cate_ID,Code_Title from Code_Info order by Code_Title"_s))
+            rows += row.join(u'|') + u'\n';
+        return rows;
+    }
+
+    static constexpr qint64 Room = 500'000; ///< bytes that a compaction gives back
     Test_Program program;
     Test_Form form{u"old text"_s};
     Draft draft;
@@ -111,12 +132,24 @@ const Action Actions[] = {
      [](Desk &) {
          return Desk::In_Database();
      }},
+    {"a compaction", [](Desk &) { return Throws([] { Compact_Database(Database_Path(), {}); }); },
+     [](Desk &) {
+         return Desk::In_Database() + (QFileInfo(Database_Path()).size() > Desk::Room ? u"wide"_s : u"narrow"_s);
+     }},
+    {"a move of a folder", [](Desk &) { return Mod_Cate_Action(u"001"_s, u"002"_s).isEmpty(); },
+     [](Desk &) {
+         return Desk::In_Database() + Desk::In_Folders();
+     }},
+    {"a deletion", [](Desk &desk) { return !DelCode_Ex(desk.form.code_id); },
+     [](Desk &) {
+         return Desk::In_Database() + Desk::In_Folders();
+     }},
     {"a backup", [](Desk &) { return !Resume_Next(Back_Up); }, [](Desk &desk) { return desk.In_Backup(); }, true},
 };
 } // namespace
 
 /// Whatever write of an action fails, by a full disk or a bad one, once or from then on: what stood stands whole, or
-/// what was to be written does, and a failure is told.
+/// what was to be written does, and a failure is told. The same holds for a kill before any of the writes.
 class Test_Failing_Writes : public QObject
 {
     Q_OBJECT
@@ -140,9 +173,51 @@ private slots:
         QFETCH(int, error);
         QFETCH(bool, on);
         const Action &tried = Actions[action];
-        int failed = 0;
+        const auto fail = [&](Desk &desk, int at) {
+            Failing_Files_Arm(desk.program.Path(u""_s).toUtf8().constData(), at, error, on);
+            const bool told = tried.run(desk);
+            Failing_Files_Disarm();
+            return Outcome{QString::fromUtf8(Failing_Files_Met()), told};
+        };
+        Try_Each_Call(tried, fail);
+    }
+
+    void A_Kill_Leaves_All_Or_Nothing_data()
+    {
+        QTest::addColumn<int>("action");
+        for (int action = 0; action < int(std::size(Actions)); ++action)
+            QTest::newRow(Actions[action].name) << action;
+    }
+    void A_Kill_Leaves_All_Or_Nothing()
+    {
+        QFETCH(int, action);
+        const Action &tried = Actions[action];
+        const auto kill = [&](Desk &desk, int at) {
+            const pid_t child = fork();
+            if (child == 0) {
+                Failing_Files_Arm(desk.program.Path(u""_s).toUtf8().constData(), at, Failing_Files_Kill);
+                tried.run(desk);
+                _exit(0);
+            }
+            int end = 0;
+            waitpid(child, &end, 0);
+            return Outcome{WIFSIGNALED(end) ? u"kill at call %1"_s.arg(at) : QString(), true};
+        };
+        Try_Each_Call(tried, kill);
+    }
+
+private:
+    struct Outcome {
+        QString call; ///< what did not happen, "" when there was no such call
+        bool told = false;
+    };
+
+    /// Lets `harm` meet the first call of an action, then the second, until there are no more.
+    static void Try_Each_Call(const Action &tried, const std::function<Outcome(Desk &, int at)> &harm)
+    {
+        int met = 0;
         QString written;
-        QList<std::pair<QString, QString>> seen; ///< the call that failed, and what stood then
+        QList<std::pair<QString, QString>> seen; ///< the call, and what stood behind it
         std::optional<Desk> desk;
         for (int at = 1;; ++at) {
             if (!desk) {
@@ -152,24 +227,21 @@ private slots:
             }
             const QString old = tried.state(*desk);
             Database_Engine::Let_Go();
-            Failing_Files_Arm(desk->program.Path(u""_s).toUtf8().constData(), at, error, on);
-            const bool told = tried.run(*desk);
-            Failing_Files_Disarm();
+            const Outcome outcome = harm(*desk, at);
             Database_Engine::Let_Go();
-            const QString call = QString::fromUtf8(Failing_Files_Met());
             written = tried.state(*desk);
-            if (call.isEmpty())
+            if (outcome.call.isEmpty())
                 break;
-            ++failed;
-            QVERIFY2(told || written != old, qPrintable(u"not told: "_s + call));
+            ++met;
+            QVERIFY2(outcome.told || written != old, qPrintable(u"not told: "_s + outcome.call));
             if (written == old)
                 continue;
-            seen.append({call, written});
+            seen.append({outcome.call, written});
             desk.reset();
         }
         for (const auto &[call, state] : seen)
             QVERIFY2(state == written, qPrintable(u"neither old nor new: "_s + call));
-        QVERIFY(failed > 3);
+        QVERIFY(met > 3);
     }
 };
 

@@ -14,7 +14,7 @@ class Page_Attachments;
 
 /// The files that the document carries. What is done here is stored at once; those of a new document go with its first
 /// save.
-class Page_Attachments : public Document_Page
+class Page_Attachments final : public Document_Page
 {
     Q_OBJECT
 

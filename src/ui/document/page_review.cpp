@@ -6,6 +6,7 @@
 
 #include <QFrame>
 #include <QShortcut>
+#include <algorithm>
 
 Page_Review::Page_Review(Shell &shell, QWidget &form)
     : m_shell(shell), m_ui(std::make_unique<Ui::Page_Review>()), m_lang(*this, QStringLiteral("Page_Review"))
@@ -75,7 +76,7 @@ void Page_Review::Cob_Gene_Click()
     m_chooser.chosen = m_ui->Cob_Gene->currentIndex();
     const Review_Dates dates = Dates_Of_Choice(m_chooser);
     m_ui->Lab_LastRead->setText(m_chooser.last_read);
-    if (dates == Review_Dates())
+    if (std::ranges::all_of(dates, &QString::isEmpty))
         return;
     for (size_t i = 0; i < m_dates.size(); ++i)
         m_dates[i]->setText(dates[i]);

@@ -15,7 +15,7 @@ class Page_Review;
 
 /// When the document is to be read again: its curve, and one of four scores. Filling the page chooses the easiest score
 /// as a click does, and every choice is stored at once; a new document's goes with its first save.
-class Page_Review : public Document_Page
+class Page_Review final : public Document_Page
 {
     Q_OBJECT
 

@@ -13,7 +13,7 @@ class Page_Tags;
 }
 
 /// The document's tags. A tick is stored at once; those of a new document go with its first save.
-class Page_Tags : public Document_Page
+class Page_Tags final : public Document_Page
 {
     Q_OBJECT
 
