@@ -46,7 +46,7 @@ void Parse(benchmark::State &state)
     const QByteArray rtf = Usual_Rtf();
     for ([[maybe_unused]] auto _ : state) {
         Rtf::Model model;
-        Rtf::Reader(std::string_view(rtf.constData(), static_cast<std::size_t>(rtf.size())), model).Read();
+        Rtf::Reader(std::string_view(rtf.constData(), static_cast<std::size_t>(rtf.size())), model).Read({});
         benchmark::DoNotOptimize(model.text.size());
     }
     state.SetBytesProcessed(state.iterations() * rtf.size());

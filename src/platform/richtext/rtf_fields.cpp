@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Fields: links become links, SYMBOL a sign, and any other shows its result.
+#include "platform/richtext/rtf_fields.h"
+
+#include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_page_texts.h"
-#include "platform/richtext/rtf_reader.h"
 
 #include <utility>
 
@@ -10,6 +11,12 @@ namespace Rtf
 namespace
 {
 constexpr qsizetype longestSymbol = 200; // characters of a SYMBOL field's instruction
+
+struct Symbol {
+    int code = -1; ///< of Unicode or of a glyph, -1 for none
+    bool isUnicode = false;
+    QString font;
+};
 
 /// Arguments of a field's instruction: words apart by blanks, or in quotes, where "\" makes the next character plain.
 QStringList Arguments(QStringView instruction)
@@ -35,56 +42,9 @@ QStringList Arguments(QStringView instruction)
     }
     return arguments;
 }
-} // namespace
-
-void Reader::Begin_Field(int)
-{
-    m_state.field = static_cast<int>(m_fields.size());
-    m_fields.push_back({.instruction = {}, .outside = m_state.destination});
-    if (m_state.closer == Closer::None)
-        m_state.closer = Closer::Field;
-}
-
-void Reader::Field_Result(int)
-{
-    if (m_state.field < 0)
-        return;
-    Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
-    m_state.destination = field.outside;
-    if (const char16_t mark = Page_Mark_Of(field.instruction); mark != 0 && field.outside == Destination::Page_Text) {
-        m_model.pageTexts[m_pageText] += QChar(mark);
-        return Skip();
-    }
-    if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)
-        return Skip(); // the closer shows it
-    if (!field.instruction.isEmpty()) {
-        field.link = Link_Of(std::exchange(field.instruction, {}));
-        m_model.losses |= field.link < 0 ? Rich_Text::Other_Fields : 0;
-    }
-    if (field.link >= 0)
-        m_state.chr.link = field.link;
-}
-
-/// A field without a result that means anything shows a sign.
-void Reader::End_Field(const State &inner)
-{
-    const Symbol symbol = Symbol_Of(m_fields[static_cast<std::size_t>(inner.field)].instruction);
-    if (symbol.code < 0)
-        return;
-    const bool isGlyph = !symbol.isUnicode && symbol.code < 0x100;
-    const char16_t glyph = isGlyph ? Symbol_Glyph(static_cast<unsigned char>(symbol.code), symbol.font) : u'\0';
-    if (isGlyph && (glyph & 0xF000) != 0xF000)
-        return Emit_Unit(glyph);
-    if (!isGlyph)
-        return Emit(QString::fromUcs4(reinterpret_cast<const char32_t *>(&symbol.code), 1));
-    const char byte = static_cast<char>(symbol.code);
-    QString text;
-    m_codePages.Append(text, QByteArrayView(&byte, 1), 1252);
-    Emit(text);
-}
 
 /// The sign that a SYMBOL field asks for. Its switches are in ECMA-376, part 1, 17.16.5.66.
-Reader::Symbol Reader::Symbol_Of(const QString &instruction)
+Symbol Symbol_Of(const QString &instruction)
 {
     Symbol symbol;
     if (instruction.size() > longestSymbol ||
@@ -101,9 +61,62 @@ Reader::Symbol Reader::Symbol_Of(const QString &instruction)
         symbol.font = arguments.value(font + 1);
     return symbol;
 }
+} // namespace
+
+void Field_Reader::Begin_Field()
+{
+    m_state.field = static_cast<int>(m_fields.size());
+    m_fields.push_back({.instruction = {}, .outside = m_state.destination});
+    if (m_state.closer == Closer::None)
+        m_state.closer = Closer::Field;
+}
+
+void Field_Reader::Add_Instruction(QStringView text)
+{
+    if (m_state.field >= 0)
+        m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
+}
+
+void Field_Reader::Field_Result()
+{
+    if (m_state.field < 0)
+        return;
+    Field &field = m_fields[static_cast<std::size_t>(m_state.field)];
+    m_state.destination = field.outside;
+    if (const char16_t mark = Page_Mark_Of(field.instruction); mark != 0 && field.outside == Destination::Page_Text) {
+        m_page.Add_Mark(mark);
+        return m_flow.Skip();
+    }
+    if (const Symbol symbol = Symbol_Of(field.instruction); symbol.code >= 0)
+        return m_flow.Skip(); // the closer shows it
+    if (!field.instruction.isEmpty()) {
+        field.link = Link_Of(std::exchange(field.instruction, {}));
+        m_model.losses |= field.link < 0 ? Rich_Text::Other_Fields : 0;
+    }
+    if (field.link >= 0)
+        m_state.chr.link = field.link;
+}
+
+/// A field without a result that means anything shows a sign.
+void Field_Reader::End_Field(const State &inner)
+{
+    const Symbol symbol = Symbol_Of(m_fields[static_cast<std::size_t>(inner.field)].instruction);
+    if (symbol.code < 0)
+        return;
+    const bool isGlyph = !symbol.isUnicode && symbol.code < 0x100;
+    const char16_t glyph = isGlyph ? Symbol_Glyph(static_cast<unsigned char>(symbol.code), symbol.font) : u'\0';
+    if (isGlyph && (glyph & 0xF000) != 0xF000)
+        return m_flow.Emit(QStringView(&glyph, 1));
+    if (!isGlyph)
+        return m_flow.Emit(QString::fromUcs4(reinterpret_cast<const char32_t *>(&symbol.code), 1));
+    const char byte = static_cast<char>(symbol.code);
+    QString text;
+    Code_Pages().Append(text, QByteArrayView(&byte, 1), 1252);
+    m_flow.Emit(text);
+}
 
 /// Index of the target of a HYPERLINK field, or -1. Its switches are in ECMA-376, part 1, 17.16.5.25.
-int Reader::Link_Of(const QString &instruction)
+int Field_Reader::Link_Of(const QString &instruction)
 {
     const QStringList arguments = Arguments(instruction);
     if (arguments.isEmpty() || arguments.first().compare(QLatin1String("HYPERLINK"), Qt::CaseInsensitive) != 0)

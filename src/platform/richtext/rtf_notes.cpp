@@ -2,7 +2,6 @@
 #include "platform/richtext/rtf_notes.h"
 
 #include "platform/richtext/kept_properties.h"
-#include "platform/richtext/rtf_reader.h"
 #include "platform/richtext/rtf_writer.h"
 
 #include <QDateTime>
@@ -15,8 +14,6 @@ namespace Rtf
 {
 namespace
 {
-constexpr QStringView openingBracket = u" [";
-
 /// A date as RTF 1.9.1 packs it ("DTTM"): minute, hour, day, month, year from 1900, from the lowest bit.
 QString Date_Text(const QString &packed)
 {
@@ -32,7 +29,7 @@ QString Date_Text(const QString &packed)
 bool Begins_Note(QTextBlock::iterator at)
 {
     const int number = at.fragment().charFormat().intProperty(Rich_Text::Note_Number);
-    if (number == 0 || !at.fragment().text().startsWith(openingBracket))
+    if (number == 0 || !at.fragment().text().startsWith(Note_Opening))
         return false;
     while (!at.atEnd() && at.fragment().charFormat().intProperty(Rich_Text::Note_Number) == number)
         ++at;
@@ -51,54 +48,6 @@ void Set_Note(const Note &note, int number, QTextCharFormat &format)
         format.setToolTip(QString(note.origin[1] + u' ' + Date_Text(note.origin[2])).trimmed());
 }
 
-/// The brackets are no part of the raised sign that leads to a note.
-void Reader::Emit_Bracket(QStringView bracket)
-{
-    const Script script = std::exchange(m_state.chr.script, Script::Normal);
-    Emit(bracket);
-    m_state.chr.script = script;
-}
-
-/// What is in hidden text or in another note is text.
-void Reader::Begin_Note(int kind)
-{
-    if (kind == static_cast<int>(Note_Kind::Comment) && m_state.destination != Destination::Body)
-        return Skip();
-    if (m_noteDepth == 0 && m_state.destination == Destination::Body && !Is_Hidden()) {
-        m_state.chr.note = static_cast<int>(m_model.notes.size());
-        m_model.notes.push_back({.kind = static_cast<Note_Kind>(kind), .origin = {}});
-    }
-    Emit_Bracket(openingBracket);
-    Hide_With_Text();
-    m_state.closer = Closer::Note;
-    ++m_noteDepth;
-    m_noteBegins = true;
-}
-
-void Reader::End_Note(const State &inner)
-{
-    --m_noteDepth;
-    m_noteBegins = false;
-    if (inner.chr.note >= 0 && inner.chr.note != m_state.chr.note)
-        m_model.notes[static_cast<std::size_t>(inner.chr.note)].origin = std::exchange(m_noteOrigin, {});
-    const quint16 around = std::exchange(m_state.flagsAround, inner.flagsAround);
-    Emit_Bracket(u"]");
-    m_state.flagsAround = around;
-}
-
-void Reader::End_Notes(int)
-{
-    if (m_state.chr.note >= 0)
-        m_model.notes[static_cast<std::size_t>(m_state.chr.note)].kind = Note_Kind::Endnote;
-}
-
-void Reader::Note_Source(int field)
-{
-    m_noteField = static_cast<std::size_t>(field);
-    m_noteOrigin[m_noteField].clear();
-    m_state.destination = Destination::Note_Origin;
-}
-
 /// Opens or closes the group of a note. @returns how many characters its brackets are at the beginning of the fragment
 qsizetype Writer::Switch_Note(const QTextBlock::iterator &at)
 {
@@ -112,7 +61,7 @@ qsizetype Writer::Switch_Note(const QTextBlock::iterator &at)
     m_inNote = Begins_Note(at);
     if (m_inNote)
         Begin_Note(fragment);
-    return m_inNote ? openingBracket.size() : ends ? 1 : 0;
+    return m_inNote ? Note_Opening.size() : ends ? 1 : 0;
 }
 
 void Writer::Begin_Note(const QTextFragment &bracket)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_page_texts.h"
 
-#include "platform/richtext/rtf_reader.h"
+#include "platform/richtext/rtf_model.h"
 #include "platform/richtext/rtf_writer.h"
 
 #include <algorithm>
@@ -89,54 +89,3 @@ QByteArray Rtf::Write_Page_Texts(const QStringList &texts)
     }
     return (facing ? "\\facingp" : "") + QByteArray(first ? "\\sectd\\titlepg" : "") + groups;
 }
-
-namespace Rtf
-{
-/// Of several sections the first one's counts.
-void Reader::Begin_Page_Text(int kind)
-{
-    m_model.pageTexts.resize(std::size(Page_Text_Words));
-    if (m_state.destination != Destination::Body || !m_model.pageTexts[kind].isEmpty())
-        return Skip();
-    m_state.destination = Destination::Page_Text;
-    m_pageText = kind;
-}
-
-void Reader::Begin_Bookmark(int)
-{
-    if (m_state.destination != Destination::Body)
-        return Skip();
-    m_state.destination = Destination::Bookmark;
-    m_paragraph.Begin_Bookmark();
-}
-
-void Reader::Info_Field(int field)
-{
-    if (m_state.destination != Destination::Info)
-        return;
-    m_state.destination = Destination::Info_Text;
-    m_info = static_cast<std::size_t>(field);
-}
-
-void Reader::Page_Measure(int index)
-{
-    int &measure = m_model.pageMeasures[static_cast<std::size_t>(index)];
-    if (measure == Not_Set && m_state.destination == Destination::Body)
-        measure = m_hasParameter ? Length() : 1;
-}
-
-/// The row of a table is a line of its cells with tabs between them.
-void Reader::End_Page_Line()
-{
-    QString &text = m_model.pageTexts[m_pageText];
-    if (text.endsWith(u'\t'))
-        text.chop(1);
-    Emit_Unit(u'\n');
-}
-
-void Reader::Page_Number(int)
-{
-    if (m_state.destination == Destination::Page_Text)
-        m_model.pageTexts[m_pageText] += QChar(Page_Number_Mark);
-}
-} // namespace Rtf

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/richtext/rtf_reader.h"
 
-#include "platform/richtext/rtf_page_texts.h"
+#include "platform/richtext/rtf_words.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,7 +12,6 @@ namespace
 {
 constexpr std::size_t deepestGroup = 2000; // deeper groups share the state of this one
 constexpr int tokensBetweenAsking = 4096;
-constexpr qsizetype longestStyleName = 32; // of interest
 
 bool Is_Ascii(QByteArrayView bytes)
 {
@@ -32,7 +31,7 @@ bool Is_Text(const Token &token)
 } // namespace
 
 Reader::Reader(std::string_view bytes, Model &model)
-    : m_tokens(bytes), m_model(model), m_tables(model), m_paragraph(model)
+    : m_tokens(bytes), m_reading{.model = model}, m_tables(model), m_paragraph(model)
 {
 }
 
@@ -113,36 +112,33 @@ void Reader::Close_Group()
     const State inner = std::exchange(m_state, std::move(m_stack.back()));
     m_stack.pop_back();
     if (inner.closer != Closer::None)
-        Run_Closer(inner.closer, inner);
+        Run_Closer(inner);
 }
 
-void Reader::Run_Closer(Closer closer, const State &inner)
+void Reader::Run_Closer(const State &inner)
 {
-    switch (closer) {
+    switch (inner.closer) {
     case Closer::Fonts:
-        m_parameter = m_defaultFont;
-        return Select_Font(0);
+        return m_looks.End_Fonts();
     case Closer::Field:
-        return End_Field(inner);
+        return m_fields.End_Field(inner);
     case Closer::Picture:
         return End_Picture();
     case Closer::Note:
-        return End_Note(inner);
+        return m_notes.End_Note(inner);
     case Closer::Style:
-        return End_Style();
+        return m_styles.End_Style();
     case Closer::Level:
-        return End_Level(inner);
+        return m_lists.End_Level(inner);
     case Closer::Override:
-        return End_Override();
+        return m_lists.End_Override();
     case Closer::Old_List:
-        return End_Old_List();
+        return m_lists.End_Old_List();
     case Closer::Text_Box:
         m_paragraph.End_Inner();
         [[fallthrough]];
     case Closer::Nested_Row:
-        m_row = std::move(m_outerRows.back());
-        m_outerRows.pop_back();
-        return;
+        return m_rows.End_Inner();
     case Closer::None:
         return;
     }
@@ -162,11 +158,15 @@ void Reader::Do_Word(const Token &token)
         m_toSkip = toSkip - 1;
         return;
     }
-    m_parameter = token.parameter;
-    m_hasParameter = token.hasParameter;
+    m_reading.parameter = {token.parameter, token.hasParameter};
     if (m_state.destination == Destination::Style_Sheet && Is_Formatting(*row))
-        m_style.words.push_back({row, m_parameter, m_hasParameter});
-    (this->*row->action)(row->value);
+        m_styles.Add_Word(*row);
+    Run(*row);
+}
+
+void Reader::Run(const Word_Row &row)
+{
+    row.action(*this, row.value);
 }
 
 void Reader::Do_Symbol(unsigned char symbol)
@@ -181,7 +181,7 @@ void Reader::Do_Symbol(unsigned char symbol)
         return;
     case '\r':
     case '\n':
-        return Paragraph_Mark(0);
+        return Paragraph_Mark();
     case '~':
         return Emit_Unit(u'\u00A0');
     case '-':
@@ -221,11 +221,6 @@ void Reader::Do_Text(std::string_view bytes)
     m_pending.append(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
-void Reader::Skip()
-{
-    m_tokens.Skip_Group();
-}
-
 void Reader::Flush()
 {
     if (m_pending.isEmpty())
@@ -237,26 +232,19 @@ void Reader::Flush()
     Emit(m_decoded);
 }
 
-int Reader::Effective_Code_Page() const
-{
-    if (m_state.codePage == Document_Code_Page)
-        return m_documentCodePage;
-    return m_state.codePage;
-}
-
 void Reader::Decode_Pending(QString &text)
 {
     if (m_state.codePage == Symbol_Code_Page &&
         (m_state.destination == Destination::Body || m_state.destination == Destination::Old_List_Before)) {
-        const QString name = Font_Name();
+        const QString name = m_looks.Font_Name();
         for (const char byte : std::as_const(m_pending))
             text += QChar(Symbol_Glyph(static_cast<unsigned char>(byte), name));
     } else if (Is_Ascii(m_pending)) {
         text += QLatin1StringView(m_pending);
-    } else if (m_state.plainAnsi && Is_Double_Byte(m_documentCodePage)) {
-        m_codePages.Append_Mixed(text, m_pending, m_documentCodePage);
+    } else if (m_state.plainAnsi && Is_Double_Byte(m_looks.Document_Page())) {
+        m_codePages.Append_Mixed(text, m_pending, m_looks.Document_Page());
     } else {
-        m_codePages.Append(text, m_pending, Effective_Code_Page());
+        m_codePages.Append(text, m_pending, m_looks.Page());
     }
 }
 
@@ -266,60 +254,29 @@ void Reader::Emit(QStringView text)
     case Destination::Body:
         return Emit_Body(text);
     case Destination::Font_Table:
-        return Emit_Font_Name(text);
+        return m_looks.Add_Font_Name(text);
     case Destination::Color_Table:
-        return Emit_Colors(text);
+        return m_looks.Add_Colors(text);
     case Destination::Style_Sheet:
-        if (m_style.name.size() < longestStyleName)
-            m_style.name += text;
-        return;
+        return m_styles.Add_Name(text);
     case Destination::Level_Text:
-        if (List_Level *level = Open_Level())
-            level->text += text;
-        return;
+        return m_lists.Add_Level_Text(text);
     case Destination::Field_Instruction:
-        if (m_state.field >= 0)
-            m_fields[static_cast<std::size_t>(m_state.field)].instruction += text;
-        return;
+        return m_fields.Add_Instruction(text);
     case Destination::Page_Text:
-        m_model.pageTexts[m_pageText] += Page_Text(text, Is_Hidden());
-        return;
+        return m_page.Add_Page_Text(text);
     case Destination::Bookmark:
-        m_paragraph.Name_Bookmark(text);
-        return;
+        return m_paragraph.Name_Bookmark(text);
     case Destination::Info_Text:
-        m_model.info[m_info] += text;
-        return;
+        return m_page.Add_Info(text);
     case Destination::Note_Origin:
-        m_noteOrigin[m_noteField] += text;
-        return;
+        return m_notes.Add_Origin(text);
     case Destination::Old_List_Before:
-        m_oldList.before += text;
-        return;
+        return m_lists.Add_Text_Before(text);
     case Destination::Old_List_After:
-        m_oldList.after += text;
-        return;
+        return m_lists.Add_Text_After(text);
     default:
         return;
-    }
-}
-
-void Reader::Emit_Font_Name(QStringView text)
-{
-    if (m_model.fonts.empty())
-        return;
-    const qsizetype end = text.indexOf(u';');
-    QString &name = m_model.fonts.back().name;
-    name += end < 0 ? text : text.first(end);
-    if (end >= 0) // pieces of the name may begin or end with blanks of its own
-        name = name.trimmed();
-}
-
-void Reader::Emit_Colors(QStringView text)
-{
-    for (const QChar c : text) {
-        if (c == u';')
-            m_model.colors.push_back(std::exchange(m_color, 0));
     }
 }
 
@@ -331,13 +288,11 @@ void Reader::Emit_Unit(char16_t unit)
 
 void Reader::Emit_Body(QStringView text)
 {
-    while (m_noteBegins && !text.isEmpty() && text.front().isSpace())
-        text = text.sliced(1);
+    m_notes.Leave_Out_First_Blanks(text);
     if (text.isEmpty())
         return;
-    m_noteBegins = false;
-    for (text = m_paragraph.Add_Text(text, Effective_Style()); !text.isEmpty();
-         text = m_paragraph.Add_Text(text, Effective_Style()))
+    for (text = m_paragraph.Add_Text(text, m_looks.Effective()); !text.isEmpty();
+         text = m_paragraph.Add_Text(text, m_looks.Effective()))
         Cut_Paragraph();
 }
 
@@ -360,13 +315,13 @@ Para_Style Reader::Paragraph_Style(int nesting)
 
 void Reader::End_Paragraph(int nesting)
 {
-    Place_Paragraph(m_paragraph.End(Paragraph_Style(nesting), Effective_Style()), nesting);
+    Place_Paragraph(m_paragraph.End(Paragraph_Style(nesting), m_looks.Effective()), nesting);
 }
 
 void Reader::Cut_Paragraph()
 {
     const int nesting = Nesting();
-    Place_Paragraph(m_paragraph.Cut(Paragraph_Style(nesting), Effective_Style()), nesting);
+    Place_Paragraph(m_paragraph.Cut(Paragraph_Style(nesting), m_looks.Effective()), nesting);
 }
 
 void Reader::Place_Paragraph(int index, int nesting)
@@ -385,7 +340,7 @@ void Reader::End_Picture()
         return;
     if (m_paragraph.Is_Full())
         Cut_Paragraph();
-    m_paragraph.Add_Picture(std::move(picture), Effective_Style());
+    m_paragraph.Add_Picture(std::move(picture), m_looks.Effective());
     m_shapePictureTaken = true;
 }
 } // namespace Rtf

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The style sheet, and what the style of a text or paragraph sets.
-#include "platform/richtext/rtf_reader.h"
+#include "platform/richtext/rtf_style_sheet.h"
+
+#include "platform/richtext/rtf_words.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace Rtf
@@ -11,7 +11,7 @@ namespace Rtf
 namespace
 {
 constexpr std::size_t mostStyleWords = 256;
-constexpr std::size_t mostBases = 32; // of one style, each based on the next
+constexpr qsizetype longestName = 32; // of interest
 
 qint64 Style_Key(int number, bool isCharacter)
 {
@@ -19,22 +19,26 @@ qint64 Style_Key(int number, bool isCharacter)
 }
 } // namespace
 
-void Reader::Style_Number(int isCharacter)
+void Style_Sheet::Begin_Style(bool isCharacter)
 {
-    if (m_state.destination != Destination::Style_Sheet)
-        return Apply_Style(m_parameter, isCharacter != 0);
-    m_style = {.words = {}, .name = {}, .number = m_parameter, .base = -1, .isCharacter = isCharacter != 0};
+    m_style = {.words = {}, .name = {}, .number = m_parameter.number, .base = -1, .isCharacter = isCharacter};
     m_state.closer = Closer::Style;
 }
 
-void Reader::Based_On(int)
+void Style_Sheet::Based_On()
 {
     if (m_state.destination == Destination::Style_Sheet)
-        m_style.base = m_parameter;
+        m_style.base = m_parameter.number;
+}
+
+void Style_Sheet::Add_Name(QStringView text)
+{
+    if (m_style.name.size() < longestName)
+        m_style.name += text;
 }
 
 /// Word processors know headings by these names, whether the style tells of its outline level or not.
-void Reader::Name_Heading()
+void Style_Sheet::Name_Heading()
 {
     static const QString heading = QStringLiteral("heading ");
     const QString name = m_style.name.trimmed();
@@ -42,10 +46,10 @@ void Reader::Name_Heading()
         return;
     const int level = name.sliced(heading.size()).chopped(name.endsWith(u';') ? 1 : 0).toInt();
     if (level > 0)
-        m_style.words.insert(m_style.words.begin(), {Find_Word("outlinelevel"), level - 1, true});
+        m_style.words.insert(m_style.words.begin(), {Find_Word("outlinelevel"), {level - 1, true}});
 }
 
-void Reader::End_Style()
+void Style_Sheet::End_Style()
 {
     Name_Heading();
     m_style.words.resize(std::min(m_style.words.size(), mostStyleWords));
@@ -53,11 +57,8 @@ void Reader::End_Style()
     kept = std::exchange(m_style, {});
 }
 
-void Reader::Apply_Style(int number, bool isCharacter)
+std::size_t Style_Sheet::Chain_Of(int number, bool isCharacter, Chain &chain) const
 {
-    if (m_state.destination != Destination::Body)
-        return;
-    std::array<const Style *, mostBases> chain{};
     std::size_t length = 0, words = 0;
     for (int next = number; next >= 0 && length < chain.size(); ++length) {
         const auto style = m_styles.constFind(Style_Key(next, isCharacter));
@@ -66,12 +67,6 @@ void Reader::Apply_Style(int number, bool isCharacter)
         chain[length] = &*style;
         next = style->base;
     }
-    while (length > 0) {
-        for (const Style_Word &word : chain[--length]->words) {
-            m_parameter = word.parameter;
-            m_hasParameter = word.hasParameter;
-            (this->*word.row->action)(word.row->value);
-        }
-    }
+    return length;
 }
 } // namespace Rtf
