@@ -9,6 +9,7 @@
 #include "platform/desktop/single_instance.h"
 #include "platform/files/door.h"
 #include "platform/prompts/prompts.h"
+#include "ui/kit/dialog_finish.h"
 #include "ui/kit/logo_view.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(Program_Icon());
     Keep_Labels_Plain();
+    Finish_Dialogs();
     App().App_Path = QCoreApplication::applicationDirPath() + QLatin1Char('/');
     Files::Guard(App().App_Path);
 

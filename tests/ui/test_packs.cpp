@@ -21,6 +21,7 @@
 #include "ui/folders/frm_nodes_search.h"
 #include "ui/folders/frm_re_name_ex.h"
 #include "ui/kit/ctrl_language.h"
+#include "ui/kit/dialog_finish.h"
 #include "ui/lists/frm_list_view.h"
 #include "ui/lists/frm_list_view_color.h"
 #include "ui/lists/frm_list_view_para.h"
@@ -382,7 +383,11 @@ class Test_Packs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Keep_Labels_Plain(); }
+    void initTestCase()
+    {
+        Keep_Labels_Plain();
+        Finish_Dialogs();
+    }
     void init();
     void cleanup() { m_program.reset(); }
     void Packs_Hold_The_Same_Keys();
