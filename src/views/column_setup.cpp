@@ -9,6 +9,13 @@
 namespace
 {
 constexpr int Widest = 60000;
+/// The columns of a list that was never set up, from left to right.
+constexpr const char *Read_By[] = {"",
+                                   "Lsv_Code_Info_Title",
+                                   "Lsv_Code_Info_CateName",
+                                   "Lsv_Code_Info_KeyWord",
+                                   "Lsv_Code_Info_Star",
+                                   "Lsv_Code_Info_Update"};
 constexpr int Twips_Per_Pixel = 1440 / 96;
 } // namespace
 
@@ -18,6 +25,30 @@ std::vector<int> Initial_Widths()
     for (const Document_Column &column : Document_Columns())
         widths.push_back(column.width * Twips_Per_Pixel);
     return widths;
+}
+
+std::vector<int> First_Widths()
+{
+    std::vector<int> widths = Initial_Widths();
+    for (size_t i = 0; i < widths.size(); ++i) {
+        const bool shown = std::any_of(std::begin(Read_By), std::end(Read_By),
+                                       [&](const char *key) { return qstrcmp(key, Document_Columns()[i].key) == 0; });
+        if (!shown)
+            widths[i] = 0;
+    }
+    return widths;
+}
+
+std::vector<int> First_Order()
+{
+    QString first;
+    for (const char *key : Read_By) {
+        const auto columns = Document_Columns();
+        const auto column = std::find_if(columns.begin(), columns.end(),
+                                         [&](const Document_Column &one) { return qstrcmp(one.key, key) == 0; });
+        first += QString::number(column - columns.begin()) + QLatin1Char(',');
+    }
+    return Order_From_Text(first);
 }
 
 std::vector<int> Widths_From_Text(const QString &text)

@@ -12,5 +12,9 @@ std::vector<int> Widths_From_Text(const QString &text);
 /// Places of the columns on screen, from left to right: each column once, whatever the text says.
 std::vector<int> Order_From_Text(const QString &text);
 QString Numbers_To_Text(const std::vector<int> &numbers);
-/// The widths at first.
+/// The widths that columns have until the user sets others.
 std::vector<int> Initial_Widths();
+/// The same for a list that was never set up: only the columns that one reads by are shown.
+std::vector<int> First_Widths();
+/// Their places then: what one reads by comes first.
+std::vector<int> First_Order();

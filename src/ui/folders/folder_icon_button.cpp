@@ -8,10 +8,13 @@
 
 namespace
 {
+constexpr const char *Image = "Image"; ///< property: the image's file name, which the button's words don't tell
+
 void Show_Icon(QPushButton &button, const QString &icon)
 {
     button.setIcon(Node_Icon(icon));
-    button.setText(icon);
+    button.setText(Icon_Title(icon));
+    button.setProperty(Image, icon);
 }
 } // namespace
 
@@ -29,6 +32,6 @@ void Set_Up(QPushButton &button, const QString &icon)
 
 QString Icon(const QPushButton &button)
 {
-    return button.text();
+    return button.property(Image).toString();
 }
 } // namespace Folder_Icon_Button

@@ -39,11 +39,17 @@ QByteArray As_Icon(const QString &path, QString &name)
 class Icon_Item : public QListWidgetItem
 {
 public:
-    using QListWidgetItem::QListWidgetItem;
+    static constexpr int Name_Role = Qt::UserRole;
+
+    Icon_Item(const QString &name, QListWidget *list) : QListWidgetItem(Icon_Title(name), list)
+    {
+        setData(Name_Role, name);
+    }
+    [[nodiscard]] QString Name() const { return data(Name_Role).toString(); }
 
     [[nodiscard]] QVariant data(int role) const override
     {
-        return role == Qt::DecorationRole ? Node_Icon(text()) : QListWidgetItem::data(role);
+        return role == Qt::DecorationRole ? Node_Icon(Name()) : QListWidgetItem::data(role);
     }
 };
 } // namespace
@@ -70,15 +76,15 @@ void Icon_List::Fill()
 
 void Icon_List::Select(const QString &name)
 {
-    const QList<QListWidgetItem *> found = findItems(name, Qt::MatchFixedString);
-    setCurrentItem(found.isEmpty() ? nullptr : found.first());
-    if (!found.isEmpty())
-        scrollToItem(found.first());
+    const QModelIndexList found =
+        model()->match(model()->index(0, 0), Icon_Item::Name_Role, name, 1, Qt::MatchFixedString);
+    setCurrentIndex(found.value(0));
+    scrollTo(found.value(0));
 }
 
 QString Icon_List::Selected() const
 {
-    return currentItem() == nullptr ? QString() : currentItem()->text();
+    return currentIndex().data(Icon_Item::Name_Role).toString();
 }
 
 QString Icon_List::Add_Picture(const QString &title, const QString &filter)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/kit/icons.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "platform/files/door.h"
 #include "platform/files/paths.h"
@@ -133,6 +134,25 @@ QIcon Node_Icon(const QString &imageName)
     if (icon.isNull())
         icon = Node_Icon_Of(imageName);
     return icon;
+}
+
+QString Icon_Title(const QString &imageName)
+{
+    struct Word {
+        const char *image;
+        const char *key;
+    };
+    static constexpr Word words[] = {{"BOOK", "_Icon_Book"},
+                                     {"NOTE", "_Icon_Note"},
+                                     {"HOME", "_Icon_Home"},
+                                     {"ZELQOR", "_Icon_Home"},
+                                     {"RECYCLEBIN", "_Icon_Bin"}};
+    const QString plain = imageName.section(QLatin1Char('.'), 0, -2);
+    for (const Word &row : words) {
+        if (plain.compare(QLatin1String(row.image), Qt::CaseInsensitive) == 0)
+            return Pack_Text("Frm_icon", row.key);
+    }
+    return plain.isEmpty() ? imageName : plain;
 }
 
 void Forget_Icons()

@@ -10,3 +10,5 @@ QIcon Line_Icon(const QString &name);
 QIcon Node_Icon(const QString &imageName);
 /// Forgets the pictures read from data\ico\, after one of them changed.
 void Forget_Icons();
+/// What the image of a node is called on screen: a word for those that the program brings, else the file's plain name.
+QString Icon_Title(const QString &imageName);

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/lists/document_list_view.h"
 
+#include "core/language_pack.h"
 #include "platform/models/list_model.h"
-#include "ui/kit/readable_color.h"
+#include "ui/kit/drag_label.h"
+#include "ui/kit/numbers.h"
+#include "ui/lists/list_header.h"
+#include "ui/lists/row_delegate.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -10,94 +14,14 @@
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QStyledItemDelegate>
-#include <QTextLayout>
 #include <QToolTip>
 #include <algorithm>
-#include <utility>
+#include <set>
 
-namespace
+Document_List_View::Document_List_View(QWidget *parent) : QTreeView(parent), m_rows(new Row_Delegate(this))
 {
-const QString Place_Indent = QStringLiteral("    "); ///< before the text of a place, in its title
-
-class Row_Delegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    bool grid = false;
-    int key_length = 0; ///< of the key that lines of places begin with
-
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        if (key_length > 0 && Is_Place(index) && index.data().toString().startsWith(Place_Indent))
-            Paint_Place(painter, option, index);
-        else
-            QStyledItemDelegate::paint(painter, option, index);
-        if (!grid)
-            return;
-        painter->save();
-        QColor line = option.palette.color(QPalette::Text);
-        line.setAlpha(40);
-        painter->setPen(line);
-        painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
-        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-        painter->restore();
-    }
-
-protected:
-    static bool Is_Place(const QModelIndex &index) { return index.data(List_Model::Place_Role).toLongLong() >= 0; }
-
-    /// The line as it is, the key in it bold.
-    void Paint_Place(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
-    {
-        QStyleOptionViewItem line = option;
-        initStyleOption(&line, index);
-        const QString text = std::exchange(line.text, QString());
-        const QStyle &style = line.widget == nullptr ? *QApplication::style() : *line.widget->style();
-        style.drawControl(QStyle::CE_ItemViewItem, &line, painter, line.widget);
-        line.text = text;
-        const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &line, line.widget) + 1;
-        const QRect room =
-            style.subElementRect(QStyle::SE_ItemViewItemText, &line, line.widget).adjusted(margin, 0, -margin, 0);
-        QTextCharFormat marked;
-        marked.setFontWeight(QFont::Bold);
-        const QString key = text.mid(Place_Indent.size(), key_length);
-        QFont bold = line.font;
-        bold.setBold(true);
-        const int wider = QFontMetrics(bold).horizontalAdvance(key) - line.fontMetrics.horizontalAdvance(key);
-        QTextLayout layout(line.fontMetrics.elidedText(text, line.textElideMode, room.width() - wider), line.font);
-        layout.setFormats({{static_cast<int>(Place_Indent.size()), key_length, marked}});
-        layout.beginLayout();
-        layout.createLine();
-        layout.endLayout();
-        const bool chosen = line.state.testFlag(QStyle::State_Selected);
-        painter->save();
-        painter->setClipRect(room);
-        painter->setPen(line.palette.color(chosen ? QPalette::HighlightedText : QPalette::Text));
-        layout.draw(painter, QPointF(room.left(), room.top() + (room.height() - layout.boundingRect().height()) / 2));
-        painter->restore();
-    }
-
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        if (Is_Place(index)) {
-            QColor muted = option->palette.color(QPalette::Text);
-            muted.setAlphaF(0.65F);
-            option->palette.setColor(QPalette::Text, muted);
-            option->text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-            option->text.replace(QChar::LineSeparator, QLatin1Char(' '));
-        } else if (index.data(Qt::ForegroundRole).isValid()) {
-            const QColor stored = option->palette.color(QPalette::Text);
-            option->palette.setColor(QPalette::Text, Readable(stored, option->palette.color(QPalette::Base)));
-        }
-    }
-};
-} // namespace
-
-Document_List_View::Document_List_View(QWidget *parent) : QTreeView(parent)
-{
-    setItemDelegate(new Row_Delegate(this));
+    setItemDelegate(m_rows);
+    setHeader(new List_Header(this));
     setDragEnabled(true);
     setDragDropMode(QAbstractItemView::DragOnly);
 }
@@ -110,23 +34,52 @@ void Document_List_View::Set_Empty_Text(const QString &text)
 
 void Document_List_View::Set_Grid(bool on)
 {
-    static_cast<Row_Delegate *>(itemDelegate())->grid = on;
+    m_rows->grid = on;
     viewport()->update();
+}
+
+void Document_List_View::Set_Comfortable(bool on)
+{
+    m_rows->comfortable = on;
+    scheduleDelayedItemsLayout();
+}
+
+void Document_List_View::Read_Columns(const List_Model &list)
+{
+    m_rows->Read_Columns(list);
+}
+
+void Document_List_View::drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QModelIndex title = index.siblingAtColumn(m_rows->Title_Column());
+    if (!title.isValid() || !Row_Delegate::Is_Place(index))
+        return QTreeView::drawRow(painter, option, index);
+    QStyleOptionViewItem row = option;
+    row.rect = QRect(0, option.rect.top(), viewport()->width(), option.rect.height());
+    row.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(title));
+    row.showDecorationSelected = true;
+    if (alternatingRowColors() && index.row() % 2 == 1)
+        painter->fillRect(row.rect, row.palette.alternateBase());
+    m_rows->Paint_Place(*painter, row, title);
 }
 
 void Document_List_View::Set_Key_Length(qsizetype length)
 {
-    static_cast<Row_Delegate *>(itemDelegate())->key_length = static_cast<int>(length);
+    m_rows->key_length = static_cast<int>(length);
     viewport()->update();
 }
 
 QStringList Document_List_View::Selected_Ids() const
 {
-    QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(), [](const QModelIndex &a, const QModelIndex &b) { return a.row() < b.row(); });
+    // A row counts as chosen by what is seen of it: hidden columns are not in a selection.
+    std::set<int> rows;
+    for (const QItemSelectionRange &range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.insert(row);
+    }
     QStringList ids;
-    for (const QModelIndex &row : rows) {
-        const QString id = row.data(List_Model::Tag_Role).toString();
+    for (const int row : rows) {
+        const QString id = model()->index(row, 0).data(List_Model::Tag_Role).toString();
         if (!ids.contains(id))
             ids << id;
     }
@@ -162,6 +115,8 @@ void Document_List_View::startDrag(Qt::DropActions /*actions*/)
     payload->setData(QStringLiteral("application/x-zelqor-documents"), ids.join(QLatin1Char('\n')).toUtf8());
     QDrag drag(this);
     drag.setMimeData(payload);
+    const QString title = currentIndex().siblingAtColumn(m_searchColumn).data().toString();
+    Label_Drag(drag, ids.size() == 1 ? title : Pack_Text("Frm_Main", "_DocumentsToMove").arg(Grouped(ids.size())));
     drag.exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
 }
 

@@ -4,6 +4,9 @@
 #include <QTreeView>
 #include <functional>
 
+class List_Model;
+class Row_Delegate;
+
 /// The document list on screen: what a list of documents does with keys, drags and an empty page.
 class Document_List_View : public QTreeView
 {
@@ -17,6 +20,10 @@ public:
     [[nodiscard]] QString Empty_Text() const { return m_emptyText; }
     /// Lines between rows and columns.
     void Set_Grid(bool on);
+    /// Rows of two lines, with the summary below the title.
+    void Set_Comfortable(bool on);
+    /// The columns that look different from others are found anew.
+    void Read_Columns(const List_Model &list);
     /// The tool tip of a row, asked for when it is wanted; "" leaves the row its own.
     std::function<QString(const QModelIndex &)> Tip_Of;
     /// The lines of places begin with the key that was found, behind some blanks: so many characters are marked.
@@ -30,10 +37,13 @@ public:
 
 protected:
     void startDrag(Qt::DropActions actions) override;
+    /// The line of a place goes over the whole width.
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void paintEvent(QPaintEvent *event) override;
     bool viewportEvent(QEvent *event) override;
 
 private:
+    Row_Delegate *m_rows;
     QString m_emptyText;
     QString m_typed; ///< the letters of a search that goes on
     qint64 m_lastTyped = 0;

@@ -8,9 +8,11 @@
 #include "core/system_log.h"
 #include "ui/kit/file_drops.h"
 #include "ui/kit/icons.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/shell.h"
 #include "ui/kit/twips.h"
 #include "ui/kit/view_look.h"
+#include "ui/lists/list_header.h"
 #include "ui_frm_list_view.h"
 #include "views/column_setup.h"
 #include "views/list_columns.h"
@@ -19,16 +21,19 @@
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <algorithm>
 
 namespace
 {
-const QString Ascending_Mark = QStringLiteral("△");
-const QString Descending_Mark = QStringLiteral("▽");
+const QString Title_Key = QStringLiteral("Lsv_Code_Info_Title");
+constexpr int Least_Title = 180; // pixels
+constexpr int Skin_Padding = 10; ///< that a caption gets when the skin is put on the form
 const QString Columns_Section = QStringLiteral("Col");
 const QString Widths_Key = QStringLiteral("ListViewPara");
 const QString Order_Key = QStringLiteral("ListViewOrder");
+const QString Rows_Key = QStringLiteral("ListViewRows");         ///< "2" for rows of two lines
 const QString Language_Key = QStringLiteral("ListViewLanguage"); ///< whose captions the widths were chosen for
 } // namespace
 
@@ -43,6 +48,10 @@ Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
     Apply_Columns();
     Add_Commands();
     Connect_Controls();
+    m_comfortable = GetIni(Columns_Section, Rows_Key) == QLatin1String("2");
+    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable);
+    m_ui->Pic_Page_Facts->hide();
+    Set_Heading({});
     setAcceptDrops(true);
     ShowPageInfo({});
 }
@@ -54,7 +63,8 @@ void Frm_ListView::Load_Lang()
     m_lang.LoadControlsCaption();
     m_ui->Cmd_More->setText(m_lang.GetString("_Cmd_More"));
     m_list.Set_Columns(Captioned_Columns());
-    m_ui->Lsv_Code_Info->Set_Search_Column(m_list.Column(QStringLiteral("Lsv_Code_Info_Title")));
+    m_ui->Lsv_Code_Info->Read_Columns(m_list);
+    m_ui->Lsv_Code_Info->Set_Search_Column(m_list.Column(Title_Key));
     m_ui->Lsv_Code_Info->Set_Empty_Text(Empty_Hint());
 }
 
@@ -101,7 +111,14 @@ void Frm_ListView::Connect_Controls()
     connect(list, &QTreeView::doubleClicked, this, &Frm_ListView::Open_Row);
     connect(list, &QTreeView::customContextMenuRequested, this, &Frm_ListView::Show_Menu);
     connect(list->selectionModel(), &QItemSelectionModel::currentChanged, this, &Frm_ListView::Show_Picture);
+    connect(m_ui->Cmd_Page_Facts, &QToolButton::toggled, m_ui->Pic_Page_Facts, &QWidget::setVisible);
+    connect(m_ui->Cmd_Clear_Search, &QPushButton::clicked, this, &Frm_ListView::Search_Left);
+    list->viewport()->installEventFilter(this);
     QHeaderView *header = list->header();
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int /*after*/) {
+        if (column != m_list.Column(Title_Key))
+            Fit_Title();
+    });
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QHeaderView::customContextMenuRequested, this, &Frm_ListView::Show_Column_Menu);
     connect(header, &QHeaderView::sectionClicked, this, &Frm_ListView::Sort_By);
@@ -112,6 +129,7 @@ void Frm_ListView::Show_Source(Page_Source source, int page, const QString &empt
     m_source = std::move(source);
     m_page = page;
     m_searchKey.clear();
+    Set_Heading({});
     m_emptyText = emptyText.isEmpty() ? Empty_Hint() : emptyText;
     m_ui->Lsv_Code_Info->Set_Empty_Text({}); // nothing is known while a password is asked
     Fill();
@@ -122,6 +140,8 @@ void Frm_ListView::Set_Search(const QString &key, const QStringList &fields)
 {
     m_searchKey = key;
     m_searchFields = fields;
+    Set_Heading(m_lang.GetString("_Searched").arg(key));
+    Show_Range();
     m_ui->Lsv_Code_Info->Set_Key_Length(key.size());
 }
 
@@ -139,6 +159,7 @@ QString Frm_ListView::Hit_Tip_Of(const QModelIndex &row) const
 void Frm_ListView::Show_Text(const QString &text)
 {
     m_source = nullptr;
+    Set_Heading({});
     m_list.Clear();
     m_ui->Lsv_Code_Info->Set_Empty_Text(text);
     ShowPageInfo({});
@@ -262,17 +283,56 @@ void Frm_ListView::Apply_Columns()
     header->setSectionsMovable(true);
     header->setStretchLastSection(false);
     header->setMinimumSectionSize(Pixels(300));
-    const std::vector<int> widths = Widths_From_Text(GetIni(Columns_Section, Widths_Key));
+    const QString kept = GetIni(Columns_Section, Widths_Key);
+    const std::vector<int> widths = kept.isEmpty() ? First_Widths() : Widths_From_Text(kept);
     const bool chosen = GetIni(Columns_Section, Language_Key).compare(Config().LANGUAGE, Qt::CaseInsensitive) == 0;
     for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
         const int width = Pixels(widths[static_cast<size_t>(i)]);
         header->setSectionHidden(i, width == 0);
         if (width > 0)
-            header->resizeSection(i, chosen ? width : std::max(width, header->sectionSizeHint(i)));
+            header->resizeSection(i, chosen ? width : std::max(width, header->sectionSizeHint(i) + Skin_Padding));
     }
-    const std::vector<int> order = Order_From_Text(GetIni(Columns_Section, Order_Key));
+    const QString keptOrder = GetIni(Columns_Section, Order_Key);
+    const std::vector<int> order = kept.isEmpty() && keptOrder.isEmpty() ? First_Order() : Order_From_Text(keptOrder);
     for (int place = 0; place < static_cast<int>(order.size()); ++place)
         header->moveSection(header->visualIndex(order[static_cast<size_t>(place)]), place);
+}
+
+void Frm_ListView::Fit_Title()
+{
+    QHeaderView *header = m_ui->Lsv_Code_Info->header();
+    const int title = m_list.Column(Title_Key);
+    if (m_fitting || title < 0 || !isVisible() || header->isSectionHidden(title))
+        return;
+    const QScopedValueRollback fitting(m_fitting, true);
+    const int others = header->length() - header->sectionSize(title);
+    header->resizeSection(title, std::max(Least_Title, m_ui->Lsv_Code_Info->viewport()->width() - others));
+}
+
+void Frm_ListView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    Fit_Title();
+}
+
+bool Frm_ListView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        Fit_Title();
+    return QWidget::eventFilter(watched, event);
+}
+
+void Frm_ListView::Switch_Comfortable()
+{
+    m_comfortable = !m_comfortable;
+    WriteIni(Columns_Section, Rows_Key, QString::number(m_comfortable ? 2 : 1));
+    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable);
+}
+
+void Frm_ListView::Set_Heading(const QString &text)
+{
+    m_ui->Lab_Heading->setText(text);
+    m_ui->Pic_Heading->setVisible(!text.isEmpty());
 }
 
 void Frm_ListView::Save_Columns()
@@ -302,16 +362,29 @@ void Frm_ListView::ShowPageInfo(const Page_Info &info)
     m_info = info;
     QLabel *labels[] = {m_ui->Lab_Page_Infor_0, m_ui->Lab_Page_Infor_1, m_ui->Lab_Page_Infor_2, m_ui->Lab_Page_Infor_3};
     for (size_t i = 0; i < info.labels.size(); ++i)
-        labels[i]->setText(QString::number(info.labels[i]));
+        labels[i]->setText(Grouped(info.labels[i]));
+    Show_Range();
     m_ui->Pic_More->setVisible(info.unlisted > 0);
     const qint64 found = info.labels[Page_Info::Total];
-    m_ui->Lab_More->setText(
-        Filled(m_lang.GetString("_More"), {QString::number(found - info.unlisted), QString::number(found)}));
+    m_ui->Lab_More->setText(Filled(m_lang.GetString("_More"), {Grouped(found - info.unlisted), Grouped(found)}));
     m_ui->Txt_Page->setText(QString::number(m_page));
     const QList<QWidget *> bar{m_ui->Lbl_FirstPage, m_ui->Lbl_PreviousPage, m_ui->Txt_Page, m_ui->Lbl_NextPage,
                                m_ui->Lbl_LastPage};
     for (QWidget *control : bar)
         control->setEnabled(info.paging);
+}
+
+/// "47–92 of 1,600", beside the buttons that turn the page.
+void Frm_ListView::Show_Range()
+{
+    const qint64 shown = m_info.labels[Page_Info::Shown];
+    const qint64 total = std::max(m_info.labels[Page_Info::Total], shown);
+    const qint64 before = m_info.paging ? (m_page - 1) * m_info.labels[Page_Info::Per_Page] : 0;
+    const QString range = Filled(m_lang.GetString("_Range"), {Grouped(before + 1), Grouped(before + shown),
+                                                              Grouped(std::max(total, before + shown))});
+    m_ui->Cmd_Page_Facts->setText(shown > 0 ? range : QString());
+    m_ui->Cmd_Page_Facts->setVisible(shown > 0);
+    m_ui->Lab_Heading_Count->setText(Filled(m_lang.GetString("_Found"), {Grouped(total)}));
 }
 
 void Frm_ListView::Go_To_Page(int page)
@@ -346,9 +419,12 @@ void Frm_ListView::Mark_Sorted_Column()
 {
     for (int i = 1; i < static_cast<int>(m_list.Columns().size()); ++i) {
         QString caption = m_list.Columns()[static_cast<size_t>(i)].caption;
-        caption.remove(Ascending_Mark).remove(Descending_Mark);
+        caption.remove(List_Header::Ascending_Mark).remove(List_Header::Descending_Mark);
         if (i == m_sortColumn)
-            caption += m_ascending ? Ascending_Mark : Descending_Mark;
+            caption += m_ascending ? List_Header::Ascending_Mark : List_Header::Descending_Mark;
         m_list.Set_Column_Caption(i, caption);
     }
+    QHeaderView *header = m_ui->Lsv_Code_Info->header();
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(m_sortColumn, m_ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
 }

@@ -52,6 +52,8 @@ public:
     /// What was searched, a key in columns; "" for a list of another kind. An opened document shows the key's places, a
     /// row's tool tip the words around the first one.
     void Set_Search(const QString &key, const QStringList &fields);
+    /// What stands above the rows while a search is listed; "" for nothing.
+    void Set_Heading(const QString &text);
     /// Gives the list the font, the colours and the lines of the settings.
     void Apply_Look();
     /// Shows a page of the source, the nearest one where there is none of that number.
@@ -64,11 +66,15 @@ public:
 signals:
     /// The user wants more of the documents that were found.
     void More_Wanted();
+    /// The user is done with what was searched.
+    void Search_Left();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Command;
@@ -83,6 +89,10 @@ private:
     void Show_Menu(const QPoint &at);
     void Show_Column_Menu(const QPoint &at);
     void Apply_Columns();
+    /// The titles take the room that the other columns leave.
+    void Fit_Title();
+    void Switch_Comfortable();
+    void Show_Range();
     void ShowPageInfo(const Page_Info &info);
     void Sort_By(int column);
     void Mark_Sorted_Column();
@@ -119,4 +129,6 @@ private:
     int m_page = 1;
     int m_sortColumn = 0; ///< 0: as listed
     bool m_ascending = true;
+    bool m_fitting = false; ///< the title's width is being set by the program
+    bool m_comfortable = false;
 };

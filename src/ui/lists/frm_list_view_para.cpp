@@ -14,18 +14,23 @@ namespace
 constexpr int Boxes_In_A_Row = 3;
 const QString Columns_Section = QStringLiteral("Col");
 const QString Widths_Key = QStringLiteral("ListViewPara");
+
+std::vector<int> Kept_Widths()
+{
+    const QString kept = GetIni(Columns_Section, Widths_Key);
+    return kept.isEmpty() ? First_Widths() : Widths_From_Text(kept);
+}
 } // namespace
 
 Frm_ListView_Para::Frm_ListView_Para(QWidget *parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::Frm_ListView_Para>()),
-      m_widths(Widths_From_Text(GetIni(Columns_Section, Widths_Key)))
+    : QDialog(parent), m_ui(std::make_unique<Ui::Frm_ListView_Para>()), m_widths(Kept_Widths())
 {
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
     Show_Columns();
     Check(m_widths);
     connect(m_ui->Cmd_Default, &QPushButton::clicked, this, [this] {
-        m_widths = Initial_Widths();
+        m_widths = First_Widths();
         Check(m_widths);
     });
     connect(m_ui->Cmd_Update, &QPushButton::clicked, this, &Frm_ListView_Para::Cmd_Update);

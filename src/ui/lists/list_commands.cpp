@@ -13,6 +13,7 @@
 #include "ui/lists/frm_list_view.h"
 #include "ui_frm_list_view.h"
 #include "views/document_facts.h"
+#include "views/list_columns.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -51,6 +52,7 @@ const std::vector<Frm_ListView::Command> &Frm_ListView::Commands()
         {"Mnu_List_Tags", "_Mnu_Tags", "tag", Qt::CTRL | Qt::Key_T, Rows::Some, false, &Frm_ListView::Tag_Rows},
         {"Mnu_List_Color", "_Mnu_Color", "color", {}, Rows::Some, true, &Frm_ListView::Color_Rows},
         {"Mnu_List_Columns", "_Mnu_Columns", "columns", {}, Rows::Any, false, &Frm_ListView::Set_Up_Columns},
+        {"Mnu_List_Comfortable", "_Mnu_Comfortable", "", {}, Rows::Any, false, &Frm_ListView::Switch_Comfortable},
         {"Mnu_List_Picture", "_Mnu_Picture", "", {}, Rows::Any, false, &Frm_ListView::Choose_Picture},
         {"Mnu_List_No_Picture", "_Mnu_No_Picture", "", {}, Rows::Any, true, &Frm_ListView::Close_Picture},
         {"Mnu_List_Properties", "_Mnu_Properties", "properties", Qt::ALT | Qt::Key_Return, Rows::One, false,
@@ -70,6 +72,7 @@ void Frm_ListView::Add_Commands()
         action->setShortcut(command.key);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         connect(action, &QAction::triggered, this, [this, run = command.run] { (this->*run)(); });
+        action->setCheckable(command.run == &Frm_ListView::Switch_Comfortable);
         m_ui->Lsv_Code_Info->addAction(action);
         m_actions.push_back(action);
         if (command.endsGroup)
@@ -85,6 +88,7 @@ void Frm_ListView::Show_Menu(const QPoint &at)
         m_actions[i]->setEnabled(wanted == Rows::Any || rows == 1 || (rows > 1 && wanted == Rows::Some));
     }
     m_menu->findChild<QAction *>(QStringLiteral("Mnu_List_No_Picture"))->setVisible(!Config().Pic_List.isEmpty());
+    m_menu->findChild<QAction *>(QStringLiteral("Mnu_List_Comfortable"))->setChecked(m_comfortable);
     m_menu->exec(m_ui->Lsv_Code_Info->viewport()->mapToGlobal(at));
     for (QAction *action : m_actions)
         action->setEnabled(true); // their keys look at the selection themselves
@@ -98,10 +102,12 @@ void Frm_ListView::Show_Column_Menu(const QPoint &at)
         QAction *action = menu.addAction(m_list.Columns()[static_cast<size_t>(i)].caption);
         action->setCheckable(true);
         action->setChecked(!header->isSectionHidden(i));
-        connect(action, &QAction::toggled, header, [header, i](bool on) {
+        connect(action, &QAction::toggled, header, [this, header, i](bool on) {
             header->setSectionHidden(i, !on);
+            const int least = std::max(header->sectionSizeHint(i), Document_Columns()[static_cast<size_t>(i)].width);
             if (on && header->sectionSize(i) < header->sectionSizeHint(i))
-                header->resizeSection(i, header->sectionSizeHint(i));
+                header->resizeSection(i, least);
+            Fit_Title();
         });
     }
     menu.addSeparator();
