@@ -65,6 +65,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextTable>
+#include <QToolButton>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -286,6 +287,9 @@ QStringList Cut_Texts(const QWidget &control)
     QSize needed = control.sizeHint();
     if (const auto *button = qobject_cast<const QAbstractButton *>(&control))
         text = button->text();
+    if (const auto *tool = qobject_cast<const QToolButton *>(&control);
+        tool != nullptr && tool->toolButtonStyle() == Qt::ToolButtonIconOnly && !tool->icon().isNull())
+        text.clear();
     if (const auto *label = qobject_cast<const QLabel *>(&control)) {
         text = label->text();
         if (label->wordWrap())

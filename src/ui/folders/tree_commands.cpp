@@ -24,8 +24,8 @@
 #include "ui/kit/shell.h"
 
 #include <QAction>
+#include <QMap>
 #include <QMenu>
-#include <QToolBar>
 
 /// One action: its name, design-time word, icon, key and handler; where its group ends a separator follows.
 struct Tree_Commands::Command {
@@ -79,28 +79,37 @@ void Tree_Commands::Fill_Menu(QMenu &menu) const
     }
 }
 
-QToolBar *Tree_Commands::Make_Tool_Bar(QWidget *parent) const
-{
-    auto *bar = new QToolBar(parent);
-    bar->setObjectName(QStringLiteral("Tlb_Tree"));
-    bar->setIconSize(QSize(18, 18));
-    for (const char *name :
-         {"Mnu_Node_Add_Cur", "Mnu_Node_Add_Next", "Mnu_Node_Modify", "Mnu_Node_Up", "Cmd_Node_Down", "Mnu_Node_Del"})
-        bar->addAction(Action(name));
-    return bar;
-}
-
-void Tree_Commands::Popup(const QPoint &at)
+bool Tree_Commands::Popup(const QPoint &at)
 {
     QMenu menu(&m_pane);
     Fill_Menu(menu);
-    menu.exec(at);
+    return menu.exec(at) != nullptr;
 }
 
 void Tree_Commands::Say(const QString &text, Log_Type type)
 {
     m_shell.Set_Status(text);
     Add_Log(type, text);
+}
+
+void Tree_Commands::Say_Undoable(const QString &text, const std::function<void()> &undo)
+{
+    m_shell.Offer_Undo(text, undo);
+    Add_Log(Log_Type::Changed, text);
+}
+
+void Tree_Commands::Take_Back(const QList<Document_Place> &places)
+{
+    const QStringList back = Put_Back(places);
+    QMap<QString, QStringList> byFolder;
+    for (const Document_Place &place : places) {
+        if (back.contains(place.document))
+            byFolder[place.folder] << place.document;
+    }
+    for (auto folder = byFolder.cbegin(); folder != byFolder.cend(); ++folder)
+        m_shell.Documents_Moved(folder.value(), folder.key());
+    m_pane.Update_Tree();
+    Add_Log(Log_Type::Changed, Pack_Text("Frm_Main", "_Undone"));
 }
 
 bool Tree_Commands::Say_Trouble()
@@ -312,13 +321,14 @@ void Tree_Commands::Drop_Documents_On(const QStringList &codeIds, int target)
     const Tree_Node &node = m_pane.Tree().Node(target);
     if (!Is_Folder_Key(node.key))
         return Tell("_NotoRoot", node.caption);
+    const QList<Document_Place> before = Places_Of(codeIds);
     const auto moved = Drop_Documents(codeIds, m_pane.Tree(), target);
     if (!moved) {
         Say_Trouble();
         return;
     }
     m_shell.Documents_Moved(codeIds, moved->newFolder);
-    Say(moved->text);
+    Say_Undoable(moved->text, [this, before] { Take_Back(before); });
     m_pane.Recount(moved->oldFolder);
     m_pane.Recount(moved->newFolder);
 }

@@ -2,16 +2,17 @@
 #pragma once
 
 #include "core/system_log.h"
+#include "tree/document_places.h"
 
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <functional>
 
 class Frm_Nodes_Search;
 class QAction;
 class QMenu;
-class QToolBar;
 class QWidget;
 class Shell;
 class Tree_Pane;
@@ -35,9 +36,8 @@ public:
 
     /// Puts the commands into a menu, in their groups.
     void Fill_Menu(QMenu &menu) const;
-    /// A row of buttons for the commands that are used most.
-    [[nodiscard]] QToolBar *Make_Tool_Bar(QWidget *parent) const;
-    void Popup(const QPoint &at);
+    /// Shows the menu. @returns whether a command was chosen
+    bool Popup(const QPoint &at);
 
     void Take_Drop(const Drop &drop);
     /// Asks for a folder and moves documents there, as a drop of their rows would.
@@ -47,6 +47,10 @@ public:
 
     /// Shows a text on the status line and logs it.
     void Say(const QString &text, Log_Type type = Log_Type::Changed);
+    /// The same, with a way back.
+    void Say_Undoable(const QString &text, const std::function<void()> &undo);
+    /// Puts documents back to where they were.
+    void Take_Back(const QList<Document_Place> &places);
     /// Shows why the last editing procedure failed. @returns whether it did
     bool Say_Trouble();
 

@@ -4,26 +4,32 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "documents/busy_pointer.h"
+#include "platform/models/plain_tip.h"
 #include "platform/prompts/prompts.h"
 #include "tree/folder_editing.h"
 #include "tree/folder_ids.h"
 #include "tree/folder_passwords.h"
 #include "tree/folder_trouble.h"
 #include "tree/tree_loading.h"
+#include "ui/folders/folder_delegate.h"
 #include "ui/folders/tree_commands.h"
+#include "ui/kit/drag_label.h"
 #include "ui/kit/file_drops.h"
-#include "ui/kit/node_delegate.h"
 #include "ui/kit/shell.h"
 #include "ui/kit/view_look.h"
 
 #include <QContextMenuEvent>
+#include <QDrag>
 #include <QDropEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
+#include <QToolTip>
 
 Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
     : Folder_Tree_View(parent), m_shell(shell), m_lang(*this, QStringLiteral("Frm_Main")),
-      m_delegate(new Node_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
+      m_delegate(new Folder_Delegate(this)), m_commands(new Tree_Commands(*this, shell))
 {
     setObjectName(QStringLiteral("Trv_Code_Class"));
     m_lang.LoadControlsCaption();
@@ -38,6 +44,7 @@ Tree_Pane::Tree_Pane(Shell &shell, QWidget *parent)
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(false);
+    setMouseTracking(true);
     m_hover.setSingleShot(true);
     m_hover.setInterval(700);
     connect(&m_hover, &QTimer::timeout, this, [this] { expand(m_delegate->Drop_Target); });
@@ -148,7 +155,11 @@ void Tree_Pane::Label_Edited(int node, const QString &text)
         return;
     const auto done = ReName_In_Place(m_tree, node, text + caption.mid(name.size()));
     if (done) {
-        m_commands->Say(*done);
+        const QString key = m_tree.Node(node).key;
+        m_commands->Say_Undoable(*done, [this, key, name] {
+            if (const int again = m_tree.Find(key); again >= 0)
+                Label_Edited(again, name);
+        });
         emit Folders_Changed();
         return;
     }
@@ -163,10 +174,26 @@ void Tree_Pane::Label_Edited(int node, const QString &text)
 
 void Tree_Pane::contextMenuEvent(QContextMenuEvent *event)
 {
-    QPoint at = event->globalPos();
-    if (event->reason() == QContextMenuEvent::Keyboard)
-        at = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
-    m_commands->Popup(at);
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QPoint at = byKey ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()) : event->globalPos();
+    Show_Menu(currentIndex(), byKey ? currentIndex() : QModelIndex(m_beforePress), at);
+}
+
+void Tree_Pane::Show_Menu(const QModelIndex &node, const QModelIndex &before, const QPoint &at)
+{
+    const QPersistentModelIndex wanted = node;
+    const QPersistentModelIndex shown = before;
+    if (node.isValid())
+        Mark_Folder(Id_At(node));
+    m_choiceWaits = false;
+    const bool done = m_commands->Popup(at);
+    if (currentIndex() != wanted || !shown.isValid() || shown == wanted)
+        return;
+    // The list shows what is chosen: the folder of a command, unless it is locked, else the one before.
+    if (done && !Is_Locked(Id_At(wanted)))
+        Choose(wanted);
+    else if (state() != EditingState)
+        Mark_Folder(Id_At(shown));
 }
 
 void Tree_Pane::keyPressEvent(QKeyEvent *event)
@@ -180,8 +207,61 @@ void Tree_Pane::keyPressEvent(QKeyEvent *event)
     m_shell.Focus_List();
 }
 
+bool Tree_Pane::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::HoverMove || event->type() == QEvent::HoverEnter)
+        Hover(indexAt(static_cast<QHoverEvent *>(event)->position().toPoint()));
+    else if (event->type() == QEvent::HoverLeave || event->type() == QEvent::Leave)
+        Hover({});
+    if (event->type() == QEvent::ToolTip && Show_Whole_Name(static_cast<const QHelpEvent &>(*event)))
+        return true;
+    return Folder_Tree_View::viewportEvent(event);
+}
+
+/// The tip of a name that has no room.
+bool Tree_Pane::Show_Whole_Name(const QHelpEvent &event)
+{
+    const QModelIndex node = indexAt(event.pos());
+    if (!node.isValid() || visualRect(node).left() + sizeHintForIndex(node).width() <= viewport()->width())
+        return false;
+    QToolTip::showText(event.globalPos(), Plain_Tip(m_tree.Node(m_tree.Node_Of(node)).caption), viewport());
+    return true;
+}
+
+void Tree_Pane::Hover(const QModelIndex &index)
+{
+    if (m_delegate->Hovered == index)
+        return;
+    m_delegate->Hovered = index;
+    viewport()->update();
+}
+
+bool Tree_Pane::Press_Button(const QMouseEvent &event)
+{
+    const QPoint at = event.position().toPoint();
+    const QPersistentModelIndex node = indexAt(at);
+    if (event.button() != Qt::LeftButton || !node.isValid() || m_delegate->Hovered != node || state() == EditingState)
+        return false;
+    const auto button = m_delegate->Button_At(at, visualRect(node), viewport()->width());
+    if (button == Folder_Delegate::Button::None)
+        return false;
+    const QPersistentModelIndex before = currentIndex();
+    if (button == Folder_Delegate::Button::More) {
+        Show_Menu(node, before, event.globalPosition().toPoint());
+        return true;
+    }
+    Mark_Folder(Id_At(node));
+    m_commands->Cmd_Tree_Add_Next_Call();
+    if (currentIndex() == node && before.isValid())
+        Mark_Folder(Id_At(before));
+    return true;
+}
+
 void Tree_Pane::mousePressEvent(QMouseEvent *event)
 {
+    m_choiceWaits = false;
+    if (Press_Button(*event))
+        return;
     m_beforePress = currentIndex();
     {
         const QScopedValueRollback pressing(m_pressing, true);
@@ -205,7 +285,14 @@ void Tree_Pane::mouseReleaseEvent(QMouseEvent *event)
 
 void Tree_Pane::startDrag(Qt::DropActions actions)
 {
-    QTreeView::startDrag(actions);
+    if (!Has_Selection())
+        return;
+    if (QMimeData *carried = m_tree.mimeData({currentIndex()})) {
+        QDrag drag(this);
+        drag.setMimeData(carried);
+        Label_Drag(drag, Folder_Model::Editable_Name(m_tree.Node(Selected_Node())));
+        drag.exec(actions, Qt::MoveAction);
+    }
     // The press only took the node up: the list still shows what was chosen before.
     const QScopedValueRollback loading(m_loading, true);
     if (m_choiceWaits)

@@ -8,7 +8,7 @@
 #include <QSet>
 #include <QTimer>
 
-class Node_Delegate;
+class Folder_Delegate;
 class Shell;
 class Tree_Commands;
 
@@ -63,6 +63,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void startDrag(Qt::DropActions actions) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
@@ -76,13 +77,19 @@ private:
     void Save_Status(const QModelIndex &index, bool expanded);
     void Label_Edited(int node, const QString &text);
     void Show_Drop_Target(const QModelIndex &index);
+    void Hover(const QModelIndex &index);
+    bool Show_Whole_Name(const QHelpEvent &event);
+    /// A press on a button of the row under the pointer. @returns whether there was one
+    bool Press_Button(const QMouseEvent &event);
+    /// Shows the menu for a node; without a command what was chosen before is chosen again.
+    void Show_Menu(const QModelIndex &node, const QModelIndex &before, const QPoint &at);
     [[nodiscard]] bool Takes(const QMimeData &carried) const;
     [[nodiscard]] QString Id_At(const QModelIndex &index) const;
 
     Shell &m_shell;
     Folder_Model m_tree;
     ctrlLanguage m_lang;
-    Node_Delegate *m_delegate;
+    Folder_Delegate *m_delegate;
     Tree_Commands *m_commands;
     QSet<QString> m_locked;
     QTimer m_hover; ///< how long a drag rests on a node

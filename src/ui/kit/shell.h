@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 /// What the main window offers to its panes. A pane knows no other pane: it asks here.
 class Shell
@@ -14,6 +15,8 @@ public:
 
     /// Shows a text on the status line.
     virtual void Set_Status(const QString &text) = 0;
+    /// The same for what was just done, with a button that takes it back, until something else is told.
+    virtual void Offer_Undo(const QString &done, const std::function<void()> & /*undo*/) { Set_Status(done); }
     /// Id of the folder that is selected in the tree, "" for the root or none.
     [[nodiscard]] virtual QString Selected_Folder() const = 0;
     /// Counts a folder's caption and its ancestors' anew.

@@ -60,7 +60,7 @@ void Document_List_View::drawRow(QPainter *painter, const QStyleOptionViewItem &
     row.showDecorationSelected = true;
     if (alternatingRowColors() && index.row() % 2 == 1)
         painter->fillRect(row.rect, row.palette.alternateBase());
-    m_rows->Paint_Place(*painter, row, title);
+    m_rows->Paint_Place(*painter, row, title, columnViewportPosition(title.column()));
 }
 
 void Document_List_View::Set_Key_Length(qsizetype length)

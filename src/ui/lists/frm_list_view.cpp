@@ -140,7 +140,7 @@ void Frm_ListView::Set_Search(const QString &key, const QStringList &fields)
 {
     m_searchKey = key;
     m_searchFields = fields;
-    Set_Heading(m_lang.GetString("_Searched").arg(key));
+    Set_Heading(Filled(m_lang.GetString("_Searched"), {key}));
     Show_Range();
     m_ui->Lsv_Code_Info->Set_Key_Length(key.size());
 }

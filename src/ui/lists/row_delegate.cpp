@@ -148,7 +148,8 @@ void Row_Delegate::Paint_Title(QPainter &painter, const QStyleOptionViewItem &ce
     painter.restore();
 }
 
-void Row_Delegate::Paint_Place(QPainter &painter, const QStyleOptionViewItem &row, const QModelIndex &title) const
+void Row_Delegate::Paint_Place(QPainter &painter, const QStyleOptionViewItem &row, const QModelIndex &title,
+                               int left) const
 {
     constexpr float Muted = 0.8F;
     QStyleOptionViewItem line = row;
@@ -158,7 +159,7 @@ void Row_Delegate::Paint_Place(QPainter &painter, const QStyleOptionViewItem &ro
     text.replace(u'\n', u' ').replace(QChar::LineSeparator, u' ').replace(QChar::ParagraphSeparator, u' ');
     const bool marks = key_length > 0 && text.startsWith(Place_Indent);
     text = marks ? text.mid(Place_Indent.size()) : text.trimmed();
-    const QRect room = line.rect.adjusted(Gap / 2 + Icon_Side + Gap, 0, -Gap, 0);
+    const QRect room = line.rect.adjusted(left + Gap / 2 + Icon_Side + Gap, 0, -Gap, 0);
     const bool chosen = line.state.testFlag(QStyle::State_Selected);
     QTextCharFormat marked;
     marked.setFontWeight(QFont::Bold);

@@ -20,8 +20,9 @@ public:
     void Read_Columns(const List_Model &list);
     [[nodiscard]] int Title_Column() const { return m_title; }
     [[nodiscard]] static bool Is_Place(const QModelIndex &index);
-    /// Paints the line of a place over the width of the whole row. @param title  its cell in the column of titles
-    void Paint_Place(QPainter &painter, const QStyleOptionViewItem &row, const QModelIndex &title) const;
+    /// Paints the line of a place over the width of the whole row. @param title  its cell in the column of titles,
+    /// which begins at `left`
+    void Paint_Place(QPainter &painter, const QStyleOptionViewItem &row, const QModelIndex &title, int left) const;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;

@@ -10,6 +10,7 @@
 #include "platform/prompts/prompts.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/node_delegate.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/shell.h"
 #include "ui_search_pane.h"
 
@@ -47,12 +48,12 @@ Search_Pane::Search_Pane(Shell &shell, QWidget *parent)
     m_ui->Cob_FindKey->setCompleter(nullptr);
     m_ui->Cmd_FindTxt->setIcon(Line_Icon(QStringLiteral("find")));
     m_ui->Chk_Lsv_Detail->setChecked(Config().CH_Lsv_Detail == QLatin1String("1"));
-    m_ui->Spl_Find->setStretchFactor(0, 1);
     m_ui->Cob_FindKey->addItems(Config().KEYS.split(QLatin1Char(','), Qt::SkipEmptyParts));
     m_ui->Cob_FindKey->setCurrentIndex(-1);
     Fill_Fields();
     Show_Running(false);
     Connect_Controls();
+    Add_Folds();
 }
 
 Search_Pane::~Search_Pane() = default;
@@ -62,6 +63,7 @@ void Search_Pane::Copy_Folders(const Tree_Model &tree)
     m_folders.Copy(tree);
     for (int i = 0; i < m_folders.Node_Count(); ++i)
         m_ui->Trv_Find->setExpanded(m_folders.Index_Of(i), m_folders.Node(i).expanded);
+    Show_Folds();
 }
 
 void Search_Pane::Start_Typing()
@@ -84,6 +86,7 @@ void Search_Pane::Save_History()
 
 void Search_Pane::Cmd_FindTxt()
 {
+    m_typing.stop();
     const QString typed = m_ui->Cob_FindKey->currentText();
     const QString key = Search_Key(typed);
     if (key.isEmpty() || typed == m_lang.GetString("_IniFindKey", "Frm_Main")) {
@@ -96,6 +99,21 @@ void Search_Pane::Cmd_FindTxt()
         Prompts::Message(m_lang.GetString("_No_Folder"), App().App_Title);
         return;
     }
+    Start(key, request);
+    Remember_Key(key);
+}
+
+void Search_Pane::Search_Quietly()
+{
+    const QString key = Search_Key(Key());
+    const Search_Request request = Request_On_Screen();
+    const bool same = m_result != nullptr && m_result->key == key && m_where == Search_Where(request);
+    if (!key.isEmpty() && !same && (request.everywhere || !request.folders.isEmpty()))
+        Start(key, request);
+}
+
+void Search_Pane::Start(const QString &key, const Search_Request &request)
+{
     m_result = std::make_shared<Search_Result>();
     m_result->key = key;
     m_result->fields = request.fields;
@@ -104,7 +122,26 @@ void Search_Pane::Cmd_FindTxt()
     m_limit = Search_Limit;
     emit Search_Started();
     Run();
-    Remember_Key(key);
+}
+
+QString Search_Pane::Key() const
+{
+    return m_ui->Cob_FindKey->currentText();
+}
+
+void Search_Pane::Set_Key(const QString &key)
+{
+    m_typing.stop();
+    m_ui->Cob_FindKey->setEditText(key);
+    if (key.isEmpty())
+        m_result = nullptr;
+}
+
+bool Search_Pane::Is_Worth_Searching(const QString &key)
+{
+    constexpr char16_t First_Of_The_East = 0x2E80;
+    const QString sought = key.trimmed();
+    return sought.size() > 1 || (sought.size() == 1 && sought.front().unicode() >= First_Of_The_East);
 }
 
 void Search_Pane::List_More()
@@ -148,7 +185,48 @@ void Search_Pane::showEvent(QShowEvent *event)
     const QListWidget &fields = *m_ui->Lsv_Find;
     const int row = fields.sizeHintForRow(0) + 2 * fields.spacing();
     m_ui->Lsv_Find->setMaximumHeight(fields.count() * row + 2 * (fields.frameWidth() + fields.spacing()));
-    m_ui->Spl_Find->setSizes({m_ui->Spl_Find->height() - fields.maximumHeight(), fields.maximumHeight()});
+}
+
+void Search_Pane::Add_Folds()
+{
+    const struct {
+        QToolButton *fold;
+        QWidget *folded;
+    } rows[] = {{m_ui->Cmd_Fold_Folders, m_ui->Trv_Find}, {m_ui->Cmd_Fold_Fields, m_ui->Lsv_Find}};
+    for (const auto &row : rows) {
+        row.folded->hide();
+        row.fold->setArrowType(Qt::RightArrow);
+        connect(row.fold, &QToolButton::toggled, this, [row](bool open) {
+            row.folded->setVisible(open);
+            row.fold->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+        });
+    }
+    const auto changed = [this] {
+        Show_Folds();
+        if (Is_Worth_Searching(Key()) && m_result != nullptr)
+            m_typing.start();
+    };
+    connect(&m_folders, &QAbstractItemModel::dataChanged, this, changed);
+    connect(m_ui->Lsv_Find, &QListWidget::itemChanged, this, changed);
+    Show_Folds();
+}
+
+/// Each line says what is ticked below it.
+void Search_Pane::Show_Folds()
+{
+    const QString all = m_lang.GetString("_Fold_All");
+    const QStringList folders = m_folders.Ticked_Names();
+    QStringList fields;
+    for (int i = 0; i < m_ui->Lsv_Find->count(); ++i) {
+        if (m_ui->Lsv_Find->item(i)->checkState() == Qt::Checked)
+            fields << m_ui->Lsv_Find->item(i)->text();
+    }
+    const bool everywhere = m_folders.Root_Ticked();
+    const bool everyField = fields.size() == m_ui->Lsv_Find->count();
+    m_ui->Cmd_Fold_Folders->setText(
+        Filled(m_lang.GetString("_Fold_Folders"), {everywhere ? all : Grouped(folders.size())}));
+    m_ui->Cmd_Fold_Fields->setText(
+        Filled(m_lang.GetString("_Fold_Fields"), {everyField ? all : Grouped(fields.size())}));
 }
 
 void Search_Pane::Fill_Fields()
@@ -165,6 +243,15 @@ void Search_Pane::Connect_Controls()
 {
     connect(m_ui->Cmd_FindTxt, &QToolButton::clicked, this, &Search_Pane::Cmd_FindTxt);
     connect(m_ui->Cob_FindKey->lineEdit(), &QLineEdit::returnPressed, this, &Search_Pane::Cmd_FindTxt);
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(Typing_Pause);
+    connect(&m_typing, &QTimer::timeout, this, &Search_Pane::Search_Quietly);
+    connect(m_ui->Cob_FindKey->lineEdit(), &QLineEdit::textEdited, this, [this](const QString &key) {
+        if (Is_Worth_Searching(key))
+            m_typing.start();
+        else
+            m_typing.stop();
+    });
     connect(m_ui->Cmd_Find_Stop, &QToolButton::clicked, this, [this] { m_run.Stop(); });
     connect(m_ui->Chk_Lsv_Detail, &QCheckBox::toggled, this, [](bool on) {
         Config().CH_Lsv_Detail = on ? QStringLiteral("1") : QStringLiteral("0");

@@ -6,6 +6,7 @@
 #include "views/search.h"
 #include "views/search_run.h"
 
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
@@ -35,6 +36,16 @@ public:
 
     /// Takes the folders of the main tree over.
     void Copy_Folders(const Tree_Model &tree);
+    /// A key is searched when nothing was typed for so long; milliseconds.
+    static constexpr int Typing_Pause = 250;
+    /// Whether a key that is being typed finds little enough: two letters, or one of a script that needs no more.
+    static bool Is_Worth_Searching(const QString &key);
+
+    [[nodiscard]] QString Key() const;
+    void Set_Key(const QString &key);
+    /// Starts the search that is set up on screen, unless there is nothing to search or the key is searched already.
+    /// Nothing is asked, told or remembered.
+    void Search_Quietly();
     /// Puts the cursor into the key.
     void Start_Typing();
     /// Writes the keys at the end of the list to the settings, the last one first.
@@ -59,6 +70,9 @@ protected:
 
 private:
     void Fill_Fields();
+    void Add_Folds();
+    void Show_Folds();
+    void Start(const QString &key, const Search_Request &request);
     void Connect_Controls();
     void Show_Running(bool running);
     void Show_Progress(qint64 documents, qint64 all);
@@ -77,4 +91,5 @@ private:
     std::shared_ptr<Search_Result> m_result; ///< of the search that is running, or was the last
     QString m_where;                         ///< its condition
     int m_limit = Search_Limit;              ///< documents that it lists
+    QTimer m_typing;
 };

@@ -8,11 +8,16 @@
 #include <functional>
 #include <memory>
 
+class Database_Commands;
 class Document_Tabs;
+class First_Steps;
 class Frm_ListView;
 class Left_Tabs;
 class Program_Lock;
-class QSystemTrayIcon;
+class QStackedWidget;
+class Search_Box;
+class Status_Line;
+class Tray;
 class Tree_Pane;
 class View_Entries;
 namespace Ui
@@ -37,7 +42,6 @@ public:
     void Reload_All() override;
     /// Saves every unsaved document. @returns false when one stays unsaved
     bool Save_All_Documents();
-    /// Width of the tree pane, in twips.
     /// Keeps the width of the tree's side, while it is shown, and the keys of the searches.
     void Save_Left_Side();
     /// Writes the window's placement to section Settings; a minimised window leaves the stored one alone.
@@ -55,6 +59,7 @@ public:
     std::function<void()> Database_Chosen;
 
     void Set_Status(const QString &text) override;
+    void Offer_Undo(const QString &done, const std::function<void()> &undo) override;
     [[nodiscard]] QString Selected_Folder() const override;
     void Folder_Changed(const QString &id) override;
     void Document_Changed(const QString &code_id) override;
@@ -78,6 +83,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void Load_Lang();
@@ -87,7 +93,12 @@ private:
     void Add_Wing_Commands();
     void Add_Due_Button();
     void Add_Lock();
-    void Add_Tray_Icon();
+    void Add_Tray();
+    void Add_Status_Line();
+    void Add_Search_Box();
+    void Add_First_Steps();
+    void Add_Ways_Of_Keyboard();
+    void Add_Tab_Menu();
     void Connect_Actions();
     void Place_Document_Actions();
     void Place_Tool_Bar();
@@ -101,8 +112,14 @@ private:
     void Delete_Chosen();
     void Choose_Files();
     void Choose_Database();
-    void Compact();
-    void Clean();
+    void Connect_Documents();
+    void Show_Title();
+    /// Shows the ways to begin in place of the list, while there is neither folder nor document.
+    void Show_First_Steps();
+    /// The folder that a first document goes to, made when there is none; it is chosen.
+    void Make_First_Folder();
+    void Show_In_Tree(const QString &codeId);
+    void Show_Keys();
     /// Opens the help file where there is one, else tells about the program.
     void Show_Help();
     void Leave();
@@ -117,7 +134,11 @@ private:
     Document_Tabs *m_tabs = nullptr;
     Left_Tabs *m_left = nullptr;
     View_Entries *m_view = nullptr;
-    QSystemTrayIcon *m_tray = nullptr;
+    Tray *m_tray = nullptr;
+    Status_Line *m_status = nullptr;
+    Search_Box *m_search = nullptr;
+    Database_Commands *m_database = nullptr;
+    QStackedWidget *m_listPlace = nullptr; ///< the list, or the first steps
     Program_Lock *m_lock = nullptr;
     bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
 };

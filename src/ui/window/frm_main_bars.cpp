@@ -1,13 +1,86 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
+#include "editor/text_editor.h"
 #include "ui/document/document_tabs.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/commands.h"
 #include "ui/kit/icons.h"
+#include "ui/window/editor_menus.h"
 #include "ui/window/frm_main.h"
+#include "ui/window/left_tabs.h"
+#include "ui/window/tab_memory.h"
+#include "ui/window/view_entries.h"
+#include "ui/window/wings.h"
+#include "ui/writing/editor_bar.h"
 #include "ui_frm_main.h"
 
 #include <QMenu>
 #include <QToolButton>
+
+void Frm_Main::Add_Editor_Menus()
+{
+    auto *menus = new Editor_Menus({m_ui->Mnu_Edit,
+                                    m_ui->Mnu_Insert,
+                                    m_ui->Mnu_Format,
+                                    m_ui->mnuViewMode,
+                                    {m_ui->Mnu_Print, m_ui->PriCode},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
+                                    m_ui->Mnu_Pdf},
+                                   *m_tabs, *this);
+    connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
+        const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
+        Save_Left_Side(); // hidden, it has no width
+        m_ui->Pic_On_Left->setVisible(all);
+        m_ui->Tlb_Command->setVisible(all);
+    });
+}
+
+void Frm_Main::Add_Wing_Commands()
+{
+    for (const Commands::Row &row : All_Commands()) {
+        auto *action = new QAction(this);
+        action->setObjectName(QLatin1String(row.name));
+        const QByteArray key = QByteArray(row.name) + "|Index|Caption";
+        Set_Caption(*action, m_lang.GetString(key.constData()));
+        if (*row.icon != '\0')
+            action->setIcon(Line_Icon(QLatin1String(row.icon)));
+        action->setShortcut(QKeySequence(QLatin1String(row.key)));
+        connect(action, &QAction::triggered, this, [this, run = row.run] { run(*this, this); });
+        findChild<QMenu *>(QLatin1String(row.menu))->addAction(action);
+    }
+}
+
+void Frm_Main::Bind_View_Entries()
+{
+    m_view = new View_Entries(this);
+    const auto panes = [this](bool /*on*/) {
+        m_tabs->Adjust_Panes();
+    };
+    m_view->Bind(*m_ui->Mnu_ViewMemo, "ViewMemo", panes);
+    m_view->Bind(*m_ui->Mnu_ViewSum, "ViewSum", panes);
+    m_view->Bind(*m_ui->Mnu_M_FILE, "M_FILE", panes);
+    m_view->Bind(*m_ui->U_ShowLow, "ShowLow", [this](bool /*on*/) { Reload_All(); });
+    m_view->Bind(*m_ui->Mnu_Left_ByDate, "CH_ByDate", [this](bool on) { m_left->Show_Page("Left_ByDate", on); });
+    m_view->Bind(*m_ui->Mnu_Left_Find, "CH_Find", [this](bool on) { m_left->Show_Page("Left_Find", on); });
+    Add_Page_Entries();
+    auto *tabsBack = new QAction(Pack_Text("Frm_Main", "_Tabs_Back"), this);
+    Tab_Memory::Bind(*tabsBack);
+    m_ui->Mnu_View->insertAction(m_ui->Mnu_Reload, tabsBack);
+}
+
+void Frm_Main::Add_Page_Entries()
+{
+    const QList<QAction *> entries = m_ui->Mnu_View->actions();
+    QAction *behind = entries.value(entries.indexOf(m_ui->Mnu_Left_Find) + 1);
+    for (const Left_Pages::Row &row : All_Pages()) {
+        auto *entry = new QAction(this);
+        entry->setObjectName(QStringLiteral("Mnu_") + QLatin1String(row.name));
+        Set_Caption(*entry, m_lang.GetString((entry->objectName() + QStringLiteral("|Index|Caption")).toUtf8()));
+        entry->setCheckable(true);
+        m_ui->Mnu_View->insertAction(behind, entry);
+        m_view->Bind(*entry, row.setting, [this, name = row.name](bool on) { m_left->Show_Page(name, on); });
+    }
+}
 
 void Frm_Main::Place_Document_Actions()
 {
@@ -51,9 +124,13 @@ void Frm_Main::Place_Tool_Bar()
     };
     auto *more = new QMenu(this);
     more->addActions({m_ui->AddSmallClass, m_ui->RenClass, m_ui->DelClass});
+    more->addSeparator();
+    more->addActions({folders("Mnu_Node_Up"), folders("Cmd_Node_Down")});
     button(m_ui->AddClass)->setMenu(more);
     button(m_ui->AddClass)->setPopupMode(QToolButton::MenuButtonPopup);
-    for (QAction *action : {m_ui->RenConf, m_ui->RenHelp})
+    // Words on the three buttons by which work begins; the others say theirs in their tips.
+    for (QAction *action :
+         {m_ui->SaveCode, m_ui->PriCode, m_ui->PriPrview, m_ui->DelCode, m_ui->RenConf, m_ui->RenHelp})
         button(action)->setToolButtonStyle(Qt::ToolButtonIconOnly);
 }
 

@@ -15,11 +15,13 @@
 #include "views/by_date.h"
 
 #include <QLayout>
+#include <QScopedValueRollback>
 #include <QTabWidget>
 #include <utility>
 
 Left_Tabs::Left_Tabs(Shell &shell, QTabWidget &tabs, Tree_Pane &tree, Frm_ListView &list, QObject *parent)
-    : QObject(parent), m_shell(shell), m_tabs(tabs), m_tree(tree), m_list(list), m_treePage(tabs.widget(0))
+    : QObject(parent), m_shell(shell), m_tabs(tabs), m_tree(tree), m_list(list), m_treePage(tabs.widget(0)),
+      m_before(m_treePage)
 {
     m_byDate = new By_Date_Pane(&tabs);
     m_search = new Search_Pane(shell, &tabs);
@@ -28,14 +30,17 @@ Left_Tabs::Left_Tabs(Shell &shell, QTabWidget &tabs, Tree_Pane &tree, Frm_ListVi
     Add_Pages();
     Watch_Folders();
     connect(&tabs, &QTabWidget::currentChanged, this, [this] {
+        if (m_tabs.currentWidget() != m_searchPage)
+            m_before = m_tabs.currentWidget();
         Show_Tab();
-        if (m_tabs.currentWidget() == m_searchPage)
+        if (m_tabs.currentWidget() == m_searchPage && !m_typesElsewhere)
             m_search->Start_Typing();
     });
     connect(m_byDate, &By_Date_Pane::Date_Chosen, this, &Left_Tabs::List_Date);
     connect(m_search, &Search_Pane::Search_Started, this, [this] {
         m_result = nullptr;
         m_folder.reset();
+        emit Key_Changed(m_search->Key());
         m_list.Show_Text(Pack_Text("Frm_Main", "_LookIng"));
         emit Listed();
     });
@@ -281,6 +286,27 @@ void Left_Tabs::Save()
 
 void Left_Tabs::Show_Search()
 {
+    const QScopedValueRollback elsewhere(m_typesElsewhere, true);
     m_tabs.setCurrentWidget(m_searchPage);
-    m_search->Start_Typing();
+}
+
+void Left_Tabs::Search_For(const QString &key, bool finished)
+{
+    const QScopedValueRollback elsewhere(m_typesElsewhere, true);
+    m_tabs.setCurrentWidget(m_searchPage);
+    m_search->Set_Key(key);
+    if (finished)
+        m_search->Cmd_FindTxt();
+    else
+        m_search->Search_Quietly();
+}
+
+void Left_Tabs::Leave_Search()
+{
+    if (m_tabs.currentWidget() != m_searchPage)
+        return;
+    Forget_Search();
+    m_search->Set_Key({});
+    emit Key_Changed({});
+    m_tabs.setCurrentWidget(m_before == nullptr ? m_treePage : m_before);
 }

@@ -47,14 +47,21 @@ public:
     void Show_Page(const char *page, bool on);
     /// Writes what the tabs keep for the next start.
     void Save();
-    /// Puts the cursor into the key of the search.
+    /// Brings the search to the front.
     void Show_Search();
+    /// Searches for a key that stands elsewhere, with the folders and fields of the search. @param finished  as its own
+    /// button does, with what that tells; else while the key is typed
+    void Search_For(const QString &key, bool finished);
+    /// The search is over: what was listed before comes back.
+    void Leave_Search();
 
 signals:
     /// The list was filled: it is to be on screen.
     void Listed();
     /// Documents may have changed, and what is counted of them.
     void Documents_Changed();
+    /// What is searched.
+    void Key_Changed(const QString &key);
 
 private:
     QWidget *Fill_Page(const char *name, const QString &shown, QWidget *pane);
@@ -87,6 +94,8 @@ private:
     std::vector<Left_Page *> m_pages;        ///< those of the wings
     std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
     std::optional<QString> m_folder;         ///< id of the folder that is listed, if one is
+    QWidget *m_before = nullptr;             ///< the tab that was on screen before the search
     bool m_foldersStale = true;
+    bool m_typesElsewhere = false; ///< the key is typed in a field of the window
     bool m_datesStale = true;
 };
