@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -60,9 +61,16 @@ int Show_Box(QMessageBox &box, const Prompts::Button_Texts &own = {})
     return answer;
 }
 
+/// The window that a box belongs to. While one dialog gives way to a box none is active: then it is the main window.
 QWidget *Owner()
 {
-    return QApplication::activeWindow();
+    if (QApplication::activeWindow() != nullptr)
+        return QApplication::activeWindow();
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<QMainWindow *>(window) != nullptr)
+            return window;
+    }
+    return nullptr;
 }
 
 /// "Name (*.db)|*.db|All (*.*)|*.*" in the toolkit's notation.

@@ -18,6 +18,7 @@ constexpr int Row_Height = 28;
 constexpr int Icon_Side = 16;
 constexpr int Gap = 8;          ///< between a row's edge, its icon and its words
 constexpr float Second = 0.66F; ///< strength of what is read after the title
+constexpr float Second_Chosen = 0.85F;
 constexpr int To_Minutes = 16;  ///< characters of "2026-03-05 10:30:00"
 
 const QStyle &Style_Of(const QStyleOptionViewItem &cell)
@@ -144,7 +145,7 @@ void Row_Delegate::Paint_Title(QPainter &painter, const QStyleOptionViewItem &ce
     painter.setFont(cell.font);
     write(top, cell.text, Text_Color(cell));
     if (two)
-        write(top + line, summary.trimmed(), Quiet(Text_Color(cell), Second));
+        write(top + line, summary.trimmed(), Quiet(Text_Color(cell), chosen ? Second_Chosen : Second));
     painter.restore();
 }
 

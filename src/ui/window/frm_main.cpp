@@ -70,6 +70,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Ways_Of_Keyboard();
     Add_Tab_Menu();
     Show_Title();
+    Show_First_Steps();
 }
 
 Frm_Main::~Frm_Main() = default;

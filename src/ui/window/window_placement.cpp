@@ -35,20 +35,30 @@ void Keep_Number(const char *key, int value)
     WriteIni(Section, QLatin1String(key), QString::number(value));
 }
 
-/// The place itself when enough of the window's head to take hold of lies on a screen, else the nearest one in `area`:
-/// a screen may be gone.
-QRect On_A_Screen(QRect place, const QRect &area)
+/// The screen that most of a place lies on, `own` when it lies on none: a screen may be gone, or smaller.
+QRect Area_Of(const QRect &place, const QRect &own)
 {
-    constexpr int Head = 40, Hold = 200;
-    const QRect head(place.topLeft(), QSize(place.width(), Head));
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    const bool reached = std::any_of(screens.begin(), screens.end(), [&](const QScreen *screen) {
-        const QRect seen = screen->availableGeometry() & head;
-        return seen.height() > Head / 2 && seen.width() >= std::min(Hold, head.width());
-    });
-    if (!reached)
-        place.moveTo(std::clamp(place.x(), area.left(), area.right() + 1 - place.width()),
-                     std::clamp(place.y(), area.top(), area.bottom() + 1 - place.height()));
+    QRect best = own;
+    qint64 most = 0;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        const QRect seen = screen->availableGeometry() & place;
+        const qint64 size = static_cast<qint64>(seen.width()) * seen.height();
+        if (!seen.isEmpty() && size > most) {
+            most = size;
+            best = screen->availableGeometry();
+        }
+    }
+    return best;
+}
+
+/// The whole window on one screen, its head too: a frame is not known before the window is shown.
+QRect Wholly_On(QRect place, const QRect &area)
+{
+    constexpr int Head = 32; // of a usual frame
+    const QRect room = area.adjusted(0, std::min(Head, area.height() / 4), 0, 0);
+    place.setSize(place.size().boundedTo(room.size()));
+    place.moveTo(std::clamp(place.x(), room.left(), room.right() + 1 - place.width()),
+                 std::clamp(place.y(), room.top(), room.bottom() + 1 - place.height()));
     return place;
 }
 } // namespace
@@ -61,9 +71,9 @@ void Window_Placement::Restore(QWidget &window)
         window.move(area.center() - window.rect().center());
         return;
     }
-    const QSize size =
-        QSize(Kept_Side("MainWidth", window.width()), Kept_Side("MainHeight", window.height())).boundedTo(area.size());
-    window.setGeometry(On_A_Screen({QPoint(Pixels(Kept("MainLeft")), Pixels(Kept("MainTop"))), size}, area));
+    const QRect kept(Pixels(Kept("MainLeft")), Pixels(Kept("MainTop")), Kept_Side("MainWidth", window.width()),
+                     Kept_Side("MainHeight", window.height()));
+    window.setGeometry(Wholly_On(kept, Area_Of(kept, area)));
 }
 
 void Window_Placement::Show(QWidget &window)
