@@ -39,6 +39,7 @@
 #include "ui/program/frm_user_change_pwd.h"
 #include "ui/program/frm_users.h"
 #include "ui/tools/frm_date.h"
+#include "ui/window/frm_keys.h"
 #include "ui/window/frm_main.h"
 #include "ui/writing/editor_bar.h"
 #include "ui/writing/find_bar.h"
@@ -52,6 +53,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QDirIterator>
 #include <QFontComboBox>
 #include <QHeaderView>
@@ -177,6 +179,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         static QWidget form;
         return Document_Pages()[static_cast<size_t>(page)].make(shell, form);
     }
+    if (name == u"Frm_Keys")
+        return std::make_unique<Frm_Keys>(std::vector<Key_Group>());
     if (name == u"Frm_Update_235")
         return std::make_unique<Frm_Update_235>();
     return std::make_unique<Frm_About>(Frm_About::Role::About);
@@ -212,7 +216,8 @@ const QStringList Form_Names = {u"Frm_Main"_s,
                                 u"Frm_DataExport_Node_Files"_s,
                                 u"Frm_Transfer_Conflicts"_s,
                                 u"Frm_BookMark_Admin"_s,
-                                u"Frm_Date"_s};
+                                u"Frm_Date"_s,
+                                u"Frm_Keys"_s};
 
 QString Read_Text(const QString &path)
 {
@@ -564,6 +569,11 @@ void Test_Packs::Access_Keys_Are_Unique()
         Language().Load(Pack_Folder(), language);
         const std::unique_ptr<QWidget> shown = New_Form(form);
         For_Each_Page(*shown, [&] { shared << Shared_Keys(Captions_Of_Page(*shown)); });
+        for (const QLabel *label :
+             qobject_cast<QDialog *>(shown.get()) == nullptr ? QList<QLabel *>() : shown->findChildren<QLabel *>()) {
+            if (label->buddy() != nullptr && Access_Key(label->text()).isEmpty())
+                shared << label->text() + u" has none"_s;
+        }
         for (const QMenu *menu : shown->findChildren<QMenu *>())
             shared << Shared_Keys(Captions_Of(menu->actions()));
         shared << Shared_Keys(Context_Menu(*shown));

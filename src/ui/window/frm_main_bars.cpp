@@ -64,6 +64,7 @@ void Frm_Main::Bind_View_Entries()
     m_view->Bind(*m_ui->Mnu_Left_Find, "CH_Find", [this](bool on) { m_left->Show_Page("Left_Find", on); });
     Add_Page_Entries();
     auto *tabsBack = new QAction(Pack_Text("Frm_Main", "_Tabs_Back"), this);
+    tabsBack->setObjectName(QStringLiteral("Mnu_Tabs_Back"));
     Tab_Memory::Bind(*tabsBack);
     m_ui->Mnu_View->insertAction(m_ui->Mnu_Reload, tabsBack);
 }
