@@ -77,7 +77,9 @@ bool Is_Wanted(const QList<Asked_Document> &documents, bool forGood, const char 
     const QString about = one ? documents.first().title : QString::number(documents.size());
     return Prompts::Ask(Pack_Text(section, key).arg(about),
                         Pack_Text(section, one ? "_ComfirmDelete" : "_ComfirmDeleteMore"), Prompts::Choice::Yes_No,
-                        Prompts::Answer::No) == Prompts::Answer::Yes;
+                        Prompts::Answer::No,
+                        {.yes = Pack_Text("Buttons", forGood ? "_Delete" : "_To_Bin"),
+                         .no = Pack_Text("Buttons", "_Cancel")}) == Prompts::Answer::Yes;
 }
 
 void Note_Folder(Deletion &deletion, const QString &folder)

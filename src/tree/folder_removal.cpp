@@ -26,9 +26,12 @@ QString Folder_Name(const QString &id)
     return row.Eof() ? QString() : Shown_Folder_Name(id, row[0].Text());
 }
 
-bool Agreed(const QString &question, Prompts::Answer preset)
+bool Agreed(const QString &question, bool forGood)
 {
-    return Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No, preset) == Prompts::Answer::Yes;
+    const Prompts::Button_Texts verbs{.yes = Pack_Text("Buttons", forGood ? "_Delete" : "_To_Bin"),
+                                      .no = Pack_Text("Buttons", "_Cancel")};
+    return Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No,
+                        forGood ? Prompts::Answer::No : Prompts::Answer::Yes, verbs) == Prompts::Answer::Yes;
 }
 
 bool Deletion_Agreed(const QString &name, bool forGood)
@@ -37,7 +40,7 @@ bool Deletion_Agreed(const QString &name, bool forGood)
                         Pack_Text("Frm_Main", forGood ? "_DelForGood" : "_DelToBin");
     return Agreed(Pack_Text("Frm_Main", "_DelAsk") + name + Pack_Text("Frm_Main", "_DelNeed") + QStringLiteral("\n\n") +
                       tip,
-                  forGood ? Prompts::Answer::No : Prompts::Answer::Yes);
+                  forGood);
 }
 
 void Run(const QString &statement)
@@ -96,7 +99,7 @@ bool DelClass_Ex(const QString &id, int nodeIndex, Tree_Model &tree, QString *ne
 bool Clean_RecycleBin_Ex(Tree_Model &tree)
 {
     return Trap_Editing(QStringLiteral("Mod_DataBase\\Clean_RecycleBin_Ex"), [&] {
-        if (!Agreed(Pack_Text("Frm_Main", "_CleanAsk").arg(Folder_Name(Recycle_Bin_Id)), Prompts::Answer::No))
+        if (!Agreed(Pack_Text("Frm_Main", "_CleanAsk").arg(Folder_Name(Recycle_Bin_Id)), true))
             return false;
         Database_Engine::One_Action(App().Conn_Str, [] {
             Delete_Documents(Recycle_Bin_Id);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/folder_trouble.h"
 
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "platform/prompts/prompts.h"
@@ -15,6 +16,8 @@ void Tell(const QString &text)
 bool Confirm(const QString &question)
 {
     return Config().CH_Tree_Comfirm != QLatin1String("1") ||
-           Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No) == Prompts::Answer::Yes;
+           Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No, Prompts::Answer::Yes,
+                        {.yes = Pack_Text("Buttons", "_Move"), .no = Pack_Text("Buttons", "_Cancel")}) ==
+               Prompts::Answer::Yes;
 }
 } // namespace Folder_Editing

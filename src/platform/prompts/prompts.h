@@ -14,10 +14,10 @@ enum class Choice { Yes_No, Yes_No_Cancel };
 
 /// The words on the buttons: those of the language pack in force, or a question's own where it has some.
 struct Button_Texts {
-    QString ok;
-    QString yes;
-    QString no;
-    QString cancel;
+    QString ok = {};
+    QString yes = {};
+    QString no = {};
+    QString cancel = {};
 };
 
 void Message(const QString &text, const QString &title, Icon icon = Icon::Information);

@@ -16,6 +16,7 @@ constexpr int Button_Side = 20;
 constexpr int Icon_Side = 16;
 constexpr int Gap = 8;
 constexpr int Least_Row = 26;
+constexpr int Letters_To_Know_By = 24; ///< of a name, its icon and its count
 
 /// "576" of "Work[576]", "" for a node without a count.
 QString Count_Text(const QString &caption)
@@ -57,11 +58,17 @@ void Folder_Delegate::initStyleOption(QStyleOptionViewItem *option, const QModel
         option->text = Caption_Name(option->text);
 }
 
+int Folder_Delegate::Whole_Width(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const int count = option.fontMetrics.horizontalAdvance(Count_Text(index.data().toString())) + 2 * Gap;
+    return Node_Delegate::sizeHint(option, index).width() + std::max(count, 2 * Button_Side + Gap);
+}
+
 QSize Folder_Delegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const QSize name = Node_Delegate::sizeHint(option, index);
-    const int count = option.fontMetrics.horizontalAdvance(Count_Text(index.data().toString())) + 2 * Gap;
-    return {name.width() + std::max(count, 2 * Button_Side + Gap), std::max(name.height(), Least_Row)};
+    const int known = option.fontMetrics.averageCharWidth() * Letters_To_Know_By;
+    return {std::min(Whole_Width(option, index), known),
+            std::max(Node_Delegate::sizeHint(option, index).height(), Least_Row)};
 }
 
 void Folder_Delegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

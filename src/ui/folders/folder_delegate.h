@@ -19,6 +19,9 @@ public:
     [[nodiscard]] Button Button_At(const QPoint &at, const QRect &row, int seenWidth) const;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    /// Width that the whole name needs.
+    [[nodiscard]] int Whole_Width(const QStyleOptionViewItem &option, const QModelIndex &index) const;
+    /// Of a long name no more counts than one knows it by: the tree is not scrolled across for the rest.
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 protected:

@@ -222,7 +222,9 @@ bool Tree_Pane::viewportEvent(QEvent *event)
 bool Tree_Pane::Show_Whole_Name(const QHelpEvent &event)
 {
     const QModelIndex node = indexAt(event.pos());
-    if (!node.isValid() || visualRect(node).left() + sizeHintForIndex(node).width() <= viewport()->width())
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    if (!node.isValid() || visualRect(node).left() + m_delegate->Whole_Width(option, node) <= viewport()->width())
         return false;
     QToolTip::showText(event.globalPos(), Plain_Tip(m_tree.Node(m_tree.Node_Of(node)).caption), viewport());
     return true;

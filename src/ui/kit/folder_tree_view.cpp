@@ -5,11 +5,6 @@
 #include <QScrollBar>
 #include <algorithm>
 
-namespace
-{
-constexpr int Enough_Of_A_Name = 120; // pixels
-} // namespace
-
 Folder_Tree_View::Folder_Tree_View(QWidget *parent) : QTreeView(parent)
 {
     setHeaderHidden(true);
@@ -31,9 +26,7 @@ void Folder_Tree_View::scrollTo(const QModelIndex &index, ScrollHint hint)
     const QRect node = visualRect(index);
     if (!node.isValid())
         return;
-    // Of a name that has no room as a whole, enough to be known is brought into view; the branches stay.
-    const int known = std::max(viewport()->width() / 2, Enough_Of_A_Name);
-    const int end = node.left() + std::min(sizeHintForIndex(index).width(), known);
+    const int end = node.left() + sizeHintForIndex(index).width();
     const int shown = node.left() - indentation(); // its branch too
     if (shown < 0)
         across.setValue(across.value() + shown);

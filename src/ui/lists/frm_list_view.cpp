@@ -49,7 +49,6 @@ Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
     Add_Commands();
     Connect_Controls();
     m_comfortable = GetIni(Columns_Section, Rows_Key) == QLatin1String("2");
-    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable);
     m_ui->Pic_Page_Facts->hide();
     Set_Heading({});
     setAcceptDrops(true);
@@ -326,11 +325,13 @@ void Frm_ListView::Switch_Comfortable()
 {
     m_comfortable = !m_comfortable;
     WriteIni(Columns_Section, Rows_Key, QString::number(m_comfortable ? 2 : 1));
-    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable);
+    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable && m_searchKey.isEmpty());
 }
 
 void Frm_ListView::Set_Heading(const QString &text)
 {
+    // Lines of places have no summary to make room for.
+    m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable && text.isEmpty());
     m_ui->Lab_Heading->setText(text);
     m_ui->Pic_Heading->setVisible(!text.isEmpty());
 }

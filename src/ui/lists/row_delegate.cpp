@@ -19,7 +19,7 @@ constexpr int Icon_Side = 16;
 constexpr int Gap = 8;          ///< between a row's edge, its icon and its words
 constexpr float Second = 0.66F; ///< strength of what is read after the title
 constexpr float Second_Chosen = 0.85F;
-constexpr int To_Minutes = 16;  ///< characters of "2026-03-05 10:30:00"
+constexpr int To_Minutes = 16; ///< characters of "2026-03-05 10:30:00"
 
 const QStyle &Style_Of(const QStyleOptionViewItem &cell)
 {

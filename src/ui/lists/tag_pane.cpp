@@ -184,8 +184,10 @@ void Tag_Pane::Delete()
         names << Name_Of(key);
     const QString question =
         Pack_Text("Frm_Main", "_DelTagPrompt") + QStringLiteral("\n\n") + names.join(QStringLiteral(", "));
-    if (keys.isEmpty() || Prompts::Ask(question, Pack_Text("Frm_Main", "_DelTagTitle"), Prompts::Choice::Yes_No,
-                                       Prompts::Answer::No) != Prompts::Answer::Yes)
+    if (keys.isEmpty() ||
+        Prompts::Ask(question, Pack_Text("Frm_Main", "_DelTagTitle"), Prompts::Choice::Yes_No, Prompts::Answer::No,
+                     {.yes = Pack_Text("Buttons", "_Delete"), .no = Pack_Text("Buttons", "_Cancel")}) !=
+            Prompts::Answer::Yes)
         return;
     QString trouble;
     for (const QString &key : keys) {

@@ -80,7 +80,9 @@ void Database_Commands::Clean()
             const Cleaning_Count count = Count_For_Cleaning();
             if (count.documents + count.attachments > 0) {
                 const QString question = Text("_CleanCount").arg(count.documents).arg(count.attachments);
-                if (Prompts::Ask(question, App().Box_Title, Prompts::Choice::Yes_No, Prompts::Answer::No) !=
+                const Prompts::Button_Texts verbs{.yes = Pack_Text("Buttons", "_Clean_Up"),
+                                                  .no = Pack_Text("Buttons", "_Cancel")};
+                if (Prompts::Ask(question, App().Box_Title, Prompts::Choice::Yes_No, Prompts::Answer::No, verbs) !=
                     Prompts::Answer::Yes)
                     return false;
             }

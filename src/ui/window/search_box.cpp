@@ -4,7 +4,7 @@
 #include "ui/lists/search_pane.h"
 
 #include <QKeyEvent>
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 Search_Box::Search_Box(QWidget *parent) : QLineEdit(parent)
 {
@@ -14,6 +14,8 @@ Search_Box::Search_Box(QWidget *parent) : QLineEdit(parent)
     m_typing.setInterval(Search_Pane::Typing_Pause);
     connect(&m_typing, &QTimer::timeout, this, [this] { emit Wanted(text(), false); });
     connect(this, &QLineEdit::textChanged, this, [this](const QString &key) {
+        if (m_showing)
+            return;
         if (Search_Pane::Is_Worth_Searching(key))
             return m_typing.start();
         m_typing.stop();
@@ -26,7 +28,7 @@ void Search_Box::Show_Key(const QString &key)
 {
     if (key == text() || hasFocus())
         return;
-    const QSignalBlocker quiet(this);
+    const QScopedValueRollback showing(m_showing, true);
     setText(key);
 }
 

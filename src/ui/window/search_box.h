@@ -29,4 +29,5 @@ protected:
 
 private:
     QTimer m_typing;
+    bool m_showing = false; ///< a key comes from elsewhere
 };
