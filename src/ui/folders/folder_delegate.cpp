@@ -16,7 +16,7 @@ constexpr int Button_Side = 20;
 constexpr int Icon_Side = 16;
 constexpr int Gap = 8;
 constexpr int Least_Row = 26;
-constexpr int Letters_To_Know_By = 24; ///< of a name, its icon and its count
+constexpr int Letters_To_Know_By = 20; ///< of a name, its icon and its count
 
 /// "576" of "Work[576]", "" for a node without a count.
 QString Count_Text(const QString &caption)
