@@ -303,10 +303,10 @@ void Left_Tabs::Search_For(const QString &key, bool finished)
 
 void Left_Tabs::Leave_Search()
 {
-    if (m_tabs.currentWidget() != m_searchPage)
-        return;
+    const bool shown = m_tabs.currentWidget() == m_searchPage;
     Forget_Search();
     m_search->Set_Key({});
     emit Key_Changed({});
-    m_tabs.setCurrentWidget(m_before == nullptr ? m_treePage : m_before);
+    if (shown)
+        m_tabs.setCurrentWidget(m_before);
 }

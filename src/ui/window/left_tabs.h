@@ -94,7 +94,7 @@ private:
     std::vector<Left_Page *> m_pages;        ///< those of the wings
     std::shared_ptr<Search_Result> m_result; ///< of the last search, null before
     std::optional<QString> m_folder;         ///< id of the folder that is listed, if one is
-    QWidget *m_before = nullptr;             ///< the tab that was on screen before the search
+    QWidget *m_before;                       ///< the tab that was on screen before the search
     bool m_foldersStale = true;
     bool m_typesElsewhere = false; ///< the key is typed in a field of the window
     bool m_datesStale = true;

@@ -26,10 +26,9 @@ Text_Facts::Text_Facts(Document_Tabs &tabs) : QObject(&tabs), m_tabs(tabs)
 
 void Text_Facts::Follow()
 {
-    if (m_document != nullptr)
-        m_document->disconnect(this);
-    if (m_text != nullptr)
-        m_text->disconnect(this);
+    for (const QMetaObject::Connection &one : m_following)
+        disconnect(one);
+    m_following.clear();
     m_document = m_tabs.Current_Document();
     m_text = nullptr;
     if (m_document == nullptr) {
@@ -38,11 +37,10 @@ void Text_Facts::Follow()
         return;
     }
     m_changed = m_document->Is_Changed();
-    connect(m_document, &Frm_Doc_Standard::Mark_Changed, this, &Text_Facts::Tell);
-    connect(m_document, &QObject::destroyed, this, [this](const QObject *gone) { m_saved.remove(gone); });
     m_text = m_document->Commands().Editors().first();
-    connect(m_text, &QTextEdit::cursorPositionChanged, this, &Text_Facts::Tell);
-    connect(m_text, &QTextEdit::textChanged, this, [this] { m_soon.start(); });
+    m_following = {connect(m_document, &Frm_Doc_Standard::Mark_Changed, this, &Text_Facts::Tell),
+                   connect(m_text, &QTextEdit::cursorPositionChanged, this, &Text_Facts::Tell),
+                   connect(m_text, &QTextEdit::textChanged, this, [this] { m_soon.start(); })};
     Count();
 }
 
@@ -65,12 +63,19 @@ QString Text_Facts::Saved_Text(const Frm_Doc_Standard &document) const
                           : Pack_Text("Frm_Main", "_Fact_Saved");
 }
 
+void Text_Facts::Note_Saved(const Frm_Doc_Standard &document)
+{
+    if (!m_saved.contains(&document))
+        connect(&document, &QObject::destroyed, this, [this](const QObject *gone) { m_saved.remove(gone); });
+    m_saved.insert(&document, Machine::Now().time());
+}
+
 void Text_Facts::Tell()
 {
     if (m_document == nullptr || m_text == nullptr)
         return;
     if (std::exchange(m_changed, m_document->Is_Changed()) && !m_changed)
-        m_saved.insert(m_document, Machine::Now().time());
+        Note_Saved(*m_document);
     const int line = m_text->textCursor().block().blockNumber() + 1;
     emit Changed({Saved_Text(*m_document),
                   m_words < 0 ? QString() : Filled(Pack_Text("Frm_Main", "_Fact_Words"), {Grouped(m_words)}),

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QTime>
 #include <QTimer>
+#include <vector>
 
 class Document_Tabs;
 class Frm_Doc_Standard;
@@ -29,13 +30,15 @@ private:
     void Follow();
     void Count();
     void Tell();
+    void Note_Saved(const Frm_Doc_Standard &document);
     [[nodiscard]] QString Saved_Text(const Frm_Doc_Standard &document) const;
 
     Document_Tabs &m_tabs;
-    QPointer<Frm_Doc_Standard> m_document; ///< on screen, null for the list
-    QPointer<QTextEdit> m_text;            ///< its body
-    QHash<const QObject *, QTime> m_saved; ///< when open documents were saved in this run
-    QTimer m_soon;                         ///< words are counted when nothing is typed for a moment
+    QPointer<Frm_Doc_Standard> m_document;            ///< on screen, null for the list
+    QPointer<QTextEdit> m_text;                       ///< its body
+    QHash<const QObject *, QTime> m_saved;            ///< when open documents were saved in this run
+    std::vector<QMetaObject::Connection> m_following; ///< to the two
+    QTimer m_soon;                                    ///< words are counted when nothing is typed for a moment
     int m_words = 0;
     bool m_changed = false; ///< the document was unsaved when it was looked at last
 };
