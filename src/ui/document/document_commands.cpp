@@ -180,7 +180,7 @@ void Document_Tabs::Show_State()
         m_actions[i]->setEnabled(document != nullptr || !Commands()[i].forDocument);
     Action(QStringLiteral("Mnu_Mode_Edit"))->setChecked(editing);
     const bool foreign = document != nullptr && document->Is_Foreign();
-    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(foreign);
+    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(document != nullptr && document->Keeps_File());
     emit Editing(editing || (document != nullptr && document->Is_Changed())); // what is unsaved can be saved
     emit Deletable(document == nullptr || editing || foreign);                // a foreign one is never edited here
 }
