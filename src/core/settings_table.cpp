@@ -104,7 +104,7 @@ constexpr Setting Table[] = {
     {"RegKey", "Shift", "1", &R::Shift, Heal::Never},
     {"RegKey", "Key", "73", &R::Key, Heal::Never},
     {"Col", "Lock_Minutes", "0", &R::Lock_Minutes, Heal::Go_On},
-    {"Col", "Text_Zoom", "110", &R::Text_Zoom, Heal::Go_On},
+    {"Col", "Text_Zoom", "120", &R::Text_Zoom, Heal::Go_On},
     {"Col", "Facts_Begun", "FALSE", &R::Facts_Begun, Heal::Go_On},
     {"Col", "Facts_Width", "380", &R::Facts_Width, Heal::Go_On},
     {"Col", "Panes_Below", "FALSE", &R::Panes_Below, Heal::Go_On},

@@ -9,6 +9,7 @@
 #include "documents/document_reading.h"
 #include "documents/document_sql.h"
 #include "documents/document_store.h"
+#include "documents/file_content.h"
 #include "documents/outside_file.h"
 #include "documents/stored_stream.h"
 #include "platform/database/recordset.h"
@@ -42,9 +43,11 @@ bool Document_Session::Is_Page() const
     return m_form.stored_type == QLatin1String("HTM");
 }
 
-bool Document_Session::Keeps_File() const
+QString Document_Session::Kept_Path() const
 {
-    return Is_Foreign() || (Is_Stored() && Is_Page() && !m_form.file.isEmpty());
+    if (Is_Foreign())
+        return m_form.file;
+    return Is_Stored() && Is_Page() ? Wrapped_File(m_form.page) : QString();
 }
 
 bool Document_Session::Begin(const QString &kind, const QString &folder)

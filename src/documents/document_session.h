@@ -46,7 +46,9 @@ public:
     /// A page that is read as what it shows.
     [[nodiscard]] bool Is_Page() const;
     /// The document stands for a file: another program's, or the one that its page shows.
-    [[nodiscard]] bool Keeps_File() const;
+    [[nodiscard]] bool Keeps_File() const { return Is_Foreign() || !Kept_Path().isEmpty(); }
+    /// Where that file is; "" for one that the row holds.
+    [[nodiscard]] QString Kept_Path() const;
 
     /// Begins a new document. @returns false, and nothing happens, for a kind that is none of "ADDCODE" and its
     /// variants

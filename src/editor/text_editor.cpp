@@ -6,6 +6,7 @@
 #include "editor/character_commands.h"
 #include "editor/composition.h"
 #include "editor/legible_colors.h"
+#include "editor/line_distance.h"
 #include "editor/paragraph_commands.h"
 #include "editor/picture_handler.h"
 #include "editor/pictures.h"
@@ -37,6 +38,7 @@ namespace
 constexpr int Column_Width = 740;     // pixels: the longest line that reads well at the usual size
 constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
 constexpr int Least_Margin = 8;
+constexpr int Top_Margin = 6;
 constexpr int Side_Margin = 24; // pixels, where the text has room enough
 /// Marks what was copied from a pane of this program.
 const QString Own_Type = QStringLiteral("application/x-zelqor-text");
@@ -111,7 +113,13 @@ void Text_Editor::Start_In(const QString &family, qreal pointSize, int lineSpaci
     if (lineSpacing != Paragraph_Commands::Line_Spacing(*this))
         Paragraph_Commands::Set_Line_Spacing(*this, lineSpacing);
     setCurrentCharFormat(format);
+    Wear_Distance();
     document()->clearUndoRedoStacks();
+}
+
+void Text_Editor::Wear_Distance()
+{
+    Line_Distance::Give(*document());
 }
 
 qreal Text_Editor::Start_Size() const
@@ -381,6 +389,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     if (isReadOnly())
         return;
     QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
     const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
@@ -399,19 +408,24 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     } else {
         cursor.insertText(source.text());
     }
+    const int end = textCursor().position();
+    Line_Distance::Give(*document(), std::min(begin, end), std::max(begin, end));
     cursor.endEditBlock();
     ensureCursorVisible();
 }
 
 QMimeData *Text_Editor::createMimeDataFromSelection() const
 {
-    QMimeData *copied = QTextEdit::createMimeDataFromSelection();
     Html::Closed_Door door;
     QTextDocument copy(&door);
     copy.setUndoRedoEnabled(false);
     copy.setDefaultFont(document()->defaultFont());
     QTextCursor(&copy).insertFragment(textCursor().selection());
     Pictures::Carry_Over(*document(), copy);
+    auto *copied = new QMimeData;
+    const QTextDocumentFragment part = textCursor().selection();
+    copied->setText(part.toPlainText());
+    copied->setHtml(Line_Distance::Without(part.toHtml()));
     copied->setData(QLatin1String(Rtf_Types[0]),
                     Trap(QStringLiteral("Text_Editor\\Copy"), [&] { return Rich_Text::Write_Rtf(copy); }));
     copied->setData(Own_Type, QByteArrayLiteral("1"));
@@ -515,7 +529,7 @@ void Text_Editor::Fit()
     const bool fills = m_look == Page_Look::Normal && !m_isColumn;
     const int least = m_isColumn ? std::min(Side_Margin, whole / 16) : 0;
     const int margin = fills ? 0 : std::max(least, (whole - wanted) / 2 - Least_Margin);
-    setViewportMargins(margin, 0, margin, 0);
+    setViewportMargins(margin, m_isColumn ? Top_Margin : 0, margin, 0);
     m_pictures->Set_Room(std::max(Least_Margin, viewport()->width() - 4 * Least_Margin));
     m_fitting = false;
 }

@@ -29,6 +29,8 @@ public:
     /// The looks of a pane that holds nothing yet: what is typed first has them. Nothing can be undone before.
     /// @param lineSpacing  in percent of a line
     void Start_In(const QString &family, qreal pointSize, int lineSpacing);
+    /// Gives the lines of a text that was just put into the pane their distance on screen.
+    void Wear_Distance();
     /// The size of plain text where the document has none to show it.
     [[nodiscard]] qreal Start_Size() const;
     /// Pastes the clipboard's text without its formats.

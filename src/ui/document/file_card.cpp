@@ -4,6 +4,7 @@
 #include "core/language_pack.h"
 #include "platform/files/paths.h"
 #include "platform/models/plain_tip.h"
+#include "platform/pictures/raster.h"
 #include "ui/kit/icons.h"
 
 #include <QFileInfo>
@@ -26,6 +27,8 @@ constexpr Kind Kinds[] = {
     {"PPT PPTX DPS ", "preview", "_Kind_Slides"},
     {"PNG JPG JPEG GIF BMP WEBP TIF TIFF ICO SVG ", "picture", "_Kind_Picture"},
 };
+constexpr int Preview_Width = 160, Preview_Height = 90;
+constexpr qint64 Most_Read = 16 << 20; // bytes of a picture for so small a view
 constexpr Kind Any_Kind{"", "link", "_Kind_File"};
 
 const Kind &Kind_Of(const QString &type)
@@ -34,6 +37,22 @@ const Kind &Kind_Of(const QString &type)
         return QLatin1String(kind.types).contains(type + QLatin1Char(' '));
     });
     return type.isEmpty() || found == std::end(Kinds) ? Any_Kind : *found;
+}
+/// A small view of a picture file; none of anything else.
+QPixmap Preview(const QString &place, qreal ratio)
+{
+    const QString path = place.isEmpty() ? QString() : Files::Native_Path(place);
+    if (path.isEmpty() || QFileInfo(path).size() > Most_Read || !Raster::Is_Picture_File(path))
+        return {};
+    const QSize room = QSize(Preview_Width, Preview_Height) * ratio;
+    const QImage picture = Raster::Decode(Raster::Read_File(path), 4 * room.width() * room.height(), true);
+    if (picture.isNull())
+        return {};
+    const bool fits = picture.width() <= room.width() && picture.height() <= room.height();
+    QPixmap view =
+        QPixmap::fromImage(fits ? picture : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    view.setDevicePixelRatio(ratio);
+    return view;
 }
 } // namespace
 
@@ -54,8 +73,10 @@ File_Card::File_Card(QWidget *parent)
     }
     auto *words = new QVBoxLayout;
     words->setSpacing(0);
+    words->addStretch();
     words->addWidget(m_name);
     words->addWidget(m_facts);
+    words->addStretch();
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Wide, Small, Usual, Small);
     row->setSpacing(Usual);
@@ -68,7 +89,8 @@ void File_Card::Show_File(const Facts &file)
 {
     constexpr int Icon_Side = 32;
     const Kind &kind = Kind_Of(file.type);
-    m_icon->setPixmap(Line_Icon(QLatin1String(kind.icon)).pixmap(Icon_Side));
+    const QPixmap preview = Preview(file.path, devicePixelRatioF());
+    m_icon->setPixmap(preview.isNull() ? Line_Icon(QLatin1String(kind.icon)).pixmap(Icon_Side) : preview);
     m_name->setText(file.name);
     QStringList facts{Pack_Text("Frm_Doc_Standard", kind.words).arg(file.type)};
     if (file.size > 0)

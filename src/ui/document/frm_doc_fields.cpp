@@ -59,6 +59,8 @@ void Frm_Doc_Standard::Show_Form()
         shown.Show(m_session->Form().*shown.field->text);
     m_ui->Txt_Title->setCursorPosition(0);
     m_ui->Txt_Keys->setCursorPosition(0);
+    for (Text_Editor *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
+        pane->Wear_Distance();
     m_ui->Txt_Content->moveCursor(QTextCursor::Start);
     m_showing = false;
     Clear_Changed();

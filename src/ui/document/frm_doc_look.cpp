@@ -118,14 +118,13 @@ void Frm_Doc_Standard::Show_Card()
     if (!keeps)
         return;
     const Document_Form &form = m_session->Form();
-    const QFileInfo file(Files::Native_Path(form.file));
-    if (form.file.isEmpty()) {
-        m_ui->Pic_Card->Show_File(
-            {form.title + QLatin1Char('.') + form.type.toLower(), form.type, m_session->Kept_Size(), {}});
-        return;
+    const QString path = m_session->Kept_Path();
+    if (path.isEmpty()) {
+        const QString name = form.title + QLatin1Char('.') + form.type.toLower();
+        return m_ui->Pic_Card->Show_File({name, form.type, m_session->Kept_Size(), {}});
     }
-    const QString type = Is_Foreign() ? form.type : file.suffix().toUpper();
-    m_ui->Pic_Card->Show_File({file.fileName(), type, file.size(), form.file});
+    const QFileInfo file(Files::Native_Path(path));
+    m_ui->Pic_Card->Show_File({file.fileName(), Is_Foreign() ? form.type : file.suffix().toUpper(), file.size(), path});
 }
 
 void Frm_Doc_Standard::resizeEvent(QResizeEvent *event)
@@ -148,6 +147,7 @@ void Frm_Doc_Standard::Fit_Quiet_Line()
     }
     for (QLabel *name : {m_ui->Lab_Cate, m_ui->Lab_Star, m_ui->Lab_Done, m_ui->Lab_Keys, m_ui->Lab_Update})
         name->setVisible(needed <= width());
+    m_ui->Txt_Keys->setPlaceholderText(needed <= width() ? QString() : m_ui->Txt_Keys->toolTip());
 }
 
 /// Whatever was entered beside the text is left to it.

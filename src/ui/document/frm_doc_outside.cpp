@@ -24,10 +24,9 @@ void Frm_Doc_Standard::Open_Outside()
         Prompts::Message(text, App().App_Title, Prompts::Icon::Exclamation);
     };
     const Document_Form &form = m_session->Form();
-    if (!form.file.isEmpty()) { // only its place is stored
-        const QString path = Files::Native_Path(form.file);
-        return QFileInfo::exists(path) ? Links::Open(path)
-                                       : report(form.file + Pack_Text("Frm_Doc_Standard", "_NoExist"));
+    if (const QString place = m_session->Kept_Path(); !place.isEmpty()) { // only its place is stored
+        const QString path = Files::Native_Path(place);
+        return QFileInfo::exists(path) ? Links::Open(path) : report(place + Pack_Text("Frm_Doc_Standard", "_NoExist"));
     }
     QString copy;
     const bool written = Trap(

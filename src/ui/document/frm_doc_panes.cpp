@@ -19,7 +19,7 @@ namespace
 {
 constexpr int Narrowest_Pane = 60;
 /// What stands beside or below the text takes at most this part of the room.
-constexpr double Most_Beside = 0.5;
+constexpr double Most_Beside = 0.42;
 
 int Stored_Size(const QString &setting)
 {
@@ -176,7 +176,7 @@ void Frm_Doc_Standard::Keep_Widths()
 
 void Frm_Doc_Standard::Zoom(int step)
 {
-    constexpr int Steps[] = {50, 67, 80, 90, 100, 110, 125, 150, 175, 200, 250, 300, 400};
+    constexpr int Steps[] = {50, 67, 80, 90, 100, 110, 120, 135, 150, 175, 200, 250, 300, 400};
     const int now = Config().Text_Zoom.toInt();
     int next = now;
     if (step == 0)

@@ -82,6 +82,8 @@ void Frm_Doc_Standard::Load_Lang()
         if (button->text().isEmpty())
             button->setAccessibleName(button->toolTip());
     }
+    for (const QLabel *label : m_ui->Pic_Quiet->findChildren<QLabel *>()) // seen where there is room for it
+        label->buddy()->setAccessibleName(label->buddy()->toolTip());
     // A label that is not seen has no key of its own.
     m_titleKey->setKey(QKeySequence::mnemonic(m_ui->Lab_Title->text()));
 }
