@@ -9,7 +9,8 @@
 /// by, and whatever else leaves a pane is freed of it.
 namespace Line_Distance
 {
-/// Gives it to the paragraphs of a part of a document, as part of the edit that is going on. Cells of tables stay close.
+/// Gives it to the paragraphs of a part of a document, as part of the edit that is going on. Cells of tables stay
+/// close.
 void Give(QTextDocument &document, int from, int to);
 /// Gives it to a document that was just filled: this is no edit, nothing can be undone, and it is not modified by it.
 void Give(QTextDocument &document);

@@ -3,6 +3,18 @@
 
 #include <QWidget>
 
+View_Scale::View_Scale(const QWidget &widget) : m_widget(widget)
+{
+    Set_Percent(m_percent);
+}
+
+void View_Scale::Set_Percent(int percent)
+{
+    m_percent = percent;
+    m_dotsX = m_widget.logicalDpiX() * percent / 100;
+    m_dotsY = m_widget.logicalDpiY() * percent / 100;
+}
+
 int View_Scale::metric(PaintDeviceMetric which) const
 {
     const double inch = 25.4; // millimetres
@@ -16,9 +28,9 @@ int View_Scale::metric(PaintDeviceMetric which) const
     case PdmHeightMM:
         return static_cast<int>(m_widget.height() * inch / m_widget.logicalDpiY());
     case PdmDpiX:
-        return m_widget.logicalDpiX() * m_percent / 100;
+        return m_dotsX;
     case PdmDpiY:
-        return m_widget.logicalDpiY() * m_percent / 100;
+        return m_dotsY;
     case PdmPhysicalDpiX:
         return m_widget.physicalDpiX();
     case PdmPhysicalDpiY:

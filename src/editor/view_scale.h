@@ -10,9 +10,9 @@ class QWidget;
 class View_Scale : public QPaintDevice
 {
 public:
-    explicit View_Scale(const QWidget &widget) : m_widget(widget) {}
+    explicit View_Scale(const QWidget &widget);
 
-    void Set_Percent(int percent) { m_percent = percent; }
+    void Set_Percent(int percent);
     [[nodiscard]] int Percent() const { return m_percent; }
     [[nodiscard]] int devType() const override { return QInternal::Pixmap; }
     [[nodiscard]] QPaintEngine *paintEngine() const override { return nullptr; }
@@ -23,4 +23,6 @@ protected:
 private:
     const QWidget &m_widget;
     int m_percent = 100;
+    int m_dotsX = 0; ///< to an inch; a layout asks for them at each line
+    int m_dotsY = 0;
 };

@@ -222,7 +222,7 @@ private slots:
             QTest::keyClick(&control, Qt::Key_Escape);
             QVERIFY2(Content().hasFocus(), name);
         }
-        QTest::keyClick(&Content(), Qt::Key_L, Qt::AltModifier);
+        QTest::keyClick(&Content(), Qt::Key_J, Qt::AltModifier);
         QVERIFY(Control<QLineEdit>("Txt_Title").hasFocus());
         // Text that is read is no place where the tab key stays.
         m_tabs->Current_Document()->Set_Edit_Mode(false);
