@@ -81,7 +81,12 @@ constexpr const char *Checks_After_Database[] = {"TC_LEFT",
                                                  "CH_HideSelect",
                                                  "Op_OfficeType",
                                                  "Pic_Dir",
-                                                 "Lock_Minutes"};
+                                                 "Lock_Minutes",
+                                                 "Text_Zoom",
+                                                 "Facts_Begun",
+                                                 "Facts_Width",
+                                                 "Panes_Below",
+                                                 "Below_Height"};
 
 /// Keys that a new file also has under [Col], where nothing reads them.
 constexpr const char *Misplaced_Keys[] = {"Op_DB_Type", "Op_DB_Sql"};

@@ -16,6 +16,9 @@ struct Settings_Record {
     QString COB_UPDATE, COB_UPDATE_DATE, H_RULER, V_RULER, M_FILE, M_AUTO, M_TOOL;
     QString TrvWidth; ///< width of the tree pane, in twips (1/1440 inch)
     QString FileHeight;
+    QString Text_Zoom;   ///< how large a document's text is shown, in percent
+    QString Facts_Begun; ///< the facts of a document were folded once, as at a first start
+    QString Facts_Width, Panes_Below, Below_Height;
     // [DataBase]
     QString CH_PATH, DATABASE_NAME, EXPORT_NAME, Op_DB_Type, Op_DB_Sql;
     // [Else]

@@ -104,6 +104,11 @@ constexpr Setting Table[] = {
     {"RegKey", "Shift", "1", &R::Shift, Heal::Never},
     {"RegKey", "Key", "73", &R::Key, Heal::Never},
     {"Col", "Lock_Minutes", "0", &R::Lock_Minutes, Heal::Go_On},
+    {"Col", "Text_Zoom", "120", &R::Text_Zoom, Heal::Go_On},
+    {"Col", "Facts_Begun", "FALSE", &R::Facts_Begun, Heal::Go_On},
+    {"Col", "Facts_Width", "380", &R::Facts_Width, Heal::Go_On},
+    {"Col", "Panes_Below", "FALSE", &R::Panes_Below, Heal::Go_On},
+    {"Col", "Below_Height", "160", &R::Below_Height, Heal::Go_On},
 };
 
 /// The numbers that a key may have; what is written as no whole number, or as none at all for a size of letters, is
@@ -134,6 +139,9 @@ constexpr struct Range {
     {"Txt_Memo_Width", 0, Longest_Side},
     {"Txt_Sum_Width", 0, Longest_Side},
     {"Lock_Minutes", 0, 999},
+    {"Text_Zoom", 50, 400},
+    {"Facts_Width", 0, Longest_Side},
+    {"Below_Height", 0, Longest_Side},
     {"Cob_Exit", 0, 2},
     {"Backup_Num", 0, 3650},
     {"Op_Editor", 0, 2},

@@ -22,10 +22,12 @@ struct Document_Form {
     QString provenance;
     QString author;
     QString password;
-    QString stored_type; ///< the type as it stands in the database, "" for a document that is not stored yet
-    QString type;        ///< the working type, upper-case; "" when there is nothing to save
+    QString password_again; ///< what stands in the repeat box
+    QString stored_type;    ///< the type as it stands in the database, "" for a document that is not stored yet
+    QString type;           ///< the working type, upper-case; "" when there is nothing to save
     /// What the row held when the form was filled, as Stored_State tells it; "" for a document that is not stored yet.
     QString stored_state;
+    QString stored_when;        ///< when the row was stored last, as the store writes it
     bool keeps_content = false; ///< a save writes the facts only: content, stream, password and type stay
     bool lock_is_open = false;  ///< the stored stream is too long for its password to be asked for
     QString page;               ///< the page of a document stored as HTM, as it was read

@@ -9,6 +9,7 @@
 #include "core/sql_text.h"
 #include "documents/busy_pointer.h"
 #include "documents/coder.h"
+#include "documents/document_fields.h"
 #include "documents/document_sql.h"
 #include "documents/document_store.h"
 #include "documents/staging.h"
@@ -239,28 +240,43 @@ QString Date_Field(const Field &field)
     return Database_Engine::Short_Date(date.date().startOfDay());
 }
 
+QString Field_Text(const Document_Field &field, const Field &column)
+{
+    switch (field.kind) {
+    case Field_Kind::Folder:
+        return column.Text().trimmed();
+    case Field_Kind::Stars:
+        return Starred(column.Text());
+    case Field_Kind::Created:
+    case Field_Kind::Updated:
+        return Date_Field(column);
+    default:
+        return column.Text();
+    }
+}
+
+bool Is_Of_Head(Field_Kind kind)
+{
+    return kind == Field_Kind::Title || kind == Field_Kind::Folder || kind == Field_Kind::Stars;
+}
+
+/// @param head  what is needed to show and ask for the document at all; else all the others
+void Read_Fields(Recordset &row, Document_Form &form, bool head)
+{
+    for (const Document_Field &field : Document_Fields()) {
+        if (*field.column != '\0' && Is_Of_Head(field.kind) == head)
+            form.*field.text = Field_Text(field, row[QLatin1String(field.column)]);
+    }
+}
+
 void Read_Head(Recordset &row, Document_Form &form)
 {
-    form.title = row[QStringLiteral("Code_Title")].Text();
+    Read_Fields(row, form, true);
     form.code_id = row[QStringLiteral("Code_ID")].Text();
-    form.folder = row[QStringLiteral("cate_ID")].Text().trimmed();
-    form.star = Starred(row[QStringLiteral("Code_Color")].Text());
-    form.done = Starred(row[QStringLiteral("Code_Done")].Text());
     form.password.clear();
     form.lock_is_open = form.keeps_content = false;
     form.stored_state = Stored_State(row);
-}
-
-void Read_Fields(Recordset &row, Document_Form &form)
-{
-    form.keys = row[QStringLiteral("Code_Keys")].Text();
-    form.explain = row[QStringLiteral("Code_Explain")].Text();
-    form.file = row[QStringLiteral("Code_File")].Text();
-    form.promulgator = row[QStringLiteral("Code_Promulgator")].Text();
-    form.provenance = row[QStringLiteral("Code_Provenance")].Text();
-    form.author = row[QStringLiteral("Code_Author")].Text();
-    form.create_date = Date_Field(row[QStringLiteral("Code_Date")]);
-    form.update_date = Date_Field(row[QStringLiteral("Code_Update")]);
+    form.stored_when = row[QStringLiteral("Code_Update")].Text();
 }
 
 /// Raises the read counter, stamps the reading and ends the state of a new document.
@@ -295,7 +311,7 @@ bool Read_Document(const QString &code_id, Document_Form &form)
     }
     steps.Run([&] { Read_Pane(row, "Code_Memo", "Code_Memo_IO", stages, Memo, *form.memo); });
     steps.Run([&] { Read_Pane(row, "Code_Sum", "Code_Sum_IO", stages, Sum, *form.sum); });
-    steps.Run([&] { Read_Fields(row, form); });
+    steps.Run([&] { Read_Fields(row, form, false); });
     const Field readings = row[QStringLiteral("Code_Readnum")];
     const qint64 number = readings.Is_Null() ? 1 : readings.Number() + 1;
     row.Close();

@@ -10,6 +10,7 @@
 #include "core/yield.h"
 #include "documents/busy_pointer.h"
 #include "documents/coder.h"
+#include "documents/document_fields.h"
 #include "documents/document_ids.h"
 #include "documents/document_sql.h"
 #include "documents/file_content.h"
@@ -75,24 +76,30 @@ void Write_Traces(Document_Row &document)
     document["Code_LineColor"].Set(QString());
 }
 
+void Write_Field(Document_Row &document, const Document_Field &field, const QString &text)
+{
+    const auto date = [&] {
+        return Database_Engine::Date_From_Text(text).date();
+    };
+    Field column = document[field.column];
+    if (field.kind == Field_Kind::Created)
+        column.Set(date().startOfDay());
+    else if (field.kind == Field_Kind::Updated)
+        column.Set(QDateTime(date(), Machine::Now().time()));
+    else if (field.kind != Field_Kind::File || !text.isEmpty() || !column.Is_Null())
+        column.Set(text); // a page's own text counts where there is no file
+}
+
 void Write_Form_Fields(Document_Row &document, const Document_Form &form)
 {
     Write_Traces(document);
     if (!document.inserted)
         document["Code_UpdateNum"].Set(document["Code_UpdateNum"].Is_Null() ? 1
                                                                             : document["Code_UpdateNum"].Number() + 1);
-    const QDateTime update = Database_Engine::Date_From_Text(form.update_date);
-    document["Cate_ID"].Set(form.folder);
-    document["Code_Title"].Set(form.title);
-    document["Code_Explain"].Set(form.explain);
-    document["Code_Promulgator"].Set(form.promulgator);
-    document["Code_Provenance"].Set(form.provenance);
-    document["Code_Author"].Set(form.author);
-    document["Code_Date"].Set(Database_Engine::Date_From_Text(form.create_date).date().startOfDay());
-    document["Code_Update"].Set(QDateTime(update.date(), Machine::Now().time()));
-    if (!form.file.isEmpty() || !document["Code_File"].Is_Null()) // a page's own text counts where there is no file
-        document["Code_File"].Set(form.file);
-    document["Code_Keys"].Set(form.keys);
+    for (const Document_Field &field : Document_Fields()) {
+        if (*field.column != '\0')
+            Write_Field(document, field, form.*field.text);
+    }
 }
 
 /// Compresses a staged file. A missing output is the only sign of failure, so an older one may not stand there.
@@ -185,8 +192,6 @@ Save_Outcome Save_Form(Document_Form &form, const QString &code_id, bool lockMay
         return Save_Outcome::Lock_Stays_Open;
     Write_Pane(document, form.memo, "Code_Memo", "Code_Memo_IO", staging, stages.memo, stages.output);
     Write_Pane(document, form.sum, "Code_Sum", "Code_Sum_IO", staging, stages.sum, stages.output);
-    document["Code_Color"].Set(form.star);
-    document["Code_Done"].Set(form.done);
     if (!form.keeps_content)
         document["Code_Type"].Set(form.type.isEmpty() ? Rtf : form.type);
     Yield();
@@ -348,9 +353,10 @@ QMap<QString, int> Field_Rooms()
     Recordset row;
     row.Open(Sql_Text(Sql::Whole_Document, QString()), App().Conn_Str);
     QMap<QString, int> rooms;
-    for (const char *column :
-         {"Code_Keys", "Code_Explain", "Code_Author", "Code_File", "Code_Promulgator", "Code_Provenance"})
-        rooms.insert(QLatin1String(column), row[QLatin1String(column)].Defined_Size());
+    for (const Document_Field &field : Document_Fields()) {
+        if (Is_Bounded(field.kind))
+            rooms.insert(QLatin1String(field.column), row[QLatin1String(field.column)].Defined_Size());
+    }
     return rooms;
 }
 

@@ -27,7 +27,7 @@ QString Stored_State(Recordset &row);
 /// That of the row as it stands; "" when there is none. @throws Run_Time_Error
 QString Stored_State_Of(const QString &code_id);
 
-/// How many characters each column of a document takes. @throws Run_Time_Error
+/// How many characters each bounded field's column takes. @throws Run_Time_Error
 QMap<QString, int> Field_Rooms();
 
 /// Stores the form's document. `code_id` "0" inserts a row and puts its new id in `form.code_id`; another id updates

@@ -2,6 +2,7 @@
 #include "documents/drafts.h"
 
 #include "core/error_log.h"
+#include "documents/document_fields.h"
 #include "documents/document_store.h"
 #include "documents/draft_folder.h"
 #include "platform/files/paths.h"
@@ -16,31 +17,6 @@ namespace
 const QByteArray Clear_Mark = QByteArrayLiteral("zelqor draft 1\n");
 const QByteArray Sealed_Mark = QByteArrayLiteral("zelqor sealed draft 1\n");
 const QString Draft_Suffix = QStringLiteral(".draft");
-
-struct Text_Row {
-    const char *key;
-    QString Document_Form::*field;
-};
-
-constexpr Text_Row Texts[] = {
-    {"code_id", &Document_Form::code_id},
-    {"title", &Document_Form::title},
-    {"folder", &Document_Form::folder},
-    {"star", &Document_Form::star},
-    {"done", &Document_Form::done},
-    {"keys", &Document_Form::keys},
-    {"explain", &Document_Form::explain},
-    {"create_date", &Document_Form::create_date},
-    {"update_date", &Document_Form::update_date},
-    {"file", &Document_Form::file},
-    {"promulgator", &Document_Form::promulgator},
-    {"provenance", &Document_Form::provenance},
-    {"author", &Document_Form::author},
-    {"password", &Document_Form::password},
-    {"stored_type", &Document_Form::stored_type},
-    {"type", &Document_Form::type},
-    {"stored_state", &Document_Form::stored_state},
-};
 
 struct Pane_Row {
     const char *key;
@@ -58,8 +34,11 @@ QByteArray Packed(const Document_Form &form, bool stored, bool sealed)
 {
     QCborMap map;
     map[QStringLiteral("stored")] = stored;
-    for (const Text_Row &row : Texts)
-        map[QLatin1String(row.key)] = sealed || row.field != &Document_Form::password ? form.*row.field : QString();
+    for (const Document_Field &field : Document_Fields()) {
+        if (*field.name != '\0')
+            map[QLatin1String(field.name)] =
+                sealed || field.kind != Field_Kind::Password ? form.*field.text : QString();
+    }
     for (const Pane_Row &row : Panes)
         map[QLatin1String(row.key)] = Rich_Text::Write_Rtf(*(form.*row.pane));
     return map.toCborValue().toCbor();
@@ -75,8 +54,10 @@ QCborMap Unpacked(const QByteArray &bytes)
 
 void Fill(const QCborMap &map, Document_Form &form)
 {
-    for (const Text_Row &row : Texts)
-        form.*row.field = map[QLatin1String(row.key)].toString();
+    for (const Document_Field &field : Document_Fields()) {
+        if (*field.name != '\0')
+            form.*field.text = map[QLatin1String(field.name)].toString();
+    }
     for (const Pane_Row &row : Panes) {
         (form.*row.pane)->clear();
         Rich_Text::Read_Rtf(map[QLatin1String(row.key)].toByteArray(), *(form.*row.pane));

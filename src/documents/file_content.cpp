@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTextDocument>
 #include <QUrl>
 
@@ -98,6 +99,18 @@ QString Wrapper_Page(const QString &path, const QString &extension)
            shown + QStringLiteral("</html>");
 }
 
+/// The file at an address in a page, "" unless the page is the one that stands for it.
+QString Wrapped_At(const QString &page, const QString &address)
+{
+    const QString path = QUrl::fromPercentEncoding(address.toUtf8());
+    const auto withoutBase = [](const QString &text) {
+        return text.section(QLatin1Char('>'), 1);
+    };
+    const bool own =
+        !path.isEmpty() && withoutBase(page) == withoutBase(Wrapper_Page(path, QFileInfo(path).suffix().toUpper()));
+    return own ? path : QString();
+}
+
 /// What is stored is held in memory by the database's engine while it is written.
 void Check_File(const QString &path, bool wholeFile)
 {
@@ -116,14 +129,17 @@ bool Is_Shown_Outside(const QString &type)
 
 QString Wrapped_Picture(const QString &page)
 {
-    const QStringList sources = Html::Picture_Sources(page);
-    const QString path = QUrl::fromPercentEncoding(sources.value(0).toUtf8());
-    const auto withoutBase = [](const QString &text) {
-        return text.section(QLatin1Char('>'), 1);
-    };
-    const bool own =
-        !path.isEmpty() && withoutBase(page) == withoutBase(Wrapper_Page(path, QFileInfo(path).suffix().toUpper()));
-    return own ? path : QString();
+    return Wrapped_At(page, Html::Picture_Sources(page).value(0));
+}
+
+QString Wrapped_File(const QString &page)
+{
+    constexpr qsizetype Longest = 40'000; // no path makes a longer one
+    if (page.size() > Longest)
+        return {};
+    static const QRegularExpression link(QStringLiteral("<a target=_self href=([^>]*)>"));
+    const QString picture = Wrapped_Picture(page);
+    return picture.isEmpty() ? Wrapped_At(page, link.match(page).captured(1)) : picture;
 }
 
 File_Content Content_Of_File(const QString &path, const QString &type, bool link_only)

@@ -15,6 +15,8 @@ struct File_Content {
 File_Content Content_Of_File(const QString &path, const QString &type, bool link_only);
 /// The picture file that a page stands for, "" for a page that is not one of those which Content_Of_File makes.
 QString Wrapped_Picture(const QString &page);
+/// The file that such a page stands for, be it shown or linked.
+QString Wrapped_File(const QString &page);
 /// Whether the desktop may be given a file of a type unasked: one of the documents that this program knows, and none
 /// that another program could run.
 bool Is_Shown_Outside(const QString &type);

@@ -97,18 +97,32 @@ bool Is_Tail_Found(qint64 size)
     return Full_Blocks(size) * (Block + 1) + (rest > 0 ? rest + 1 : 0) == size + 1;
 }
 
-qint64 Decoded_Size(const QString &path)
+namespace
+{
+constexpr qsizetype Size_Place = 5, Size_Bytes = 8; // in a stream's head
+
+qint64 Told_Size(const QByteArray &size, qint64 length)
 {
     constexpr qint64 Highest_Ratio = 8000; // a match of 273 bytes costs hardly less than a third of a bit
+    if (size.size() < Size_Bytes)
+        return 0;
+    const qint64 told = qFromLittleEndian<qint64>(size.constData());
+    return told < 0 ? length * Highest_Ratio : told;
+}
+} // namespace
+
+qint64 Decoded_Size(const QString &path)
+{
     if (!Files::Is_File(path))
         return 0;
     QFile file;
     Files::Open_To_Read(file, path);
-    const QByteArray size = Piece(file, 5, 8);
-    if (size.size() < 8)
-        return 0;
-    const qint64 told = qFromLittleEndian<qint64>(size.constData());
-    return told < 0 ? file.size() * Highest_Ratio : told;
+    return Told_Size(Piece(file, Size_Place, Size_Bytes), file.size());
+}
+
+qint64 Decoded_Size(const QByteArray &stream)
+{
+    return Told_Size(stream.mid(Size_Place, Size_Bytes), stream.size());
 }
 
 void Cut_File_Tail(const QString &path, qint64 count)

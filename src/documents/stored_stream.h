@@ -23,6 +23,8 @@ QString Read_Hidden_Tail(const QString &path);
 bool Is_Tail_Found(qint64 size);
 /// The size that a staged stream says it decodes to; of one that does not say it, the most that it can.
 qint64 Decoded_Size(const QString &path);
+/// The same of a stream at hand.
+qint64 Decoded_Size(const QByteArray &stream);
 /// Shortens a file by `count` bytes.
 void Cut_File_Tail(const QString &path, qint64 count);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/paragraph_commands.h"
 
+#include "editor/line_distance.h"
 #include "editor/text_editor.h"
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
@@ -198,7 +199,11 @@ void Paragraph_Commands::Set_Line_Spacing(Text_Editor &editor, int percent)
     QTextBlockFormat format;
     format.setLineHeight(percent,
                          percent == 100 ? QTextBlockFormat::SingleHeight : QTextBlockFormat::ProportionalHeight);
-    editor.textCursor().mergeBlockFormat(format);
+    QTextCursor cursor = editor.textCursor();
+    cursor.beginEditBlock();
+    cursor.mergeBlockFormat(format);
+    Line_Distance::Give(*editor.document(), cursor.selectionStart(), cursor.selectionEnd());
+    cursor.endEditBlock();
 }
 
 int Paragraph_Commands::Line_Spacing(const Text_Editor &editor)

@@ -2,6 +2,7 @@
 #include "editor/printing.h"
 
 #include "editor/legible_colors.h"
+#include "editor/line_distance.h"
 #include "editor/picture_handler.h"
 #include "platform/files/paths.h"
 #include "platform/html/closed_door.h"
@@ -29,6 +30,7 @@ public:
         : m_copy(document.clone(&m_door)), m_page(device.width(), device.height()),
           m_footer(Footer_Points / 72 * device.logicalDpiY())
     {
+        Line_Distance::Take(*m_copy);
         m_copy->documentLayout()->setPaintDevice(&device);
         auto *pictures = new Picture_Handler(*m_copy, m_copy.get());
         pictures->Set_Room(device.width());

@@ -173,7 +173,7 @@ bool Size_Grips::Release(const QMouseEvent &event)
         return true;
     }
     if (m_pull == Pull::Picture)
-        Pictures::Set_Size(m_editor.textCursor(), Pulled_Size());
+        Pictures::Set_Size(m_editor.textCursor(), Pulled_Size() * 100 / m_editor.Zoom());
     else
         Resize_Columns();
     m_pull = Pull::None;
@@ -223,7 +223,7 @@ void Size_Grips::Resize_Columns()
         const qreal width = (lines[i].x - lines[i - 1].x) / columns;
         lengths +=
             QList<QTextLength>(columns, shares ? QTextLength(QTextLength::PercentageLength, 100 * width / newWidth)
-                                               : QTextLength(QTextLength::FixedLength, width));
+                                               : QTextLength(QTextLength::FixedLength, width * 100 / m_editor.Zoom()));
     }
     format.setColumnWidthConstraints(lengths);
     table.setFormat(format);

@@ -6,6 +6,7 @@
 #include "editor/character_commands.h"
 #include "editor/composition.h"
 #include "editor/legible_colors.h"
+#include "editor/line_distance.h"
 #include "editor/paragraph_commands.h"
 #include "editor/picture_handler.h"
 #include "editor/pictures.h"
@@ -19,6 +20,7 @@
 #include "platform/richtext/decorations.h"
 #include "platform/richtext/rich_text.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -33,9 +35,11 @@
 
 namespace
 {
-constexpr double Column_Inches = 7;   // the longest line that reads well at the usual sizes
+constexpr int Column_Width = 740;     // pixels: the longest line that reads well at the usual size
 constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
 constexpr int Least_Margin = 8;
+constexpr int Top_Margin = 6;
+constexpr int Side_Margin = 24; // pixels, where the text has room enough
 /// Marks what was copied from a pane of this program.
 const QString Own_Type = QStringLiteral("application/x-zelqor-text");
 const char *const Picture_Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp", "image/webp"};
@@ -74,8 +78,9 @@ QByteArray Picture_In(const QMimeData &data)
 
 Text_Editor::Text_Editor(QWidget *parent)
     : QTextEdit(parent), m_colors(new Legible_Colors(*document(), this)),
-      m_pictures(new Picture_Handler(*document(), this)), m_grips(new Size_Grips(*this))
+      m_pictures(new Picture_Handler(*document(), this)), m_grips(new Size_Grips(*this)), m_scale(*this)
 {
+    document()->documentLayout()->setPaintDevice(&m_scale);
     constexpr int Pause = 400; // milliseconds without a change before the pages are counted
     m_pagesLater.setSingleShot(true);
     m_pagesLater.setInterval(Pause);
@@ -92,6 +97,12 @@ Text_Editor::Text_Editor(QWidget *parent)
     Use_Surroundings();
 }
 
+/// The document outlives the measures by which it was laid out.
+Text_Editor::~Text_Editor()
+{
+    document()->documentLayout()->setPaintDevice(nullptr);
+}
+
 void Text_Editor::Start_In(const QString &family, qreal pointSize, int lineSpacing)
 {
     QTextCharFormat format;
@@ -102,7 +113,13 @@ void Text_Editor::Start_In(const QString &family, qreal pointSize, int lineSpaci
     if (lineSpacing != Paragraph_Commands::Line_Spacing(*this))
         Paragraph_Commands::Set_Line_Spacing(*this, lineSpacing);
     setCurrentCharFormat(format);
+    Wear_Distance();
     document()->clearUndoRedoStacks();
+}
+
+void Text_Editor::Wear_Distance()
+{
+    Line_Distance::Give(*document());
 }
 
 qreal Text_Editor::Start_Size() const
@@ -130,6 +147,25 @@ void Text_Editor::Set_Page_Look(Page_Look look)
     if (look == Page_Look::Paper)
         m_pagesLater.start();
     Use_Look();
+    Fit();
+}
+
+void Text_Editor::Set_Zoom(int percent)
+{
+    if (percent == Zoom())
+        return;
+    m_scale.Set_Percent(percent);
+    Fit();
+    // The whole text is laid out anew, which is no change of it.
+    const int caret = verticalScrollBar()->value();
+    const int height = std::max(1, verticalScrollBar()->maximum());
+    document()->markContentsDirty(0, document()->characterCount());
+    verticalScrollBar()->setValue(caret * verticalScrollBar()->maximum() / height);
+}
+
+void Text_Editor::Use_Column(bool on)
+{
+    m_isColumn = on;
     Fit();
 }
 
@@ -201,7 +237,41 @@ bool Text_Editor::event(QEvent *event)
         QToolTip::showText(place, Plain_Tip(there.charFormat().toolTip()), viewport()); // none for ""
         return true;
     }
-    return QTextEdit::event(event);
+    return Pass_To_Text(*event) || QTextEdit::event(event);
+}
+
+/// What the mouse does beside the column is meant for the line there.
+bool Text_Editor::Pass_To_Text(QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove: {
+        const auto &mouse = static_cast<const QMouseEvent &>(event);
+        const QPointF place = viewport()->mapFrom(this, mouse.position());
+        QMouseEvent inside(mouse.type(), place, mouse.globalPosition(), mouse.button(), mouse.buttons(),
+                           mouse.modifiers());
+        return QCoreApplication::sendEvent(viewport(), &inside);
+    }
+    case QEvent::Wheel: {
+        const auto &wheel = static_cast<const QWheelEvent &>(event);
+        QWheelEvent inside(viewport()->mapFrom(this, wheel.position()), wheel.globalPosition(), wheel.pixelDelta(),
+                           wheel.angleDelta(), wheel.buttons(), wheel.modifiers(), wheel.phase(), wheel.inverted());
+        return QCoreApplication::sendEvent(viewport(), &inside);
+    }
+    default:
+        return false;
+    }
+}
+
+void Text_Editor::wheelEvent(QWheelEvent *event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier))
+        return QTextEdit::wheelEvent(event);
+    if (event->angleDelta().y() != 0)
+        emit Zoom_Wanted(event->angleDelta().y() > 0 ? 1 : -1);
+    event->accept();
 }
 
 void Text_Editor::keyPressEvent(QKeyEvent *event)
@@ -319,6 +389,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     if (isReadOnly())
         return;
     QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
     const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
@@ -337,19 +408,24 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     } else {
         cursor.insertText(source.text());
     }
+    const int end = textCursor().position();
+    Line_Distance::Give(*document(), std::min(begin, end), std::max(begin, end));
     cursor.endEditBlock();
     ensureCursorVisible();
 }
 
 QMimeData *Text_Editor::createMimeDataFromSelection() const
 {
-    QMimeData *copied = QTextEdit::createMimeDataFromSelection();
     Html::Closed_Door door;
     QTextDocument copy(&door);
     copy.setUndoRedoEnabled(false);
     copy.setDefaultFont(document()->defaultFont());
     QTextCursor(&copy).insertFragment(textCursor().selection());
     Pictures::Carry_Over(*document(), copy);
+    auto *copied = new QMimeData;
+    const QTextDocumentFragment part = textCursor().selection();
+    copied->setText(part.toPlainText());
+    copied->setHtml(Line_Distance::Without(part.toHtml()));
     copied->setData(QLatin1String(Rtf_Types[0]),
                     Trap(QStringLiteral("Text_Editor\\Copy"), [&] { return Rich_Text::Write_Rtf(copy); }));
     copied->setData(Own_Type, QByteArrayLiteral("1"));
@@ -447,11 +523,13 @@ void Text_Editor::Fit()
     if (m_fitting)
         return;
     m_fitting = true;
-    const double inches = m_look == Page_Look::Writing ? Column_Inches : Paper_Inches;
-    const int wanted = static_cast<int>(inches * logicalDpiX());
+    const double inches = Paper_Inches * logicalDpiX() * Zoom() / 100;
+    const int wanted = m_look == Page_Look::Paper ? static_cast<int>(inches) : Column_Width;
     const int whole = contentsRect().width() - (verticalScrollBar()->isVisible() ? verticalScrollBar()->width() : 0);
-    const int margin = m_look == Page_Look::Normal ? 0 : std::max(0, (whole - wanted) / 2 - Least_Margin);
-    setViewportMargins(margin, 0, margin, 0);
+    const bool fills = m_look == Page_Look::Normal && !m_isColumn;
+    const int least = m_isColumn ? std::min(Side_Margin, whole / 16) : 0;
+    const int margin = fills ? 0 : std::max(least, (whole - wanted) / 2 - Least_Margin);
+    setViewportMargins(margin, m_isColumn ? Top_Margin : 0, margin, 0);
     m_pictures->Set_Room(std::max(Least_Margin, viewport()->width() - 4 * Least_Margin));
     m_fitting = false;
 }

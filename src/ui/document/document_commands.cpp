@@ -4,6 +4,7 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "documents/blank_files.h"
+#include "editor/line_distance.h"
 #include "editor/pictures.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
@@ -125,7 +126,7 @@ QString Data_Address(const QTextDocument &document, const QString &name)
 QByteArray Page_Of(const QTextDocument &document)
 {
     static const QRegularExpression source(QStringLiteral("(?<= src=\")picture:[0-9a-f]+(?=\")"));
-    const QString html = document.toHtml();
+    const QString html = Line_Distance::Without(document.toHtml());
     QString page;
     qsizetype done = 0;
     for (auto found = source.globalMatch(html); found.hasNext();) {
@@ -180,7 +181,7 @@ void Document_Tabs::Show_State()
         m_actions[i]->setEnabled(document != nullptr || !Commands()[i].forDocument);
     Action(QStringLiteral("Mnu_Mode_Edit"))->setChecked(editing);
     const bool foreign = document != nullptr && document->Is_Foreign();
-    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(foreign);
+    Action(QStringLiteral("Mnu_Open_Outside"))->setEnabled(document != nullptr && document->Keeps_File());
     emit Editing(editing || (document != nullptr && document->Is_Changed())); // what is unsaved can be saved
     emit Deletable(document == nullptr || editing || foreign);                // a foreign one is never edited here
 }

@@ -9,6 +9,7 @@
 #include "platform/models/plain_tip.h"
 #include "platform/prompts/prompts.h"
 #include "ui/document/frm_doc_standard.h"
+#include "ui/document/kept_setting.h"
 #include "ui/document/opened_attachments.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -47,11 +48,28 @@ Document_Tabs::Document_Tabs(Shell &shell, QWidget *parent) : QTabWidget(parent)
     connect(this, &QTabWidget::currentChanged, this, &Document_Tabs::Wake_Page);
     connect(tabBar(), &QTabBar::tabMoved, this, &Document_Tabs::Keep_List_First);
     tabBar()->installEventFilter(this);
+    connect(this, &QTabWidget::currentChanged, this, &Document_Tabs::Tell_Facts);
     Add_Commands();
+    Fold_Facts_At_First_Start();
     constexpr int Minute = 60'000;
     m_autoSave.setInterval(Minute);
     connect(&m_autoSave, &QTimer::timeout, this, &Document_Tabs::Auto_Save_Tick);
     m_autoSave.start();
+}
+
+/// A first start shows the text alone. Whoever opens the facts finds them open from then on.
+void Document_Tabs::Fold_Facts_At_First_Start()
+{
+    if (Is_Shown(Config().Facts_Begun))
+        return;
+    Keep_Switch("M_FILE", false);
+    Keep_Switch("Facts_Begun", true);
+}
+
+void Document_Tabs::Tell_Facts()
+{
+    const Frm_Doc_Standard *document = Current_Document();
+    emit Facts_Changed(document == nullptr ? Document_Facts() : document->Facts());
 }
 
 void Document_Tabs::Add_List(QWidget *list, const QString &caption)
@@ -322,6 +340,10 @@ int Document_Tabs::Add(Frm_Doc_Standard *document)
     document->setUpdatesEnabled(false);
     const int index = addTab(document, Line_Icon(QStringLiteral("note")), Caption(*document));
     connect(document, &Frm_Doc_Standard::Mark_Changed, this, [this, document] { Show_Mark(document); });
+    connect(document, &Frm_Doc_Standard::Facts_Changed, this, [this, document](const Document_Facts &facts) {
+        if (document == Current_Document())
+            emit Facts_Changed(facts);
+    });
     connect(
         document, &Frm_Doc_Standard::Emptied, this,
         [this, document] {

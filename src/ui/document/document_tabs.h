@@ -3,6 +3,7 @@
 
 #include "documents/document_deletion.h"
 #include "documents/drafts.h"
+#include "ui/document/document_facts.h"
 
 #include <QAction>
 #include <QPointer>
@@ -75,6 +76,8 @@ signals:
     /// The command of the main window has something to delete: the document on screen in edit mode, or rows of the
     /// list.
     void Deletable(bool is);
+    /// What is told of the document on screen is another; `shown` is false when the list is there.
+    void Facts_Changed(const Document_Facts &facts);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -94,6 +97,8 @@ private:
     void Offer_Drafts();
     void Restore(const QList<Left_Draft> &drafts);
     void Keep_List_First();
+    void Tell_Facts();
+    static void Fold_Facts_At_First_Start();
 
     [[nodiscard]] Frm_Doc_Standard *Document_At(int index) const;
     void Remove(Frm_Doc_Standard *document);

@@ -10,25 +10,20 @@
 
 void Frm_Doc_Standard::Follow_Folders(const QString &oldId, const QString &newId)
 {
-    QString chosen = m_ui->Comb_Cate->currentData().toString();
-    for (QString *id : {&chosen, &m_cleanFolder}) {
-        if (!oldId.isEmpty() && id->startsWith(oldId))
-            *id = newId + id->mid(oldId.size());
+    QString chosen = m_ui->Comb_Cate->Chosen();
+    if (!oldId.isEmpty()) {
+        m_session->Follow_Folder(oldId, newId);
+        if (chosen.startsWith(oldId))
+            chosen = newId + chosen.mid(oldId.size());
     }
-    Fill_Folders();
-    Select_Folder(chosen);
+    m_ui->Comb_Cate->Fill();
+    m_ui->Comb_Cate->Choose(chosen);
 }
 
 void Frm_Doc_Standard::Choose_Folder(const QString &id)
 {
-    Select_Folder(id);
-    m_cleanFolder = m_ui->Comb_Cate->currentData().toString();
-}
-
-void Frm_Doc_Standard::Select_Folder(const QString &id)
-{
-    m_form.folder = id;
-    m_ui->Comb_Cate->setCurrentIndex(m_ui->Comb_Cate->findData(id));
+    m_ui->Comb_Cate->Choose(id);
+    m_session->Set_Folder(m_ui->Comb_Cate->Chosen());
 }
 
 namespace

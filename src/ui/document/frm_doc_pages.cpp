@@ -23,11 +23,11 @@ void Frm_Doc_Standard::Set_Up_Pages()
 void Frm_Doc_Standard::Show_Pages()
 {
     for (Document_Page *page : m_pages)
-        page->Show_Document(m_form.code_id, m_form.title);
+        page->Show_Document(Code_Id(), m_session->Form().title);
 }
 
 void Frm_Doc_Standard::Tell_Pages_Saved()
 {
     for (Document_Page *page : m_pages)
-        page->Document_Saved(m_form.code_id, m_form.title);
+        page->Document_Saved(Code_Id(), m_session->Form().title);
 }

@@ -1,27 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "documents/data_update.h"
-#include "documents/drafts.h"
+#include "documents/document_session.h"
+#include "ui/document/document_facts.h"
 #include "ui/kit/ctrl_language.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
-#include <array>
 #include <memory>
 #include <vector>
 
 class Document_Page;
 class Editor_Commands;
-class Outside_File;
+class Folder_Box;
+class QLabel;
 class QLineEdit;
+class QShortcut;
 class Shell;
+class Star_Field;
+struct Document_Field;
 namespace Ui
 {
 class Frm_Doc_Standard;
 }
 
-/// One open document: its fields, its three panes and the additional information.
+/// One open document on screen: its fields, its three panes and the additional information. What the document is, and
+/// what becomes of it, its session knows.
 class Frm_Doc_Standard : public QWidget
 {
     Q_OBJECT
@@ -45,7 +50,7 @@ public:
     /// status line.
     bool Save_Quietly() { return Save(Asking::Never); }
     /// The last save was not made because it needs a consent.
-    [[nodiscard]] bool Needs_Consent() const { return m_needsConsent; }
+    [[nodiscard]] bool Needs_Consent() const { return m_session->Needs_Consent(); }
     /// Lets the draft of an unsaved document outlive the form, for the next start to offer. @returns whether there is
     /// one
     bool Leave_Draft();
@@ -65,13 +70,13 @@ public:
     /// The title takes the colours, bold and italic that are stored for the document's row.
     void Show_Style();
 
-    [[nodiscard]] bool Is_Changed() const;
+    [[nodiscard]] bool Is_Changed() const { return m_changed; }
     /// Something was typed into the body since the last load or save.
     [[nodiscard]] bool DataChanged() const;
     [[nodiscard]] bool Is_Editing() const { return m_editing; }
     /// Read mode locks the panes.
     void Set_Edit_Mode(bool on);
-    [[nodiscard]] QString Code_Id() const { return m_form.code_id; }
+    [[nodiscard]] QString Code_Id() const { return m_session->Form().code_id; }
     [[nodiscard]] QString Title() const;
     /// The fields and panes as they stand.
     const Document_Form &Form();
@@ -82,7 +87,9 @@ public:
     /// Marks every place of a key in the text and goes to the one at `place`, as ::Mark_Key says.
     void Mark_Key(const QString &key, qint64 place);
     /// Another program writes the document's file: an office document, for instance.
-    [[nodiscard]] bool Is_Foreign() const;
+    [[nodiscard]] bool Is_Foreign() const { return m_session->Is_Foreign(); }
+    /// The document stands for a file that can be opened.
+    [[nodiscard]] bool Keeps_File() const { return m_session->Keeps_File(); }
     /// Gives the document's file to the desktop's program for it; what is saved there comes back by itself.
     void Open_Outside();
     /// Takes back what another program has saved. @returns false when that program still has the file and the user
@@ -90,8 +97,10 @@ public:
     bool Leave_Outside();
     /// 0 shows everything, 1 only the text, 2 the text as on paper.
     void Use_View_Mode(int mode);
-    /// Shows or hides the memo, summary and additional panes as the settings say.
+    /// Shows the memo, summary and additional panes where the settings say, and the text as large.
     void Adjuest_Memo();
+    /// What is to be told of the document as it stands.
+    [[nodiscard]] Document_Facts Facts() const;
 
     int unsaved_ticks = 0; ///< of the automatic saving
 
@@ -100,76 +109,90 @@ signals:
     void Mark_Changed();
     /// The next document could not be shown in this form, which holds nothing now.
     void Emptied();
+    void Facts_Changed(const Document_Facts &facts);
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     enum class Asking { Freely, Never };
+    /// A field and the one control that shows it.
+    struct Shown_Field {
+        const Document_Field *field;
+        QLineEdit *line = nullptr;
+        Star_Field *stars = nullptr;
+        Folder_Box *folder = nullptr;
+
+        [[nodiscard]] QString Text() const;
+        void Show(const QString &text) const;
+    };
+
     bool Save(Asking asking);
+    [[nodiscard]] bool Store(Asking asking);
+    [[nodiscard]] bool Store_Consented(Asking asking, QString &status);
     /// Settles with the user why a save has not been made. @returns whether to try again
     bool Settle(Save_Outcome outcome, Asking asking);
     bool Settle_Conflict();
+    void Tell_Stored(const QString &status);
+    void Refuse(Save_Refusal refusal);
+    void Show_Too_Long();
+    void Focus(QWidget *page, QWidget *field);
+
     void Set_Up_Fields();
-    void Set_Up_Panes();
-    void Set_Up_Tools();
-    void Set_Up_Pages();
-    void Show_Pages();
-    void Tell_Pages_Saved();
-    void Use_Setting_Font();
-    void Fill_Folders();
     void Show_Form();
     void Read_Form();
+    void Limit_Fields();
     void Clear_Changed();
     void Show_Modify();
     void Show_Mark();
-    void Refuse(Save_Refusal refusal);
-    void Lock_Boolean(bool locked);
-    void Set_Editor();
-    void Toggle_Pane(QString &setting, const char *section, const char *key, bool on, bool capitals);
-    void Keep_Widths();
-    [[nodiscard]] QString Selected_Text() const;
-    void Take_Selection(QLineEdit *field);
-    /// What seals the draft: the password that is typed twice, else the one that the stored document has.
-    [[nodiscard]] QString Draft_Password() const;
     bool Write_Draft();
     bool Store_Draft();
-    /// The panes as they are, to tell whether text came into them meanwhile.
-    [[nodiscard]] std::array<int, 3> Revisions() const;
-    [[nodiscard]] bool Store(Asking asking);
-    [[nodiscard]] bool Store_Consented(Asking asking, QString &status);
-    /// The texts of all fields but the folder.
-    [[nodiscard]] QStringList Field_Texts() const;
-    [[nodiscard]] bool Differs() const;
-    void Limit_Fields();
-    void Focus(QWidget *page, QWidget *field);
-    void Show_Too_Long();
-    void Select_Folder(const QString &id);
+    void Draft_Is_Due();
+    [[nodiscard]] bool Is_Long() const;
+
+    void Set_Up_Panes();
+    void Set_Up_Tools();
+    void Set_Up_Look();
+    void Set_Up_Facts();
+    void Set_Up_Pages();
+    void Show_Pages();
+    void Tell_Pages_Saved();
+    void Show_Card();
+    void Use_Setting_Font();
+    void Lock_Boolean(bool locked);
+    void Set_Editor();
+    void Toggle_Pane(const char *setting, bool on);
+    void Place_Panes(bool below);
+    void Size_Panes(bool beside, bool below);
+    void Keep_Widths();
+    void Zoom(int step);
+    void Fit_Quiet_Line();
+    void Count_Words_Now();
+    [[nodiscard]] QString Selected_Text() const;
+    void Take_Selection(QLineEdit *field);
     void Follow_Outside();
     void Take_Back();
 
     Shell &m_shell;
     std::unique_ptr<Ui::Frm_Doc_Standard> m_ui;
     ctrlLanguage m_lang;
-    Document_Form m_form;
-    Draft m_draft;
+    std::unique_ptr<Document_Session> m_session;
+    std::vector<Shown_Field> m_fields;
+    std::vector<Document_Page *> m_pages; ///< their tabs own them
+    QShortcut *m_titleKey = nullptr;
     QTimer m_draftTimer;
+    QElapsedTimer m_sinceChange;
+    QElapsedTimer m_sinceDraft;
     QTimer m_widthTimer;
-    std::vector<Document_Page *> m_pages;    ///< their tabs own them
-    std::unique_ptr<Outside_File> m_outside; ///< while another program may write the document's file
+    QTimer m_factsTimer;
     QTimer m_outsideTimer;
-    QString m_storedPassword;
-    QString m_storedFolder;
-    QString m_cleanFolder;    ///< what the chooser showed when the form was last loaded or saved
-    QStringList m_cleanTexts; ///< and the other fields
-    Save_Consents m_consents; ///< what the user has agreed to for this document
-    bool m_stored = false;    ///< the form holds a stored document
-    bool m_changed = false;   ///< something is not as it was loaded or saved last
+    int m_words = 0;
+    bool m_ofSelection = false;
     int m_viewMode = 0;
+    bool m_changed = false; ///< something is not as it was loaded or saved last
     bool m_showing = false; ///< the form is being filled by the program
     bool m_editing = true;
-    bool m_draftStays = false;
-    bool m_needsConsent = false;
-    bool m_saving = false;  ///< timers that fire meanwhile wait
-    bool m_partial = false; ///< only a part of the document could be read: it is never stored
+    bool m_saving = false; ///< timers that fire meanwhile wait
 };

@@ -99,7 +99,7 @@ void Page_Attachments::Load_Lang()
     for (const char *key : {"_Col_Name", "_Col_Size", "_Col_Date", "_Col_Kind", "_Col_Remark"})
         columns.push_back({QLatin1String(key), m_lang.GetString(key)});
     m_list.Set_Columns(std::move(columns));
-    constexpr int widths[] = {44, 14, 30, 16};
+    constexpr int widths[] = {26, 12, 22, 12};
     for (int i = 0; i < static_cast<int>(std::size(widths)); ++i)
         m_ui->Lsv_File->setColumnWidth(i, widths[i] * fontMetrics().averageCharWidth());
     m_filled = false;

@@ -6,7 +6,6 @@
 #include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
 #include "platform/models/plain_tip.h"
-#include "ui/kit/flow_layout.h"
 #include "ui/kit/icons.h"
 #include "ui/writing/find_bar.h"
 #include "ui/writing/frm_goto.h"
@@ -16,6 +15,7 @@
 
 #include <QFontComboBox>
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
 #include <QToolButton>
@@ -61,10 +61,14 @@ QToolButton *Button(QWidget *parent)
 Editor_Bar::Editor_Bar(QWidget *parent)
     : QWidget(parent), m_commands(new Editor_Commands(this)), m_lang(*this, QStringLiteral("Editor_Bar"))
 {
-    new Flow_Layout(this);
+    constexpr int Gap = 2, Side = 12, Air = 2;
+    m_row = new QHBoxLayout(this);
+    m_row->setContentsMargins(Side, Air, Side, Air);
+    m_row->setSpacing(Gap);
     Set_Icons();
     Add_Fonts();
     Add_Buttons();
+    m_row->addStretch();
     Load_Lang();
     connect(m_commands, &Editor_Commands::State_Changed, this, &Editor_Bar::Show_State);
     connect(m_commands, &Editor_Commands::Requested, this, &Editor_Bar::Answer);
@@ -117,37 +121,98 @@ void Editor_Bar::Add_Fonts()
     connect(m_families, &QComboBox::textActivated, this, use(&Character_Commands::Set_Family));
     connect(m_sizes, &QComboBox::textActivated, this, use(&Character_Commands::Set_Size));
     for (QComboBox *combo : {m_styles, static_cast<QComboBox *>(m_families), m_sizes})
-        layout()->addWidget(combo);
+        Add(combo);
 }
 
+void Editor_Bar::Add(QWidget *item)
+{
+    m_row->addWidget(item);
+    m_items << item;
+}
+
+/// What is used most stands first: the others are the first that find no room.
 void Editor_Bar::Add_Buttons()
 {
-    bool begins = true;
-    Command_Menu before = Command_Menu::Edit;
-    const auto addMenus = [this](Command_Menu inside) {
+    for (const Command_Menu menu :
+         {Command_Menu::Edit, Command_Menu::Format, Command_Menu::Insert, Command_Menu::Align}) {
+        Add(Line(this));
+        for (const Command_Row &row : Command_Table()) {
+            if ((row.traits & On_Bar) == 0 || row.menu != menu)
+                continue;
+            QToolButton *button = Button(this);
+            button->setDefaultAction(m_commands->Action(QLatin1String(row.name)));
+            Add(button);
+        }
         for (const Command_Menu_Row &row : Command_Menus()) {
-            if (!row.onBar || row.inside != inside)
+            if (!row.onBar || row.inside != menu)
                 continue;
             QToolButton *button = Button(this);
             button->setMenu(m_commands->Menu(row.menu));
             button->setIcon(Line_Icon(QLatin1String(row.icon)));
             button->setPopupMode(QToolButton::InstantPopup);
             button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
-            layout()->addWidget(button);
+            Add(button);
         }
-    };
-    for (const Command_Row &row : Command_Table()) {
-        if ((row.traits & On_Bar) == 0)
-            continue;
-        if (begins || row.menu != before)
-            layout()->addWidget(Line(this));
-        begins = false;
-        before = row.menu;
-        QToolButton *button = Button(this);
-        button->setDefaultAction(m_commands->Action(QLatin1String(row.name)));
-        layout()->addWidget(button);
     }
-    addMenus(Command_Menu::Format);
+    m_more = Button(this);
+    m_more->setObjectName(QStringLiteral("Cmd_More"));
+    m_more->setText(QStringLiteral("»"));
+    m_more->setPopupMode(QToolButton::InstantPopup);
+    m_more->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
+    m_more->setMenu(new QMenu(m_more));
+    connect(m_more->menu(), &QMenu::aboutToShow, this, &Editor_Bar::Fill_More);
+    m_row->addWidget(m_more);
+}
+
+QSize Editor_Bar::minimumSizeHint() const
+{
+    const QMargins margins = m_row->contentsMargins();
+    int width = m_more->sizeHint().width() + m_row->spacing();
+    for (const QComboBox *combo : {m_styles, static_cast<QComboBox *>(m_families), m_sizes})
+        width += combo->sizeHint().width() + m_row->spacing();
+    return {width + margins.left() + margins.right(), m_sizes->sizeHint().height() + margins.top() + margins.bottom()};
+}
+
+void Editor_Bar::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Fit();
+}
+
+void Editor_Bar::Fit()
+{
+    const auto width_of = [this](const QWidget &item) {
+        return std::clamp(item.sizeHint().width(), item.minimumWidth(), item.maximumWidth()) + m_row->spacing();
+    };
+    const int room = m_row->contentsRect().width();
+    int whole = 0;
+    for (const QWidget *item : m_items)
+        whole += width_of(*item);
+    const bool all = whole <= room;
+    int left = room - (all ? 0 : width_of(*m_more));
+    for (QWidget *item : m_items) {
+        left -= width_of(*item);
+        item->setVisible(left >= 0);
+    }
+    m_more->setVisible(!all);
+}
+
+/// What the row has no room for, in its order.
+void Editor_Bar::Fill_More()
+{
+    QMenu &menu = *m_more->menu();
+    menu.clear();
+    for (const QWidget *item : m_items) {
+        const auto *button = qobject_cast<const QToolButton *>(item);
+        if (!item->isHidden())
+            continue;
+        if (button == nullptr)
+            menu.addSeparator();
+        else if (button->menu() != nullptr)
+            menu.addMenu(button->menu());
+        else
+            menu.addAction(button->defaultAction());
+    }
 }
 
 void Editor_Bar::Set_Icons()
@@ -169,7 +234,7 @@ void Editor_Bar::Set_Tool_Tips()
         action->setToolTip(Plain_Tip(keys.isEmpty() ? words : words + QStringLiteral(" (") + keys + QLatin1Char(')')));
     }
     for (QToolButton *button : findChildren<QToolButton *>()) {
-        if (button->menu() != nullptr)
+        if (button->menu() != nullptr && button != m_more)
             button->setToolTip(Plain_Tip(button->menu()->title().remove(mnemonic).trimmed()));
         button->setAccessibleName(button->toolTip());
     }
