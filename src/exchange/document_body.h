@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
 class QTextDocument;
@@ -10,12 +9,9 @@ class QTextDocument;
 namespace Document_Body
 {
 /// Fills `document` with what the document's pane shows: rich and plain text and web pages as they are, for other types
-/// the text that the list shows. Nothing is fetched: a picture of a page is one of the picture directory, or gives way
-/// to the words that stand for it.
+/// the text that the list shows. Nothing is fetched.
 /// @throws Run_Time_Error with a reason for the user: it is gone, empty, has a password, or cannot be decoded
 void Load(const QString &code_id, QTextDocument &document);
 /// The text by which the document is listed and searched. @throws like Load, but knows no password
 QString Listed_Text(const QString &code_id);
-/// The bytes that a document holds of a picture, or that its name is made of; none for one that lies elsewhere.
-QByteArray Picture(const QTextDocument &document, const QString &name);
 } // namespace Document_Body

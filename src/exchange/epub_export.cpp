@@ -4,10 +4,8 @@
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/language_pack.h"
-#include "core/process_state.h"
-#include "core/sql_text.h"
 #include "documents/staging.h"
-#include "exchange/book_export_sql.h"
+#include "editor/pictures.h"
 #include "exchange/document_body.h"
 #include "exchange/epub_links.h"
 #include "exchange/epub_package.h"
@@ -133,7 +131,7 @@ QByteArray Export::Kept(const Section &section) const
 
 QString Export::Picture_Address(const QTextDocument &document, const QTextImageFormat &format)
 {
-    QByteArray bytes = Document_Body::Picture(document, format.name());
+    QByteArray bytes = Pictures::Held(document, format.name());
     const QRectF part = format.property(Rich_Text::Picture_Part).toRectF();
     QCryptographicHash hash(QCryptographicHash::Sha1);
     hash.addData(bytes);

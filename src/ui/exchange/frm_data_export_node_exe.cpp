@@ -39,7 +39,7 @@ Frm_DataExport_Node_Exe::Frm_DataExport_Node_Exe(QWidget *parent)
     m_ui->Pic_Sides->setSizes({Tree_Width, 3 * Tree_Width});
     m_ui->Txt_Times->setValidator(new QIntValidator(1, Most_Uses, this));
     Fill_Folders();
-    m_lists = std::make_unique<Selection_Lists>(*this,
+    m_lists = std::make_unique<Selection_Lists>(*this, "Frm_DataExport_Ex",
                                                 Selection_Lists::Controls{*m_ui->Lsv_Code_Info, *m_ui->Lsv_Done,
                                                                           *m_ui->Chk_Code_Info, *m_ui->Chk_Done,
                                                                           *m_ui->Cmd_ListViewToLsv},

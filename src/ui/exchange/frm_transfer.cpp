@@ -58,7 +58,7 @@ Frm_Transfer::Frm_Transfer(Direction direction, const QString &section, QWidget 
     m_ui->Trv_Export->setModel(&m_tree);
     m_ui->Trv_Export->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Export->setAccessibleName(windowTitle());
-    m_lists = std::make_unique<Selection_Lists>(*this,
+    m_lists = std::make_unique<Selection_Lists>(*this, "Frm_DataExport_Ex",
                                                 Selection_Lists::Controls{*m_ui->Lsv_Code_Info, *m_ui->Lsv_Done,
                                                                           *m_ui->Chk_Code_Info, *m_ui->Chk_Done,
                                                                           *m_ui->Cmd_ListViewToLsv},

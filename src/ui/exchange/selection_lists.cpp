@@ -10,8 +10,9 @@
 #include <QPushButton>
 #include <QTreeView>
 
-Selection_Lists::Selection_Lists(QWidget &form, const Controls &controls, const Columns &found, const Columns &chosen)
-    : m_form(form), m_controls(controls)
+Selection_Lists::Selection_Lists(QWidget &form, const char *section, const Controls &controls, const Columns &found,
+                                 const Columns &chosen)
+    : m_form(form), m_section(section), m_controls(controls)
 {
     Set_Up(controls.found, controls.all_found, Found, m_foundTicks, found);
     Set_Up(controls.chosen, controls.all_chosen, Chosen, m_chosenTicks, chosen);
@@ -23,7 +24,7 @@ void Selection_Lists::Set_Up(QTreeView &view, QCheckBox &all, List_Model &list, 
 {
     std::vector<List_Column> captions;
     for (const Column &column : columns)
-        captions.push_back({QLatin1String(column.key), Pack_Text("Frm_DataExport_Ex", column.key)});
+        captions.push_back({QLatin1String(column.key), Pack_Text(m_section, column.key)});
     list.Set_Columns(std::move(captions));
     view.setModel(&ticks);
     view.setAccessibleName(m_form.windowTitle());

@@ -26,12 +26,14 @@ public:
         QPushButton &move_down;
     };
     struct Column {
-        const char *key; ///< in the section Frm_DataExport_Ex of the pack
+        const char *key; ///< of its caption in the pack
         int width;       ///< in characters
     };
     using Columns = std::vector<Column>;
 
-    Selection_Lists(QWidget &form, const Controls &controls, const Columns &found, const Columns &chosen);
+    /// @param section  of the pack, where the columns' captions stand
+    Selection_Lists(QWidget &form, const char *section, const Controls &controls, const Columns &found,
+                    const Columns &chosen);
 
     /// Takes the ticks of what was found away, as its rows are about to be others.
     void Forget_Ticks();
@@ -51,6 +53,7 @@ private:
     void Move_Down();
 
     QWidget &m_form;
+    const char *m_section; ///< of the pack
     Controls m_controls;
     Tick_Model m_foundTicks{Found};
     Tick_Model m_chosenTicks{Chosen};
