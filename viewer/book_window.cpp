@@ -20,6 +20,8 @@ constexpr std::array<double, 15> Zooms{0.5, 0.6, 0.7, 0.8, 0.9, 1, 1.1, 1.25, 1.
 constexpr int Usual_Step = 5;
 constexpr int Percent = 100;
 
+Book_Window *The_Book = nullptr;
+
 bool Is_Picture(std::string_view bytes)
 {
     return bytes.starts_with("\xFF\xD8");
@@ -178,8 +180,17 @@ void Book_Window::Add_Body()
     tile->resizable(m_page);
 }
 
+/// The window's keys come before those of the field that has the focus.
+int Book_Window::Dispatch(int event, Fl_Window *window)
+{
+    const bool isOwn = window != nullptr && window == The_Book;
+    return event == FL_KEYDOWN && isOwn && The_Book->Handle_Key() ? 1 : Fl::handle_(event, window);
+}
+
 void Book_Window::Start()
 {
+    The_Book = this;
+    Fl::event_dispatch(Dispatch);
     show();
     m_list->take_focus();
 }
@@ -319,8 +330,6 @@ bool Book_Window::Handle_Key()
 
 int Book_Window::handle(int event)
 {
-    if ((event == FL_KEYBOARD || event == FL_SHORTCUT) && Handle_Key())
-        return 1;
     if (event == FL_MOUSEWHEEL && Fl::event_ctrl() != 0)
         return Zoom_By(Fl::event_dy() > 0 ? -1 : 1), 1;
     return Fl_Double_Window::handle(event);

@@ -35,6 +35,7 @@ private:
     void Zoom_By(int steps);
     void Tell();
     bool Handle_Key();
+    static int Dispatch(int event, Fl_Window *window);
     [[nodiscard]] Book::Page Page_Of(int line) const;
     [[nodiscard]] int Count() const { return static_cast<int>(m_index.size()); }
     [[nodiscard]] const std::string &Title(int line) const { return m_index[static_cast<std::size_t>(line) - 1].title; }
