@@ -7,57 +7,64 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
+const char *const Own = "/proc/self/exe";
+
 std::string Path()
 {
     char path[PATH_MAX];
-    const ssize_t size = ::readlink("/proc/self/exe", path, sizeof path);
+    const ssize_t size = ::readlink(Own, path, sizeof path);
     return size > 0 && size < PATH_MAX ? std::string(path, static_cast<std::size_t>(size)) : std::string();
 }
 
-bool Write_All(int file, const std::string &bytes)
+std::string_view Mapped()
 {
-    for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t written = ::write(file, bytes.data() + done, bytes.size() - done);
+    const int file = ::open(Own, O_RDONLY | O_CLOEXEC);
+    struct stat state {
+    };
+    std::string_view bytes;
+    if (file >= 0 && ::fstat(file, &state) == 0 && state.st_size > 0) {
+        const auto size = static_cast<std::size_t>(state.st_size);
+        void *begin = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+        if (begin != MAP_FAILED)
+            bytes = {static_cast<const char *>(begin), size};
+    }
+    if (file >= 0)
+        ::close(file);
+    return bytes;
+}
+
+bool Write_All(int file, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
         if (written <= 0)
             return false;
-        done += static_cast<std::size_t>(written);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
-    return ::fsync(file) == 0;
+    return true;
 }
 } // namespace
 
 namespace Own_File
 {
-std::string Read()
+std::string_view Bytes()
 {
-    std::string bytes;
-    if (std::FILE *file = std::fopen("/proc/self/exe", "rb")) {
-        struct stat state {
-        };
-        if (::fstat(fileno(file), &state) == 0 && state.st_size > 0)
-            bytes.resize(static_cast<std::size_t>(state.st_size));
-        bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
-        std::fclose(file);
-    }
+    static const std::string_view bytes = Mapped();
     return bytes;
 }
 
-bool Replace(const std::string &file, const Book::Parameters &parameters, bool documents)
+bool Replace(const Book::Parameters &parameters, bool documents)
 {
-    std::string book(Book::Program(file));
-    auto add = [&, former = std::optional<std::uint64_t>()](std::uint32_t id, std::string_view bytes) mutable {
-        book += Book::Record(book.size(), former, id, bytes);
-        former = book.size() - Book::Footer_Size;
-    };
-    add(Book::Parameters_Id, Book::Written(parameters));
-    for (const Book::Item &item : Book::Items(file))
-        if (documents && item.id != Book::Parameters_Id)
-            add(item.id, item.bytes);
+    const std::string_view program = Book::Program(Bytes());
+    const Book::Place place =
+        documents ? Book::Place_For(Bytes(), Book::Parameters_Id) : Book::Place{program.size(), std::nullopt};
+    const std::string record = Book::Record(place.size, place.former, Book::Parameters_Id, Book::Written(parameters));
 
     const std::string path = Path();
     std::string beside = path + ".XXXXXX";
@@ -66,7 +73,8 @@ bool Replace(const std::string &file, const Book::Parameters &parameters, bool d
         return false;
     struct stat state {
     };
-    bool done = Write_All(target, book) && ::stat(path.c_str(), &state) == 0 && ::fchmod(target, state.st_mode) == 0;
+    bool done = Write_All(target, Bytes().substr(0, place.size)) && Write_All(target, record) && ::fsync(target) == 0 &&
+                ::stat(path.c_str(), &state) == 0 && ::fchmod(target, state.st_mode) == 0;
     done = ::close(target) == 0 && done && std::rename(beside.c_str(), path.c_str()) == 0;
     if (!done)
         ::unlink(beside.c_str());

@@ -3,14 +3,14 @@
 
 #include "platform/book/book_texts.h"
 
-#include <string>
+#include <string_view>
 
 /// The file that this program runs from, read and replaced as a whole.
 namespace Own_File
 {
-/// @returns "" when it cannot be read
-std::string Read();
-/// The book with other parameters; with `documents` false nothing else is in it.
+/// The file's bytes, which stay as long as the program runs, whatever becomes of the file. "" when it cannot be read.
+std::string_view Bytes();
+/// Lets the book with other parameters take the file's place; with `documents` false nothing else is in it.
 /// @returns false when the file could not be replaced; it is then as it was
-bool Replace(const std::string &file, const Book::Parameters &parameters, bool documents);
+bool Replace(const Book::Parameters &parameters, bool documents);
 } // namespace Own_File

@@ -4,19 +4,14 @@
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/language_pack.h"
-#include "core/process_state.h"
 #include "core/runtime_files.h"
-#include "core/sql_text.h"
-#include "documents/coder.h"
-#include "documents/staging.h"
-#include "documents/stored_stream.h"
-#include "exchange/book_export_sql.h"
 #include "exchange/book_pages.h"
+#include "exchange/document_body.h"
 #include "platform/book/book_items.h"
 #include "platform/book/book_texts.h"
-#include "platform/database/recordset.h"
 #include "platform/files/door.h"
 #include "platform/files/paths.h"
+#include "platform/html/closed_door.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QFile>
@@ -26,8 +21,6 @@
 
 namespace
 {
-const QString Stored = QStringLiteral("book.dd");
-const QString Decoded = QStringLiteral("book.doc");
 const QString Viewer_Resource = QStringLiteral("ZELQORVIEWER_EXE");
 
 QString Text(const char *key)
@@ -90,53 +83,18 @@ private:
     QString m_path;
 };
 
-/// Loads what a document's pane shows: its own text where the stream holds one, the listed text for other types.
-void Load(const Book_Row &row, QTextDocument &document)
-{
-    Recordset found;
-    found.Open(Sql_Text(Sql::Document_For_Book, row.code_id), App().Conn_Str);
-    if (found.Eof())
-        Refuse(Text("_No_Document"));
-    const Field type = found[QStringLiteral("Code_Type")];
-    const QString kind = type.Is_Null() ? QStringLiteral("RTF") : type.Text().toUpper();
-    const Field stream = found[QStringLiteral("Code_Content_IO")];
-    const Staging staging(10'000, {Stored, Decoded});
-    struct Cleaner {
-        ~Cleaner()
-        {
-            for (const QString &name : {Stored, Decoded})
-                Resume_Next([&] { files.Drop(name); });
-        }
-        const Staging &files;
-    } const cleaner{staging};
-    if (!stream.Is_Null()) {
-        Files::Write_Bytes(staging.Path(Stored), stream.Bytes(), Files::Durability::Staging);
-        if (!Read_Pass_Tail(staging.Path(Stored)).isEmpty())
-            Refuse(Text("_ContentEn"));
-    }
-    const bool isRich = kind == QLatin1String("RTF");
-    if (stream.Is_Null() || (!isRich && kind != QLatin1String("TXT"))) {
-        document.setPlainText(found[QStringLiteral("Code_Content")].Text());
-        return;
-    }
-    if (!Run_Coder("d", staging.Path(Stored), staging.Path(Decoded)) || !Files::Is_File(staging.Path(Decoded)))
-        Refuse(Text("_Unreadable"));
-    Rich_Text::Set_Measures(document);
-    Rich_Text::Load_File(staging.Path(Decoded), isRich ? Rich_Text::Format::Rtf : Rich_Text::Format::Plain, document);
-}
-
 /// A document's item. @throws Run_Time_Error for one that has nothing of its own
 QByteArray Item_Of(const Book_Row &row, Book_Mode mode)
 {
     if (mode == Book_Mode::Text) {
-        if (row.text.trimmed().isEmpty())
+        const QString text = Document_Body::Listed_Text(row.code_id);
+        if (text.trimmed().isEmpty())
             Refuse(Text("_ContentEn"));
-        return Bytes(Book::Scrambled(row.text.toStdString()));
+        return Bytes(Book::Scrambled(text.toStdString()));
     }
-    QTextDocument document;
-    Load(row, document);
-    if (document.isEmpty())
-        Refuse(Text("_ContentEn"));
+    Html::Closed_Door door;
+    QTextDocument document(&door);
+    Document_Body::Load(row.code_id, document);
     if (mode == Book_Mode::Rich)
         return Rich_Text::Write_Rtf(document);
     QByteArray picture = Page_Picture(document);

@@ -16,7 +16,6 @@ struct Book_Row {
     QString code_id;
     QString title;
     QString type; ///< "" for RTF
-    QString text; ///< as the list shows it
 };
 
 struct Book_Order {
@@ -29,6 +28,7 @@ struct Book_Order {
 
 struct Book_Result : Work_Result {
     QStringList changed_titles; ///< titles that held "//", which the book shows with a blank between
+    QStringList lost_links;     ///< of an EPUB: links to documents that are not in it
 };
 
 /// Writes a book. Documents are numbered without gaps; one that has nothing of its own, because it has a password or

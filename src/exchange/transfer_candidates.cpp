@@ -8,7 +8,6 @@
 #include "platform/database/recordset.h"
 #include "users/scrambling.h"
 
-#include <QHash>
 #include <QSet>
 
 using Mod_DataBaseExport::Direction;
@@ -17,14 +16,6 @@ namespace
 {
 const QString No_Folder = QStringLiteral("--");
 
-bool Is_Refused(const QString &folderId, const QString &connection, const std::function<QString()> &ask)
-{
-    Recordset folder;
-    folder.Open(Sql_Text(Sql::Lock_Of_Folder, folderId), connection);
-    const QString lock = folder.Eof() ? QString() : folder[QStringLiteral("Cate_pass")].Text();
-    return !lock.isEmpty() && ask() != Unscramble_Text(lock);
-}
-
 QString Statement(const QString &folderId, Direction direction)
 {
     if (!folderId.isEmpty())
@@ -32,38 +23,38 @@ QString Statement(const QString &folderId, Direction direction)
     return Sql_Text(direction == Direction::Export ? Sql::Candidates_To_Export : Sql::Candidates_To_Import);
 }
 
-/// Names of folders, each one looked up once.
-class Folder_Names
-{
-public:
-    explicit Folder_Names(const QString &connection) : m_connection(connection) {}
-
-    const QString &Name(const QString &id)
-    {
-        const auto known = m_names.constFind(id);
-        return known != m_names.constEnd() ? *known : *m_names.insert(id, Read(id));
-    }
-
-private:
-    [[nodiscard]] QString Read(const QString &id) const
-    {
-        QString name = No_Folder;
-        Resume_Next([&] {
-            Recordset folder;
-            folder.Open(Sql_Text(Sql::Name_Of_Candidates_Folder, id), m_connection);
-            if (!folder.Eof())
-                name = folder[0].Text();
-        });
-        return name;
-    }
-
-    QString m_connection;
-    QHash<QString, QString> m_names;
-};
 } // namespace
 
 namespace Mod_DataBaseExport
 {
+bool Is_Refused(const QString &folderId, const QString &connection, const std::function<QString()> &ask)
+{
+    if (folderId.isEmpty())
+        return false;
+    Recordset folder;
+    folder.Open(Sql_Text(Sql::Lock_Of_Folder, folderId), connection);
+    const QString lock = folder.Eof() ? QString() : folder[QStringLiteral("Cate_pass")].Text();
+    return !lock.isEmpty() && ask() != Unscramble_Text(lock);
+}
+
+const QString &Folder_Names::Name(const QString &id)
+{
+    const auto known = m_names.constFind(id);
+    return known != m_names.constEnd() ? *known : *m_names.insert(id, Read(id));
+}
+
+QString Folder_Names::Read(const QString &id) const
+{
+    QString name = No_Folder;
+    Resume_Next([&] {
+        Recordset folder;
+        folder.Open(Sql_Text(Sql::Name_Of_Candidates_Folder, id), m_connection);
+        if (!folder.Eof())
+            name = folder[0].Text();
+    });
+    return name;
+}
+
 Candidates Fill_Candidates(const QString &folderId, List_Model &list, const QString &connection, Direction direction,
                            const std::function<QString()> &ask)
 {
@@ -71,7 +62,7 @@ Candidates Fill_Candidates(const QString &folderId, List_Model &list, const QStr
     bool refused = false;
     std::vector<List_Row> rows;
     Resume_Next([&] {
-        refused = direction == Direction::Export && !folderId.isEmpty() && Is_Refused(folderId, connection, ask);
+        refused = direction == Direction::Export && Is_Refused(folderId, connection, ask);
         if (refused)
             return;
         const bool tips = direction == Direction::Import && Config().CH_Lsv_ToolTips == QLatin1String("1");

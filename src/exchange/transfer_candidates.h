@@ -3,6 +3,7 @@
 
 #include "platform/models/list_model.h"
 
+#include <QHash>
 #include <QString>
 #include <functional>
 
@@ -11,6 +12,23 @@ namespace Mod_DataBaseExport
 enum class Direction { Export, Import };
 
 enum class Candidates { Listed, Wrong_Password };
+
+/// Names of folders, "--" for one that is missing, each looked up once.
+class Folder_Names
+{
+public:
+    explicit Folder_Names(const QString &connection) : m_connection(connection) {}
+    const QString &Name(const QString &id);
+
+private:
+    [[nodiscard]] QString Read(const QString &id) const;
+
+    QString m_connection;
+    QHash<QString, QString> m_names;
+};
+
+/// Whether a folder has a password of its own that is not given.
+bool Is_Refused(const QString &folderId, const QString &connection, const std::function<QString()> &ask);
 
 /// Fills the list with the documents of a folder and everything below it, each row tagged with its document's id:
 /// number, title, folder's name ("--" where it has none), keywords.

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/process_state.h"
-#include "documents/coder.h"
-#include "documents/stored_stream.h"
 #include "exchange/book_export.h"
 #include "platform/book/book_items.h"
 #include "platform/book/book_texts.h"
-#include "platform/database/recordset.h"
 #include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "support/stopping_work.h"
+#include "support/stored_document.h"
 #include "support/test_program.h"
 
 #include <QImage>
@@ -23,30 +20,13 @@ class Test_Book_Export : public QObject
     std::optional<Test_Program> m_program;
     Unwatched_Work m_work;
 
-    /// A document whose stream holds these bytes.
-    void Store(const QString &id, const QString &title, const QByteArray &rtf, const QString &password = {})
-    {
-        Add_Document(id, u"001"_s, title);
-        m_program->Write(u"plain"_s, rtf);
-        m_program->Write(u"coded"_s, {});
-        QVERIFY(Run_Coder("e", m_program->Path(u"plain"_s), m_program->Path(u"coded"_s)));
-        Write_Pass_Tail(m_program->Path(u"coded"_s), password);
-        Recordset row;
-        row.CursorType = Cursor_Type::Keyset;
-        row.LockType = Lock_Type::Batch_Optimistic;
-        row.Open(u"Select * From Code_Info Where Code_ID='%1'"_s.arg(id), App().Conn_Str);
-        Copy_File_To_Blob(m_program->Path(u"coded"_s), row[u"Code_Content_IO"_s]);
-        row.UpdateBatch();
-    }
     Book_Order Order(Book_Mode mode)
     {
         return {m_program->Path(u"book.exe"_s),
                 u"密 b"_s,
                 3,
                 mode,
-                {{u"1"_s, u"甲//乙"_s, {}, u"正文 one"_s},
-                 {u"2"_s, u"locked"_s, u"RTF"_s, u" "_s},
-                 {u"3"_s, u"last"_s, u"DOCX"_s, u"text 3"_s}}};
+                {{u"1"_s, u"甲//乙"_s, {}}, {u"2"_s, u"locked"_s, u"RTF"_s}, {u"3"_s, u"last"_s, u"DOCX"_s}}};
     }
 
 private slots:
@@ -68,8 +48,9 @@ private slots:
     void A_Book_Of_Each_Mode()
     {
         QFETCH(int, mode);
-        Store(u"1"_s, u"甲//乙"_s, R"({\rtf1\ansi first {\b bold}\par})");
-        Store(u"2"_s, u"locked"_s, R"({\rtf1 secret})", u"pw"_s);
+        Store_Document(*m_program, u"1"_s, u"001"_s, u"甲//乙"_s, u"RTF"_s, R"({\rtf1\ansi first {\b bold}\par})",
+                       u"正文 one"_s);
+        Store_Document(*m_program, u"2"_s, u"001"_s, u"locked"_s, u"RTF"_s, R"({\rtf1 secret})", {}, u"pw"_s);
         Add_Document(u"3"_s, u"001"_s, u"last"_s);
         Sql_Run(u"Update Code_Info Set Code_Content='text 3', Code_Type='DOCX' Where Code_ID='3'"_s);
         const Book_Result result = Export_Book(Order(Book_Mode(mode)), m_work);

@@ -5,6 +5,7 @@
 #include "storage/database_lifecycle.h"
 #include "support/controls.h"
 #include "support/test_program.h"
+#include "ui/exchange/frm_data_export_node_exe.h"
 #include "ui/exchange/frm_data_export_node_files.h"
 #include "ui/exchange/frm_file_import.h"
 #include "ui/exchange/frm_transfer.h"
@@ -15,6 +16,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
@@ -118,6 +120,47 @@ private slots:
         m_program->prompts.Expect(u"复制 1，已有 0，失败 0"_s, u"ok"_s);
         Press(in, "Cmd_Export");
         QCOMPARE(Sql_Cell(u"select Code_Title from Code_Info"_s), u"one"_s);
+    }
+
+    void A_Book_Of_Chosen_Documents()
+    {
+        Add_Document(u"{1}"_s, u"001"_s, u"one"_s, u"Code_Content='text one'"_s);
+        Add_Document(u"{2}"_s, u"001"_s, u"two"_s);
+        Add_Folder(u"002"_s, u"locked"_s, -1, Scramble_Text(u"pw"_s));
+        Frm_DataExport_Node_Exe form;
+        auto &path = Get<QLineEdit>(form, "Txt_ExportPath");
+        auto &found = Get<QTreeView>(form, "Lsv_Code_Info");
+        m_program->prompts.Expect(u"请选择导出的文件"_s, u"ok"_s);
+        Press(form, "Cmd_Export");
+        m_program->prompts.Expect(u"导出至电子书"_s, m_program->Path(u"book"_s));
+        Press(form, "Cmd_Browse");
+        QCOMPARE(path.text(), m_program->Path(u"book.exe"_s));
+        m_program->prompts.Expect(u"勾选要导出的资料"_s, u"ok"_s);
+        Press(form, "Cmd_Export");
+        m_program->prompts.Expect(u"two资料内容为空或已加密，不能导出。\n\n请先确认"_s, u"ok"_s);
+        Choose_Folder(form, "Trv_Export");
+        QCOMPARE(found.model()->rowCount(), 1);
+        auto &tree = Get<QTreeView>(form, "Trv_Export");
+        m_program->prompts.Expect(u"密码"_s, u"wrong"_s);
+        m_program->prompts.Expect(u"密码输入错误"_s, u"ok"_s);
+        tree.setCurrentIndex(tree.model()->index(1, 0, tree.model()->index(0, 0)));
+        QCOMPARE(found.model()->rowCount(), 1); // stays as it was
+        Get<QCheckBox>(form, "Chk_Code_Info").click();
+        Press(form, "Cmd_ListViewToLsv");
+        Get<QCheckBox>(form, "Chk_Done").click();
+        Get<QLineEdit>(form, "Txt_Times").setText(u"0"_s);
+        m_program->prompts.Expect(u"使用次数"_s, u"ok"_s);
+        Press(form, "Cmd_Export");
+        Get<QLineEdit>(form, "Txt_Times").setText(u"3"_s);
+        m_program->prompts.Expect(m_program->Path(u"book.exe"_s) + u" ，是否现在运行？"_s, u"no"_s);
+        Press(form, "Cmd_Export");
+        QVERIFY(QFileInfo(m_program->Path(u"book.exe"_s)).isExecutable());
+        Get<QRadioButton>(form, "Opt_Format_1").click();
+        QVERIFY(!Get<QLineEdit>(form, "Txt_Pass").isEnabled());
+        QCOMPARE(path.text(), m_program->Path(u"book.epub"_s));
+        m_program->prompts.Expect(u"是否现在打开"_s, u"no"_s);
+        Press(form, "Cmd_Export");
+        QVERIFY(m_program->Bytes(u"book.epub"_s).contains("application/epub+zip"));
     }
 
     void A_Form_Cannot_Be_Used_While_It_Works()

@@ -9,6 +9,7 @@
 #include "ui/document/document_page.h"
 #include "ui/document/frm_bookmark_admin.h"
 #include "ui/document/frm_doc_standard.h"
+#include "ui/exchange/frm_data_export_node_exe.h"
 #include "ui/exchange/frm_data_export_node_files.h"
 #include "ui/exchange/frm_file_import.h"
 #include "ui/exchange/frm_transfer.h"
@@ -169,6 +170,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_FileImport>();
     if (name == u"Frm_DataExport_Node_Files")
         return std::make_unique<Frm_DataExport_Node_Files>();
+    if (name == u"Frm_DataExport_Node_Exe")
+        return std::make_unique<Frm_DataExport_Node_Exe>();
     if (name == u"Frm_Transfer_Conflicts")
         return std::make_unique<Frm_Transfer_Conflicts>(QStringList());
     if (name == u"Frm_Date")
@@ -214,6 +217,7 @@ const QStringList Form_Names = {u"Frm_Main"_s,
                                 u"Frm_DataInport_Ex"_s,
                                 u"Frm_FileImport"_s,
                                 u"Frm_DataExport_Node_Files"_s,
+                                u"Frm_DataExport_Node_Exe"_s,
                                 u"Frm_Transfer_Conflicts"_s,
                                 u"Frm_BookMark_Admin"_s,
                                 u"Frm_Date"_s,

@@ -2,7 +2,7 @@
 #include "platform/book/book_items.h"
 
 #include <algorithm>
-#include <array>
+#include <zlib.h>
 
 namespace Book
 {
@@ -20,24 +20,10 @@ struct Footer {
     std::uint32_t sum = 0;
 };
 
-constexpr std::array<std::uint32_t, 256> Sum_Table = [] {
-    std::array<std::uint32_t, 256> table{};
-    for (std::uint32_t i = 0; i < table.size(); ++i) {
-        std::uint32_t value = i;
-        for (int bit = 0; bit < 8; ++bit)
-            value = (value & 1U) != 0 ? (value >> 1) ^ 0xEDB88320U : value >> 1;
-        table[i] = value;
-    }
-    return table;
-}();
-
 /// CRC-32 as in ISO 3309.
 std::uint32_t Sum(std::string_view bytes)
 {
-    std::uint32_t sum = ~0U;
-    for (const char byte : bytes)
-        sum = Sum_Table[(sum ^ static_cast<unsigned char>(byte)) & 0xFFU] ^ (sum >> 8);
-    return ~sum;
+    return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef *>(bytes.data()), bytes.size()));
 }
 
 template <class Number>
@@ -134,6 +120,17 @@ std::string Record(std::uint64_t size, std::optional<std::uint64_t> former, std:
     Put(footer, Sum(bytes));
     Put(footer, Sum(footer));
     return std::string(bytes) + footer;
+}
+
+Place Place_For(std::string_view file, std::uint32_t id)
+{
+    const std::vector<Footer> chain = Footers(file);
+    if (chain.empty())
+        return {file.size(), std::nullopt};
+    const Footer &last = chain.back();
+    if (last.id != id)
+        return {file.size(), last.at};
+    return {last.at - last.size, last.former == 0 ? std::nullopt : std::optional(last.former)};
 }
 
 std::vector<Item> Items(std::string_view file)

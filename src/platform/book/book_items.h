@@ -40,6 +40,14 @@ std::optional<std::uint64_t> Last_Footer(std::string_view end, std::uint64_t fro
 /// @param former  the last footer, if there is one
 std::string Record(std::uint64_t size, std::optional<std::uint64_t> former, std::uint32_t id, std::string_view bytes);
 
+/// Where a record can be added so that it takes the place of the last one, if that has this id, and follows it
+/// otherwise.
+struct Place {
+    std::uint64_t size = 0; ///< of the file up to there
+    std::optional<std::uint64_t> former;
+};
+Place Place_For(std::string_view file, std::uint32_t id);
+
 struct Item {
     std::uint32_t id = 0;
     std::string_view bytes; ///< within the file's

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/exchange/exchange_forms.h"
 
+#include "ui/exchange/frm_data_export_node_exe.h"
 #include "ui/exchange/frm_data_export_node_files.h"
 #include "ui/exchange/frm_file_import.h"
 #include "ui/exchange/frm_transfer.h"
@@ -13,6 +14,7 @@ constexpr Forms::Row Form_Rows[] = {
     {"Frm_DataInport_Ex", Forms::Make_Changing<Frm_DataInport_Ex, &Frm_Transfer::Imported>},
     {"Frm_FileImport", Forms::Make_Changing<Frm_FileImport, &Frm_FileImport::Imported>},
     {"Frm_DataExport_Node_Files", Forms::Make<Frm_DataExport_Node_Files>},
+    {"Frm_DataExport_Node_Exe", Forms::Make<Frm_DataExport_Node_Exe>},
 };
 
 template <size_t Row>
@@ -24,9 +26,8 @@ void Open(Shell &shell, QWidget *parent)
 }
 
 constexpr Commands::Row Command_Rows[] = {
-    {"Mnu_FileImport", "import", "Mnu_Exchange", Open<2>},
-    {"Mnu_Export_Disk", "", "Mnu_Exchange", Open<3>},
-    {"Mnu_D_AddOut", "", "Mnu_Exchange", Open<0>},
+    {"Mnu_FileImport", "import", "Mnu_Exchange", Open<2>}, {"Mnu_Export_Disk", "", "Mnu_Exchange", Open<3>},
+    {"Mnu_Export_Exe", "", "Mnu_Exchange", Open<4>},       {"Mnu_D_AddOut", "", "Mnu_Exchange", Open<0>},
     {"Mnu_D_AddIn", "", "Mnu_Exchange", Open<1>},
 };
 } // namespace

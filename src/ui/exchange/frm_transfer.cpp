@@ -23,8 +23,6 @@
 #include "ui_frm_transfer.h"
 
 #include <QFileInfo>
-#include <QHeaderView>
-#include <QMenu>
 
 using namespace Mod_DataBaseExport;
 
@@ -32,13 +30,11 @@ namespace
 {
 constexpr int Known_Column = 4;
 
-std::vector<List_Column> Columns(bool withKnown)
+Selection_Lists::Columns Columns(bool withKnown)
 {
-    std::vector<List_Column> columns;
-    for (const char *key : {"_Col_Id", "_Col_Title", "_Col_Folder", "_Col_Keys"})
-        columns.push_back({QLatin1String(key), Pack_Text("Frm_DataExport_Ex", key)});
+    Selection_Lists::Columns columns{{"_Col_Id", 14}, {"_Col_Title", 40}, {"_Col_Folder", 18}, {"_Col_Keys", 16}};
     if (withKnown)
-        columns.push_back({QStringLiteral("_Col_Known"), Pack_Text("Frm_DataExport_Ex", "_Col_Known")});
+        columns.push_back({"_Col_Known", 18});
     return columns;
 }
 
@@ -62,16 +58,13 @@ Frm_Transfer::Frm_Transfer(Direction direction, const QString &section, QWidget 
     m_ui->Trv_Export->setModel(&m_tree);
     m_ui->Trv_Export->setItemDelegate(new Node_Delegate(this));
     m_ui->Trv_Export->setAccessibleName(windowTitle());
-    Set_Up_List(*m_ui->Lsv_Code_Info, m_found, m_foundTicks);
-    Set_Up_List(*m_ui->Lsv_Done, m_chosen, m_chosenTicks);
-    connect(m_ui->Chk_Code_Info, &QCheckBox::clicked, &m_foundTicks, &Tick_Model::Tick_All);
-    connect(m_ui->Chk_Done, &QCheckBox::clicked, &m_chosenTicks, &Tick_Model::Tick_All);
-    connect(m_ui->Lsv_Code_Info, &QTreeView::customContextMenuRequested, this,
-            [this](const QPoint &where) { Show_Menu(*m_ui->Lsv_Code_Info, m_foundTicks, where, "Lsv_Code_Info"); });
-    connect(m_ui->Lsv_Done, &QTreeView::customContextMenuRequested, this,
-            [this](const QPoint &where) { Show_Menu(*m_ui->Lsv_Done, m_chosenTicks, where, "Lsv_Done"); });
+    m_lists = std::make_unique<Selection_Lists>(*this, "Frm_DataExport_Ex",
+                                                Selection_Lists::Controls{*m_ui->Lsv_Code_Info, *m_ui->Lsv_Done,
+                                                                          *m_ui->Chk_Code_Info, *m_ui->Chk_Done,
+                                                                          *m_ui->Cmd_ListViewToLsv},
+                                                Columns(false), Columns(true));
+    connect(m_lists.get(), &Selection_Lists::Moved, this, &Frm_Transfer::Look_For_Known);
     connect(m_ui->Trv_Export->selectionModel(), &QItemSelectionModel::currentChanged, this, &Frm_Transfer::List_Folder);
-    connect(m_ui->Cmd_ListViewToLsv, &QPushButton::clicked, this, &Frm_Transfer::Move_Down);
     connect(m_ui->Cmd_Browse, &QPushButton::clicked, this, &Frm_Transfer::Cmd_Browse_Click);
     connect(m_ui->Cmd_Export, &QPushButton::clicked, this, &Frm_Transfer::Cmd_Export_Click);
     connect(m_ui->Cmd_Exit, &QPushButton::clicked, this, &Frm_Transfer::reject);
@@ -79,33 +72,10 @@ Frm_Transfer::Frm_Transfer(Direction direction, const QString &section, QWidget 
 
 Frm_Transfer::~Frm_Transfer() = default;
 
-void Frm_Transfer::Set_Up_List(QTreeView &view, List_Model &list, Tick_Model &ticks)
-{
-    list.Set_Columns(Columns(&list == &m_chosen));
-    view.setModel(&ticks);
-    view.setAccessibleName(windowTitle());
-    const int character = fontMetrics().averageCharWidth();
-    constexpr int widths[] = {14, 40, 18, 16, 18};
-    for (int i = 0; i < ticks.columnCount({}); ++i)
-        view.setColumnWidth(i, widths[i] * character);
-    view.header()->setStretchLastSection(true);
-}
-
-void Frm_Transfer::Show_Menu(const QTreeView &view, Tick_Model &ticks, const QPoint &where, const char *name)
-{
-    QMenu menu(this);
-    for (const bool on : {true, false}) {
-        QAction *action = menu.addAction(Pack_Text("Frm_DataExport_Ex", on ? "_Check" : "_UnCheck"), this,
-                                         [&ticks, on] { ticks.Tick_All(on); });
-        action->setObjectName(QLatin1String(name) + QLatin1String(on ? "_Check" : "_UnCheck"));
-    }
-    menu.exec(view.viewport()->mapToGlobal(where));
-}
-
 void Frm_Transfer::Browse(const QString &connection)
 {
     m_browsed = connection;
-    m_found.Clear();
+    m_lists->Found.Clear();
     GetClassInfo_Ex(m_tree, connection, QStringLiteral("Zelqor"));
     m_ui->Trv_Export->expandToDepth(0);
 }
@@ -122,22 +92,19 @@ void Frm_Transfer::Say(const char *key, const QString &before)
 
 void Frm_Transfer::List_Folder()
 {
-    m_ui->Chk_Code_Info->setChecked(false);
-    m_foundTicks.Tick_All(false);
+    m_lists->Forget_Ticks();
     const QString id =
         GetKeyPart(m_ui->Trv_Export->currentIndex().data(Tree_Model::Key_Role).toString(), Key_Part::After_Underscore);
     const auto ask = [] {
         return Prompts::Input(Pack_Text("Frm_Main", "_Screct_Word"), Pack_Text("Frm_Main", "_Screct_Title"), {}, true);
     };
-    if (Fill_Candidates(id, m_found, m_browsed, m_direction, ask) == Candidates::Wrong_Password)
+    if (Fill_Candidates(id, m_lists->Found, m_browsed, m_direction, ask) == Candidates::Wrong_Password)
         Prompts::Message(Pack_Text("Frm_DataExport_Ex", "_ErrPwd"), App().App_Title, Prompts::Icon::Exclamation);
-    m_ui->Lab_Found->setText(locale().toString(m_found.Row_Count()));
+    m_ui->Lab_Found->setText(locale().toString(m_lists->Found.Row_Count()));
 }
 
-void Frm_Transfer::Move_Down()
+void Frm_Transfer::Look_For_Known()
 {
-    Add_To_Transfer_List(m_found, m_foundTicks.Ticked(), m_chosen);
-    m_ui->Chk_Done->setChecked(false);
     if (m_direction == Direction::Import || QFileInfo(Files::Native_Path(m_ui->Txt_ExportPath->text())).isFile())
         Show_Known();
 }
@@ -146,9 +113,9 @@ void Frm_Transfer::Move_Down()
 void Frm_Transfer::Show_Known()
 {
     QStringList ids;
-    for (int i = 0; i < m_chosen.Row_Count(); ++i) {
-        if (m_chosen.Row(i).texts.size() <= Known_Column)
-            ids << m_chosen.Row(i).tag;
+    for (int i = 0; i < m_lists->Chosen.Row_Count(); ++i) {
+        if (m_lists->Chosen.Row(i).texts.size() <= Known_Column)
+            ids << m_lists->Chosen.Row(i).tag;
     }
     const QString other =
         m_direction == Direction::Import ? App().Conn_Str : File_Conn_Str(m_ui->Txt_ExportPath->text());
@@ -157,11 +124,11 @@ void Frm_Transfer::Show_Known()
         known = Compare_Documents(other, m_browsed, ids, work);
     };
     Long_Work::Run(this, Pack_Text("Frm_DataExport_Ex", "_Comparing"), compare);
-    for (int i = 0; i < m_chosen.Row_Count(); ++i) {
-        List_Row row = m_chosen.Row(i);
+    for (int i = 0; i < m_lists->Chosen.Row_Count(); ++i) {
+        List_Row row = m_lists->Chosen.Row(i);
         if (known.contains(row.tag)) {
             row.texts.append(Known_Text(known.value(row.tag)));
-            m_chosen.Set_Row(i, row);
+            m_lists->Chosen.Set_Row(i, row);
         }
     }
 }
@@ -169,10 +136,8 @@ void Frm_Transfer::Show_Known()
 QList<Transfer_Row> Frm_Transfer::Chosen() const
 {
     QList<Transfer_Row> rows;
-    for (int i = 0; i < m_chosen.Row_Count(); ++i) {
-        if (m_chosenTicks.Ticked().contains(m_chosen.Row(i).tag))
-            rows.append({m_chosen.Row(i).tag, m_chosen.Row(i).texts.value(1)});
-    }
+    for (const List_Row &row : m_lists->Ticked())
+        rows.append({row.tag, row.texts.value(1)});
     return rows;
 }
 

@@ -3,16 +3,14 @@
 
 #include "exchange/transfer.h"
 #include "exchange/transfer_candidates.h"
-#include "platform/models/list_model.h"
 #include "platform/models/tree_model.h"
+#include "ui/exchange/selection_lists.h"
 #include "ui/kit/ctrl_language.h"
-#include "ui/kit/tick_model.h"
 
 #include <QDialog>
 #include <memory>
 
 class Import_Source;
-class QTreeView;
 namespace Ui
 {
 class Frm_Transfer;
@@ -50,10 +48,8 @@ protected:
     ctrlLanguage Lang;
 
 private:
-    void Set_Up_List(QTreeView &view, List_Model &list, Tick_Model &ticks);
-    void Show_Menu(const QTreeView &view, Tick_Model &ticks, const QPoint &where, const char *name);
     void List_Folder();
-    void Move_Down();
+    void Look_For_Known();
     void Show_Known();
     void Cmd_Export_Click();
     [[nodiscard]] bool Agrees(const QString &target, const QString &source, const QStringList &ids);
@@ -62,10 +58,7 @@ private:
     Mod_DataBaseExport::Direction m_direction;
     QString m_browsed; ///< connection string of the database whose tree is shown
     Tree_Model m_tree;
-    List_Model m_found;
-    List_Model m_chosen;
-    Tick_Model m_foundTicks{m_found};
-    Tick_Model m_chosenTicks{m_chosen};
+    std::unique_ptr<Selection_Lists> m_lists;
 };
 
 /// From the database in force into a file, which is made where it is missing.
