@@ -318,8 +318,7 @@ void Frm_Main::Add_Editor_Menus()
                                     m_ui->Mnu_Format,
                                     m_ui->mnuViewMode,
                                     {m_ui->Mnu_Print, m_ui->PriCode},
-                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
-                                    m_ui->Mnu_Pdf},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview}},
                                    *m_tabs, *this);
     connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
         const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;

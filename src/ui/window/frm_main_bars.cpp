@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/language_pack.h"
 #include "ui/document/document_tabs.h"
+#include "ui/document/save_as_menu.h"
 #include "ui/folders/tree_pane.h"
 #include "ui/kit/icons.h"
 #include "ui/window/frm_main.h"
@@ -21,7 +22,8 @@ void Frm_Main::Place_Document_Actions()
     auto *button = qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(m_ui->AddCode));
     button->setMenu(kinds);
     button->setPopupMode(QToolButton::MenuButtonPopup);
-    m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("SaveAs"), action("Email")});
+    m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("Email")});
+    new Save_As_Menu(*m_ui->Mnu_SaveAs, *m_tabs, *this, *this);
     m_ui->Mnu_View->addSeparator();
     m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
 }
