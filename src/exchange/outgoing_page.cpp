@@ -2,10 +2,15 @@
 #include "exchange/outgoing_page.h"
 
 #include "platform/pictures/raster.h"
+#include "platform/richtext/kept_properties.h"
+#include "platform/richtext/list_labels.h"
 #include "platform/richtext/picture_bytes.h"
 
 #include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextList>
 
 namespace
 {
@@ -24,6 +29,30 @@ const Picture_Type *Type_Of(const QByteArray &bytes)
             return &row;
     }
     return nullptr;
+}
+
+/// Labels that only this program makes, such as "1.2." and "(一)", become text before their items.
+void Write_Out_Labels(QTextDocument &document)
+{
+    struct Item {
+        QTextBlock block;
+        QString label;
+    };
+    QList<Item> items; // all of them first: an item that leaves its list renumbers the others
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (const QTextList *list = block.textList(); list && list->format().style() == Rich_Text::Kept_Labels)
+            items.append({block, Rich_Text::Item_Label(block)});
+    }
+    for (const Item &item : items) {
+        const int indent = item.block.textList()->format().indent() + item.block.blockFormat().indent();
+        item.block.textList()->remove(item.block);
+        QTextCursor cursor(item.block);
+        QTextBlockFormat format = item.block.blockFormat();
+        format.setIndent(indent);
+        cursor.setBlockFormat(format);
+        if (!item.label.isEmpty())
+            cursor.insertText(item.label + QLatin1Char(' '));
+    }
 }
 } // namespace
 
@@ -46,6 +75,7 @@ Mime::Page Page_Of(QTextDocument &document, const QString &title,
                    const std::function<QString(const Mime::Picture &)> &address)
 {
     static const QRegularExpression picture(QStringLiteral("<img src=\"([^\"]*)\"[^>]*>"));
+    Write_Out_Labels(document);
     document.setMetaInformation(QTextDocument::DocumentTitle, {}); // which would be written as it is
     QString html = document.toHtml();
     const QString head = QStringLiteral("<head>");

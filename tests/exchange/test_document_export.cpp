@@ -9,7 +9,7 @@
 #include "platform/files/paths.h"
 #include "platform/mime/page_file.h"
 #include "platform/office/office_engine.h"
-#include "platform/richtext/rich_text.h"
+#include "platform/richtext/list_labels.h"
 #include "support/stopping_work.h"
 #include "support/test_program.h"
 #include "support/zip_file.h"
@@ -331,6 +331,21 @@ private slots:
         m_program->Write(u"out/a.htm/in the way"_s, {});
         for (const char *name : {"out/a.htm", "nowhere/a.mht", "nowhere/a.txt"})
             QVERIFY2(!Failure_Of(QLatin1String(name)).isEmpty(), name);
+    }
+
+    void Labels_That_A_Browser_Cannot_Make_Are_Text()
+    {
+        QTextDocument shown;
+        QTextCursor cursor(&shown);
+        QTextListFormat format;
+        Rich_Text::Set_Rule(format, {.kind = 37, .start = 1, .level = 0, .text = u"(\u0000)"_s});
+        cursor.insertList(format);
+        cursor.insertText(u"甲\n乙"_s);
+        m_document.emplace(shown);
+        Export(u"out/a.htm"_s, m_work);
+        QTextDocument page;
+        page.setHtml(QString::fromUtf8(m_program->Bytes(u"out/a.htm"_s)));
+        QCOMPARE(page.toPlainText().trimmed(), u"(一) 甲\n(二) 乙"_s);
     }
 
     void Stored_Files_Are_Listed()

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QImage>
 #include <QMenu>
+#include <QProcess>
 #include <QTest>
 #include <QTextEdit>
 #include <optional>
@@ -115,6 +116,17 @@ private slots:
         QCOMPARE(m_desk->shell.status, m_desk->program.Path(u"out/"_s + file));
         QCOMPARE(GetIni(u"Page"_s, u"OpenPath"_s), m_desk->program.Path(u"out"_s));
         QVERIFY(m_desk->tabs.Current_Document()->Is_Changed());
+    }
+
+    void Paper_Is_Read_By_Another_Program()
+    {
+        m_desk->Open_Document();
+        m_desk->program.prompts.Expect(u"另存为"_s, m_desk->program.Path(u"纸 #1.pdf"_s));
+        m_desk->Action(u"Mnu_Export_Pdf"_s)->trigger();
+        QProcess reader;
+        reader.start(u"pdftotext"_s, {m_desk->program.Path(u"纸 #1.pdf"_s), u"-"_s});
+        QVERIFY(reader.waitForFinished());
+        QVERIFY(reader.readAllStandardOutput().contains("Hello"));
     }
 
     void What_Goes_Is_What_The_Pane_Holds()
