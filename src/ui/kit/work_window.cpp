@@ -2,6 +2,7 @@
 #include "ui/kit/work_window.h"
 
 #include "core/language_pack.h"
+#include "platform/prompts/prompts.h"
 #include "ui/kit/ctrl_language.h"
 #include "ui_frm_work.h"
 
@@ -56,8 +57,8 @@ private:
 class Frm_Work : public QDialog
 {
 public:
-    Frm_Work(QWidget *parent, const QString &title, Progress &progress, bool canEnd)
-        : QDialog(parent), m_progress(progress), m_canEnd(canEnd)
+    Frm_Work(QWidget *parent, const QString &title, Progress &progress, bool canEnd, QString question)
+        : QDialog(parent), m_progress(progress), m_canEnd(canEnd), m_question(std::move(question))
     {
         m_ui.setupUi(this);
         ctrlLanguage(*this, QStringLiteral("Frm_Work")).LoadControlsCaption();
@@ -73,7 +74,10 @@ public:
     /// Calling off takes until the item that is under way is done.
     void reject() override
     {
-        if (!m_canEnd)
+        if (!m_canEnd || !m_ui.Cmd_Cancel->isEnabled())
+            return;
+        if (!m_question.isEmpty() && Prompts::Ask(m_question, windowTitle(), Prompts::Choice::Yes_No,
+                                                  Prompts::Answer::No) != Prompts::Answer::Yes)
             return;
         m_progress.Call_Off();
         m_ui.Cmd_Cancel->setEnabled(false);
@@ -116,6 +120,7 @@ private:
     Ui::Frm_Work m_ui;
     Progress &m_progress;
     bool m_canEnd;
+    QString m_question;
     QTimer m_timer;
     QElapsedTimer m_clock;
 };
@@ -158,10 +163,11 @@ private:
 
 Frm_Work *Present_Window = nullptr;
 
-void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std::function<void(Work &)> &body)
+void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std::function<void(Work &)> &body,
+                   const QString &question = {})
 {
     Progress progress;
-    Frm_Work window(parent, title, progress, canEnd);
+    Frm_Work window(parent, title, progress, canEnd, question);
     const Only_This_Window only(window);
     std::exception_ptr failure;
     QEventLoop loop;
@@ -185,9 +191,9 @@ void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std
 
 namespace Long_Work
 {
-void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body)
+void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body, const QString &question)
 {
-    Run_In_Thread(parent, title, true, body);
+    Run_In_Thread(parent, title, true, body, question);
 }
 
 void Run_To_End(QWidget *parent, const QString &title, const std::function<void()> &body)
