@@ -20,6 +20,7 @@
 #include <QStackedWidget>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 #include <QTreeView>
 #include <optional>
 
@@ -140,6 +141,23 @@ private slots:
         QCOMPARE(pressed, 0);
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(pressed, 1);
+    }
+
+    /// The window of the work comes after half a second, and would stand before what is asked.
+    void A_Question_Is_Answered_Before_The_Work_Shows()
+    {
+        bool answered = false;
+        Long_Work::Run(nullptr, u"work"_s, [&](Work & /*work*/) {
+            Long_Work::Ask([&] {
+                QDialog box;
+                QTimer::singleShot(900, &box, [&] {
+                    answered = QApplication::activeModalWidget() == &box;
+                    box.accept();
+                });
+                box.exec();
+            });
+        });
+        QVERIFY(answered);
     }
 
     void Work_Is_Called_Off_After_Its_Question()

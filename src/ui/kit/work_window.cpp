@@ -12,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QLocale>
+#include <QScopedValueRollback>
 #include <QThread>
 #include <QTime>
 #include <QTimer>
@@ -85,10 +86,17 @@ public:
         m_timer.stop();
     }
 
+    /// A window that came after a question would keep its answer out.
+    void Run_Question(const std::function<void()> &question)
+    {
+        const QScopedValueRollback asking(m_isAsking, true);
+        question();
+    }
+
 private:
     void Draw()
     {
-        if (!isVisible() && m_clock.hasExpired(Shown_After))
+        if (!isVisible() && !m_isAsking && m_clock.hasExpired(Shown_After))
             show();
         qint64 done = 0;
         qint64 all = 0;
@@ -121,6 +129,7 @@ private:
     Progress &m_progress;
     bool m_canEnd;
     QString m_question;
+    bool m_isAsking = false;
     QTimer m_timer;
     QElapsedTimer m_clock;
 };
@@ -206,6 +215,7 @@ void Ask(const std::function<void()> &question)
     if (Present_Window == nullptr || QThread::currentThread() == Present_Window->thread())
         question();
     else
-        QMetaObject::invokeMethod(Present_Window, question, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            Present_Window, [&] { Present_Window->Run_Question(question); }, Qt::BlockingQueuedConnection);
 }
 } // namespace Long_Work
