@@ -77,8 +77,7 @@ void Deploy_Runtime_Files()
     Log_Mark(QStringLiteral("Load_Runtime_File"));
     // Left over by older versions; the coder is a library now.
     Files::Delete_If_Present(App().App_Path + QStringLiteral("zelqorzip.exe"));
-    // What a killed program left decoded, the text of protected documents among it.
-    Files::Delete_Files(App().App_Path + QStringLiteral("data/temp"), QStringLiteral("*"));
+    Clear_Temp_Directory(); // what a killed program left decoded
     Load_Language(QStringLiteral("Main()"));
     Translate_Toolkit();
 }

@@ -6,6 +6,7 @@
 #include "core/error_text.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
+#include "core/runtime_files.h"
 #include "core/settings.h"
 #include "platform/files/door.h"
 #include "platform/prompts/prompts.h"
@@ -51,7 +52,7 @@ bool Form_QueryUnload(Frm_Main &window)
         return false;
     window.hide();
     window.Save_Left_Side();
-    Files::Delete_Files(App().App_Path + QStringLiteral("data/temp"), QStringLiteral("*"));
+    Clear_Temp_Directory();
     Files::Delete_Files(App().App_Path + QStringLiteral("editor"), QStringLiteral("~*.htm"));
     return true;
 }

@@ -134,3 +134,13 @@ QString Keywords_Directory()
 {
     return Made_Directory("keywords");
 }
+
+void Clear_Temp_Directory()
+{
+    const QString folder = App().App_Path + QStringLiteral("data/temp");
+    Files::Delete_Files(folder, QStringLiteral("*"));
+    for (const Files::Entry &entry : Files::Entries(folder)) {
+        if (entry.is_folder)
+            Files::Delete_Folder(folder + QLatin1Char('/') + entry.name);
+    }
+}

@@ -42,3 +42,7 @@ QString Editor_Directory();
 QString Temp_Directory();
 QString Icon_Directory();
 QString Keywords_Directory();
+
+/// Deletes all that stands in data\temp\: the text of protected documents may be among it. What cannot be deleted
+/// stays.
+void Clear_Temp_Directory();

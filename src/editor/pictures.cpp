@@ -3,8 +3,8 @@
 
 #include "editor/picture_handler.h"
 #include "platform/pictures/raster.h"
+#include "platform/richtext/picture_bytes.h"
 
-#include <QBuffer>
 #include <QCryptographicHash>
 #include <QImage>
 #include <QMimeData>
@@ -15,19 +15,10 @@
 
 namespace
 {
-/// The names of pictures that a document holds begin so; any other names something elsewhere.
-const QLatin1StringView Own_Names("picture:");
-
 QString Name_Of(const QByteArray &bytes)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-    return Own_Names + QLatin1String(hash.toHex());
-}
-
-QByteArray Bytes_Of(const QVariant &resource)
-{
-    return resource.userType() == QMetaType::QByteArray ? resource.toByteArray()
-                                                        : Pictures::As_File(resource.value<QImage>());
+    return QLatin1String(Rich_Text::Held_Picture_Names) + QLatin1String(hash.toHex());
 }
 
 /// The bytes of an address that is the picture itself (RFC 2397).
@@ -60,17 +51,12 @@ QByteArray Pictures::Held(const QTextDocument &document, const QString &name)
         const QByteArray bytes = In_Address(name);
         return Raster::Size(bytes).isValid() ? bytes : QByteArray();
     }
-    const bool own = name.startsWith(Own_Names);
-    return own ? Bytes_Of(document.resource(QTextDocument::ImageResource, QUrl(name))) : QByteArray();
+    return Rich_Text::Held_Picture(document, name);
 }
 
 QByteArray Pictures::As_File(const QImage &image)
 {
-    QByteArray png;
-    QBuffer buffer(&png);
-    if (!image.isNull())
-        image.save(&buffer, "PNG");
-    return png;
+    return Rich_Text::Picture_Bytes(image);
 }
 
 bool Pictures::Insert(QTextCursor &cursor, const QByteArray &bytes)

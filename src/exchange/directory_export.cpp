@@ -17,6 +17,7 @@
 
 #include <QFileInfo>
 #include <QStorageInfo>
+#include <optional>
 
 namespace
 {
@@ -71,7 +72,8 @@ private:
     void Take_Folder(const Folder &folder);
     void Take_Document(Recordset &row, const QString &directory);
     void Write_Document(const QString &staging, const QString &target, Field stream);
-    [[nodiscard]] QString Target(const QString &directory, const QString &title, const QString &type) const;
+    [[nodiscard]] QString Target(const QString &directory, const QString &title, const QString &type);
+    [[nodiscard]] Replacing Ask_To_Replace(const QString &title);
     void Fail(const QString &name, const QString &reason);
 
     QString m_top;
@@ -81,7 +83,8 @@ private:
     Report m_report;
     qint64 m_all = 0;
     qint64 m_behind = 0;
-    bool m_over = false; ///< nothing more is written
+    std::optional<Replacing> m_always; ///< what the user has said for all files
+    bool m_over = false;               ///< nothing more is written
 };
 
 void Export::Write_Head() const
@@ -151,17 +154,37 @@ void Export::Take_Folder(const Folder &folder)
     }
 }
 
+Replacing Export::Ask_To_Replace(const QString &title)
+{
+    if (m_always)
+        return *m_always;
+    const Replacing answer = m_ask.replace(title);
+    if (answer == Replacing::All || answer == Replacing::None)
+        m_always = answer;
+    return answer;
+}
+
 /// The file that a document becomes. One that stands there is replaced only when the user says so; the second name is
-/// taken whatever stands there.
-QString Export::Target(const QString &directory, const QString &title, const QString &type) const
+/// taken whatever stands there. @returns "" when the user ends the run
+QString Export::Target(const QString &directory, const QString &title, const QString &type)
 {
     const QString name = title + QLatin1Char('.') + type;
     if (!Files::Is_Plain_Name(name))
         Refuse_Name(name);
-    const QString first = directory + QLatin1Char('/') + name;
-    return !QFileInfo::exists(first) || m_ask.replace(title)
-               ? first
-               : directory + QLatin1Char('/') + title + QStringLiteral("~1.") + type;
+    QString first = directory + QLatin1Char('/') + name;
+    if (!QFileInfo::exists(first))
+        return first;
+    switch (Ask_To_Replace(title)) {
+    case Replacing::Yes:
+    case Replacing::All:
+        return first;
+    case Replacing::Stop:
+        return {};
+    case Replacing::No:
+    case Replacing::None:
+        break;
+    }
+    return directory + QLatin1Char('/') + title + QStringLiteral("~1.") + type;
 }
 
 void Export::Take_Document(Recordset &row, const QString &directory)
@@ -171,6 +194,10 @@ void Export::Take_Document(Recordset &row, const QString &directory)
         const QString type = row[QStringLiteral("Code_Type")].Is_Null() ? QStringLiteral("RTF")
                                                                         : row[QStringLiteral("Code_Type")].Text();
         const QString target = Target(directory, title, type);
+        if (target.isEmpty()) {
+            m_over = result.stopped = true;
+            return;
+        }
         const bool hasStream = !row[QStringLiteral("Code_Content_IO")].Is_Null();
         Write_Document(directory + QLatin1Char('/') + title + QLatin1Char('.') + type + QStringLiteral(".dd"), target,
                        row[hasStream ? QStringLiteral("Code_Content_IO") : QStringLiteral("Code_Content")]);
@@ -178,7 +205,7 @@ void Export::Take_Document(Recordset &row, const QString &directory)
         ++result.done;
     });
     if (!written) {
-        m_over = Err().failure == Failure::Disk_Full;
+        m_over = result.disk_full = Err().failure == Failure::Disk_Full;
         Fail(title, Error_Text(Err()));
         Error_Log(QStringLiteral("Frm_DataExport_Node_Files\\Cmd_Export"));
     }

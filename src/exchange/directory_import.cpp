@@ -15,7 +15,9 @@
 #include "tree/folder_editing.h"
 
 #include <QHash>
+#include <QLocale>
 #include <QSet>
+#include <numeric>
 
 namespace
 {
@@ -51,6 +53,18 @@ QStringList Folder_Names(const QString &path, const QString &directory)
     names.removeLast();
     const qsizetype end = names.indexOf(QString());
     return end < 0 ? names : names.first(end);
+}
+
+/// The sizes of the plan's files, as they were found.
+QList<qint64> Sizes_Of(const Directory_Import &plan)
+{
+    QHash<QString, qint64> found;
+    for (const Files::Found_File &file : plan.found.files)
+        found.insert(Row_Of(file).Path(), file.size);
+    QList<qint64> sizes;
+    for (const QString &path : plan.paths)
+        sizes << found.value(path);
+    return sizes;
 }
 
 /// One run of the import.
@@ -216,8 +230,13 @@ Import_Result Import_Directory(const Directory_Import &plan, Work &work,
 {
     Import import(plan, added);
     import.Write_Head();
-    for (qsizetype i = 0; i < plan.paths.size(); ++i) {
-        if (!work.Next(i, plan.paths.size(), Name_Of(plan.paths[i]))) {
+    const QList<qint64> sizes = Sizes_Of(plan);
+    const qint64 all = std::accumulate(sizes.begin(), sizes.end(), qint64(0));
+    qint64 behind = 0;
+    for (qsizetype i = 0; i < plan.paths.size(); behind += sizes[i++]) {
+        const QString bytes =
+            QStringLiteral("  (%1 / %2)").arg(QLocale().formattedDataSize(behind), QLocale().formattedDataSize(all));
+        if (!work.Next(i, plan.paths.size(), Name_Of(plan.paths[i]) + bytes)) {
             import.result.stopped = true;
             break;
         }

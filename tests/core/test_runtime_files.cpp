@@ -2,6 +2,7 @@
 #include "core/error_log.h"
 #include "core/runtime_files.h"
 #include "platform/errors/run_time_error.h"
+#include "platform/files/door.h"
 #include "support/test_program.h"
 
 #include <QCryptographicHash>
@@ -34,6 +35,16 @@ class Test_Runtime_Files : public QObject
 private slots:
     void init() { m_program.emplace(Test_Program::Start::Bare); }
     void cleanup() { m_program.reset(); }
+
+    void All_That_Is_Staged_Goes()
+    {
+        m_program->Write(u"data/temp/zip.cc"_s, "x");
+        m_program->Write(u"data/temp/export_1/engine/secret.rtf"_s, "x");
+        m_program->Write(u"data/kept"_s, "x");
+        Clear_Temp_Directory();
+        QCOMPARE(Files::Entries(m_program->Path(u"data/temp"_s)).size(), 0);
+        QCOMPARE(Files::Entries(m_program->Path(u"data"_s)).size(), 2);
+    }
 
     void An_Empty_Directory_Gets_All_Files()
     {

@@ -131,7 +131,7 @@ private slots:
 
         Export_Questions ask{[](const QString &) { return QString(); },
                              [](const QString &) {
-                                 return true;
+                                 return Replacing::Yes;
                              }};
         const Export_Result result = Export_Directory(u"001"_s, m_program->Path(u"out"_s), ask, work);
         QCOMPARE(result.failed.size(), 0);
@@ -169,7 +169,7 @@ private slots:
         Sql_Run(u"update Cate_Info set Cate_Name = '%1' where Cate_ID = '001'"_s.arg(folder));
         const Export_Questions ask{[](const QString &) { return QString(); },
                                    [](const QString &) {
-                                       return true;
+                                       return Replacing::Yes;
                                    }};
         const Export_Result result = Export_Directory(u"001"_s, m_program->Path(u"out"_s), ask, work);
         QCOMPARE(result.done, 0);
@@ -177,6 +177,43 @@ private slots:
         QVERIFY(Tree(u"out"_s).isEmpty());
         QCOMPARE(Tree(u"in"_s).size(), 1);
         QVERIFY(!QFileInfo::exists(m_program->Path(u"x.TXT"_s)));
+    }
+
+    void What_Is_Said_For_All_Is_Not_Asked_Again_data()
+    {
+        QTest::addColumn<Replacing>("answer");
+        QTest::addColumn<int>("asked");
+        QTest::addColumn<QString>("files");
+        QTest::newRow("yes") << Replacing::Yes << 2 << u"a.TXT=new b.TXT=new"_s;
+        QTest::newRow("yes to all") << Replacing::All << 1 << u"a.TXT=new b.TXT=new"_s;
+        QTest::newRow("no to all") << Replacing::None << 1 << u"a.TXT=old a~1.TXT=new b.TXT=old b~1.TXT=new"_s;
+        QTest::newRow("cancel") << Replacing::Stop << 1 << u"a.TXT=old b.TXT=old"_s;
+    }
+    void What_Is_Said_For_All_Is_Not_Asked_Again()
+    {
+        QFETCH(Replacing, answer);
+        QFETCH(int, asked);
+        Unwatched_Work work;
+        QVERIFY(QDir().mkpath(m_program->Path(u"out/top"_s)));
+        for (const char *name : {"a", "b"}) {
+            m_program->Write(u"in/%1.txt"_s.arg(QLatin1String(name)), "new");
+            m_program->Write(u"out/top/%1.TXT"_s.arg(QLatin1String(name)), "old");
+        }
+        Directory_Import plan = Plan();
+        plan.title = Title_Rule::Without_Last_Letters;
+        QCOMPARE(Import_Directory(plan, work, {}).done, 2);
+        int questions = 0;
+        const Export_Questions ask{{}, [&](const QString &) {
+                                       ++questions;
+                                       return answer;
+                                   }};
+        const Export_Result result = Export_Directory(u"001"_s, m_program->Path(u"out"_s), ask, work);
+        QCOMPARE(result.stopped, answer == Replacing::Stop);
+        QCOMPARE(questions, asked);
+        QStringList files;
+        for (const auto &[name, bytes] : Tree(u"out/top"_s).asKeyValueRange())
+            files << name.mid(1) + u'=' + QString::fromUtf8(bytes);
+        QTEST(files.join(u' '), "files");
     }
 
     void Names_That_Are_Taken_And_Locks_Are_Asked_For()
@@ -196,7 +233,7 @@ private slots:
                                    },
                                    [&](const QString &title) {
                                        asked << title;
-                                       return false;
+                                       return Replacing::No;
                                    }};
         const Export_Result result = Export_Directory(u"001"_s, m_program->Path(u"out"_s), ask, work);
         QVERIFY(result.wrong_password);

@@ -3,6 +3,7 @@
 #include "documents/document_deletion.h"
 #include "documents/document_store.h"
 #include "documents/drafts.h"
+#include "exchange/document_export.h"
 #include "hostile/failing_files.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
@@ -42,6 +43,7 @@ struct Desk {
         Back_Up();
         Profile::Write(program.Path(u"Config.ini"_s), u"Col"_s, u"KEYS"_s, u"old,"_s);
         program.Write(u"new.ini"_s, "[new]");
+        program.Write(u"page.htm"_s, "the old page");
         form.content->setPlainText(u"new text "_s.repeated(4000));
         form.memo->setPlainText(u"new memo"_s);
     }

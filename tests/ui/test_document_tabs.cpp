@@ -3,7 +3,6 @@
 #include "documents/document_store.h"
 #include "documents/drafts.h"
 #include "editor/links.h"
-#include "editor/pictures.h"
 #include "platform/files/paths.h"
 #include "support/no_shell.h"
 #include "support/test_form.h"
@@ -588,39 +587,6 @@ private slots:
         QVERIFY(m_tabs->Close(1));
         m_tabs->Open(id);
         QCOMPARE(Control<QTextEdit>("Txt_Content").document()->toRawText().contains(QChar(0xFFFC)), picture);
-    }
-
-    void A_Copy_Is_Of_The_Chosen_Kind_data()
-    {
-        QTest::addColumn<QString>("answer"); // the name, and the kind chosen in the box
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("begins");
-        QTest::addColumn<bool>("picture");
-        QTest::addRow("rich text") << u"a.rtf|0"_s << u"a.rtf"_s << u"{\\rtf"_s << false;
-        QTest::addRow("plain text") << u"v1.2|1"_s << u"v1.2.txt"_s << u"Hello"_s << false;
-        QTest::addRow("another kind, the name left alone") << u"a.rtf|2"_s << u"a.htm"_s << u"<!DOCTYPE"_s << true;
-        QTest::addRow("page") << u"a|2"_s << u"a.htm"_s << u"<!DOCTYPE"_s << true;
-        QTest::addRow("the name tells") << u"a.HTML|0"_s << u"a.HTML"_s << u"<!DOCTYPE"_s << true;
-    }
-    void A_Copy_Is_Of_The_Chosen_Kind()
-    {
-        QFETCH(QString, answer);
-        QFETCH(QString, file);
-        QFETCH(QString, begins);
-        QFETCH(bool, picture);
-        m_tabs->Open(Stored(u"A"_s, u"Hello"_s));
-        m_tabs->Current_Document()->Set_Edit_Mode(true);
-        QTextCursor cursor = Control<QTextEdit>("Txt_Content").textCursor();
-        cursor.movePosition(QTextCursor::End);
-        QImage image(4, 4, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QVERIFY(Pictures::Insert(cursor, Pictures::As_File(image)));
-        m_program->prompts.Expect(u"另存为"_s, m_program->Path(answer));
-        m_tabs->Action(u"SaveAs"_s)->trigger();
-        const QByteArray written = m_program->Bytes(file);
-        QVERIFY2(written.startsWith(begins.toUtf8()), written.left(40).constData());
-        const QByteArray data = Pictures::As_File(image).toBase64();
-        QCOMPARE(written.contains("src=\"data:image/png;base64," + data + '"'), picture);
     }
 
     void A_New_Office_Document_Is_Given_To_Its_Program_data()

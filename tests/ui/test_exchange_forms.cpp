@@ -12,13 +12,17 @@
 #include "ui/kit/work_window.h"
 #include "users/scrambling.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QStackedWidget>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 #include <QTreeView>
 #include <optional>
 
@@ -68,8 +72,11 @@ private slots:
             Press(form, "Cmd_Next");
             Press(form, "Cmd_Next");
             QVERIFY(!Get<QPushButton>(form, "Cmd_Next").isEnabled());
+            form.show();
             Get<QLineEdit>(form, "Txt_Path").setText(m_program->Path(u"in"_s));
-            form.Search();
+            QTest::keyClick(&Get<QLineEdit>(form, "Txt_Path"), Qt::Key_Return);
+            QTRY_VERIFY(Get<QPushButton>(form, "Cmd_Next").isEnabled());
+            QCOMPARE(Get<QStackedWidget>(form, "Pic_Steps").currentIndex(), 2); // the list is seen before the next step
             Press(form, "Cmd_Next");
             Press(form, "Cmd_Next");
             // The second time both titles are in their folders.
@@ -177,6 +184,41 @@ private slots:
         QCOMPARE(pressed, 0);
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(pressed, 1);
+    }
+
+    /// The window of the work comes after half a second, and would stand before what is asked.
+    void A_Question_Is_Answered_Before_The_Work_Shows()
+    {
+        bool answered = false;
+        Long_Work::Run(nullptr, u"work"_s, [&](Work & /*work*/) {
+            Long_Work::Ask([&] {
+                QDialog box;
+                QTimer::singleShot(900, &box, [&] {
+                    answered = QApplication::activeModalWidget() == &box;
+                    box.accept();
+                });
+                box.exec();
+            });
+        });
+        QVERIFY(answered);
+    }
+
+    void Work_Is_Called_Off_After_Its_Question()
+    {
+        for (const char *answer : {"no", "yes"}) {
+            m_program->prompts.Expect(u"end it?"_s, QLatin1String(answer));
+            bool goesOn = true;
+            Long_Work::Run(
+                nullptr, u"work"_s,
+                [&](Work &work) {
+                    for (bool isShown = false; !isShown; QThread::msleep(20))
+                        Long_Work::Ask([&] { isShown = QApplication::activeModalWidget() != nullptr; });
+                    Long_Work::Ask([] { Get<QPushButton>(*QApplication::activeModalWidget(), "Cmd_Cancel").click(); });
+                    goesOn = work.Next(1, 2, u"item"_s);
+                },
+                u"end it?"_s);
+            QCOMPARE(goesOn, *answer == 'n');
+        }
     }
 
     void Nothing_Is_Exported_Before_Both_Sides_Are_Chosen()

@@ -3,6 +3,7 @@
 
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
+#include "platform/richtext/picture_bytes.h"
 #include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
@@ -242,7 +243,7 @@ private:
 QString Picture_Name(const QByteArray &bytes)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-    return QLatin1String("picture:") + QLatin1String(hash.toHex());
+    return QLatin1String(Rich_Text::Held_Picture_Names) + QLatin1String(hash.toHex());
 }
 
 namespace

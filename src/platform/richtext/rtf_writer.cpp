@@ -4,6 +4,7 @@
 #include "platform/pictures/raster.h"
 #include "platform/richtext/kept_properties.h"
 #include "platform/richtext/list_labels.h"
+#include "platform/richtext/picture_bytes.h"
 #include "platform/richtext/rich_text.h"
 #include "platform/richtext/rtf_borders.h"
 #include "platform/richtext/rtf_formats.h"
@@ -11,7 +12,6 @@
 #include "platform/richtext/rtf_page_texts.h"
 #include "platform/richtext/rtf_pictures.h"
 
-#include <QBuffer>
 #include <QFont>
 #include <QImage>
 #include <QTextBlock>
@@ -39,18 +39,6 @@ struct Property {
     const char *word;
 };
 
-QByteArray Bytes_Of(const QVariant &resource)
-{
-    if (resource.userType() == QMetaType::QByteArray)
-        return resource.toByteArray();
-    QByteArray png;
-    const auto image = resource.value<QImage>();
-    QBuffer buffer(&png);
-    if (!image.isNull())
-        image.save(&buffer, "PNG");
-    return png;
-}
-
 /// The picture's bytes in a format that RTF has, with the word for it; other image files become PNG.
 const char *Prepare(QByteArray &bytes)
 {
@@ -70,7 +58,7 @@ const char *Prepare(QByteArray &bytes)
         break;
     }
     if (const QImage image = Raster::Decode(bytes); !image.isNull())
-        bytes = Bytes_Of(QVariant(image));
+        bytes = Rich_Text::Picture_Bytes(QVariant(image));
     return "\\pngblip";
 }
 
@@ -509,7 +497,7 @@ void Writer::Write_Picture_Size(const QSizeF &shown, const QRectF &part)
 
 void Writer::Write_Picture(const QTextImageFormat &format)
 {
-    QByteArray bytes = Bytes_Of(m_document.resource(QTextDocument::ImageResource, QUrl(format.name())));
+    QByteArray bytes = Rich_Text::Picture_Bytes(m_document.resource(QTextDocument::ImageResource, QUrl(format.name())));
     const QSizeF shown = Shown_Size(format, bytes);
     const QSize own = Pixel_Size(bytes);
     const char *kind = Prepare(bytes);

@@ -4,8 +4,6 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "documents/blank_files.h"
-#include "editor/line_distance.h"
-#include "editor/pictures.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
 #include "platform/richtext/rich_text.h"
@@ -17,9 +15,6 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QImage>
-#include <QMimeDatabase>
-#include <QRegularExpression>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QUrl>
@@ -82,10 +77,6 @@ const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
          [](Document_Tabs &tabs) {
              tabs.Current_Document()->Open_Outside();
          }},
-        {"SaveAs", "_Cmd_SaveAs", "save-as", Qt::CTRL | Qt::SHIFT | Qt::Key_S, true, false,
-         [](Document_Tabs &tabs) {
-             tabs.Save_As();
-         }},
         {"Email",
          "_Cmd_Email",
          "mail",
@@ -110,45 +101,6 @@ const std::vector<Document_Tabs::Command> &Document_Tabs::Commands()
     };
     return commands;
 }
-
-namespace
-{
-/// An address that is the picture itself; "" for one without bytes.
-QString Data_Address(const QTextDocument &document, const QString &name)
-{
-    const QByteArray bytes = Pictures::Held(document, name);
-    return bytes.isEmpty() ? QString()
-                           : QStringLiteral("data:%1;base64,").arg(QMimeDatabase().mimeTypeForData(bytes).name()) +
-                                 QString::fromLatin1(bytes.toBase64());
-}
-
-/// A page that carries its pictures: their names mean nothing outside of the document.
-QByteArray Page_Of(const QTextDocument &document)
-{
-    static const QRegularExpression source(QStringLiteral("(?<= src=\")picture:[0-9a-f]+(?=\")"));
-    const QString html = Line_Distance::Without(document.toHtml());
-    QString page;
-    qsizetype done = 0;
-    for (auto found = source.globalMatch(html); found.hasNext();) {
-        const QRegularExpressionMatch name = found.next();
-        page += html.mid(done, name.capturedStart() - done) + Data_Address(document, name.captured());
-        done = name.capturedEnd();
-    }
-    return (page + html.mid(done)).toUtf8();
-}
-
-/// A file in the form that its name asks for.
-void Export(const Document_Form &form, const QString &path)
-{
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == QLatin1String("txt"))
-        Rich_Text::Save_File(path, Rich_Text::Format::Plain, *form.content);
-    else if (extension == QLatin1String("htm") || extension == QLatin1String("html"))
-        Files::Write_Bytes(path, Page_Of(*form.content), Files::Durability::Given);
-    else
-        Files::Write_Bytes(path, Rich_Text::Write_Rtf(*form.content), Files::Durability::Given);
-}
-} // namespace
 
 void Document_Tabs::Add_Commands()
 {
@@ -202,30 +154,6 @@ void Document_Tabs::Switch_Mode()
     if (Frm_Doc_Standard *document = Current_Document())
         document->Set_Edit_Mode(!document->Is_Editing());
     Show_State();
-}
-
-void Document_Tabs::Save_As()
-{
-    Frm_Doc_Standard *document = Current_Document();
-    if (document == nullptr)
-        return;
-    const QString filter = Pack_Text("Frm_Main", "_Rich") + QStringLiteral("(*.rtf)|*.rtf|") +
-                           Pack_Text("Frm_Main", "_Text") + QStringLiteral("(*.txt)|*.txt|") +
-                           Pack_Text("Frm_Main", "_Htm") + QStringLiteral("(*.htm)|*.htm *.html");
-    const QString name = Files::Name_For(document->Title(), Pack_Text("Frm_Doc_Standard", "_NewDoc"));
-    const QString path = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), name + QStringLiteral(".rtf"), filter);
-    if (path.isEmpty())
-        return;
-    document->Commit_Composition();
-    const bool done = Trap(
-        QStringLiteral("Frm_Main\\SaveAs"),
-        [&] {
-            Export(document->Form(), path);
-            return true;
-        },
-        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
-    if (done)
-        m_shell.Set_Status(path);
 }
 
 void Document_Tabs::Email()

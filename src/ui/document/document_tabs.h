@@ -88,7 +88,6 @@ private:
     void Add_Commands();
     void Wake_Page();
     void Show_State();
-    void Save_As();
     void Email();
     void New_From_Clipboard();
     void New_Outside(const QString &type);

@@ -3,6 +3,7 @@
 
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "editor/links.h"
 #include "platform/files/paths.h"
@@ -80,12 +81,14 @@ Export_Questions Frm_DataExport_Node_Files::Questions()
         return typed;
     };
     ask.replace = [this](const QString &title) {
-        bool replace = false;
+        constexpr Replacing answers[] = {Replacing::Yes, Replacing::No, Replacing::All, Replacing::None};
+        int chosen = -1;
         Long_Work::Ask([&] {
-            replace = Prompts::Ask(title + Lang.GetString("_IsReplace"), App().App_Title, Prompts::Choice::Yes_No) ==
-                      Prompts::Answer::Yes;
+            chosen = Prompts::Choose(title + Lang.GetString("_IsReplace"), App().App_Title,
+                                     {Lang.GetString("_Yes", "Buttons"), Lang.GetString("_No", "Buttons"),
+                                      Lang.GetString("_Yes_To_All"), Lang.GetString("_No_To_All")});
         });
-        return replace;
+        return chosen < 0 ? Replacing::Stop : answers[chosen];
     };
     return ask;
 }
@@ -113,6 +116,8 @@ void Frm_DataExport_Node_Files::Tell(const Export_Result &result)
 {
     if (result.wrong_password)
         Prompts::Message(Lang.GetString("_ErrPwd"), App().App_Title, Prompts::Icon::Exclamation);
+    if (result.disk_full)
+        Prompts::Message(Pack_Text("Error_Texts", "_Disk_Full"), App().App_Title, Prompts::Icon::Exclamation);
     const QString sum = Lang.GetString("_ExpDone") + QLatin1Char('\n') + result.sum;
     m_ui->Lab_Processing->setText(result.sum);
     Prompts::Message(sum, App().App_Title);

@@ -22,6 +22,23 @@ namespace
 {
 enum Step { Start, Kinds, Files_Step, Options, Finish };
 
+/// Work that a label of the form tells of too.
+class Named_Work : public Work
+{
+public:
+    Named_Work(Work &work, QLabel &label) : m_work(work), m_label(label) {}
+    bool Next(qint64 done, qint64 all, const QString &name) override
+    {
+        QMetaObject::invokeMethod(
+            &m_label, [label = &m_label, name] { label->setText(name); }, Qt::QueuedConnection);
+        return m_work.Next(done, all, name);
+    }
+
+private:
+    Work &m_work;
+    QLabel &m_label;
+};
+
 std::vector<List_Column> Columns(const ctrlLanguage &lang)
 {
     std::vector<List_Column> columns;
@@ -51,7 +68,8 @@ Frm_FileImport::Frm_FileImport(QWidget *parent) : QDialog(parent), m_ui(std::mak
     connect(m_ui->Trv_Code_Class->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &Frm_FileImport::Choose_Target);
     connect(m_ui->Cmd_SearchPath, &QPushButton::clicked, this, &Frm_FileImport::Choose_Directory);
-    connect(m_ui->Txt_Path, &QLineEdit::returnPressed, this, &Frm_FileImport::Search);
+    // Behind the key itself, which would press the button that the search enables.
+    connect(m_ui->Txt_Path, &QLineEdit::returnPressed, this, &Frm_FileImport::Search, Qt::QueuedConnection);
     connect(m_ui->Chk_Input, &QCheckBox::clicked, &m_ticks, &Tick_Model::Tick_All);
     connect(m_ui->Cmd_Prev, &QPushButton::clicked, this, [this] { Modify_Step(m_step - 1); });
     connect(m_ui->Cmd_Next, &QPushButton::clicked, this, [this] { Modify_Step(m_step + 1); });
@@ -85,6 +103,7 @@ void Frm_FileImport::Modify_Step(int step)
         m_plan.directory = m_ui->Txt_Path->text();
         m_plan.title = m_ui->Opt_TitleName_0->isChecked() ? Title_Rule::Whole_Name : Title_Rule::Without_Last_Letters;
         Offer_To_Leave_Out_Known();
+        m_ui->Cmd_Import->setFocus();
     }
 }
 
@@ -178,7 +197,13 @@ void Frm_FileImport::Cmd_Import_Click()
     const bool begun = Trap(
         QStringLiteral("Frm_FileImport\\Cmd_Import"),
         [&] {
-            Long_Work::Run(this, windowTitle(), [&](Work &work) { result = Import_Directory(plan, work, {}); });
+            Long_Work::Run(
+                this, windowTitle(),
+                [&](Work &work) {
+                    Named_Work named(work, *m_ui->Lab_Being_File);
+                    result = Import_Directory(plan, named, {});
+                },
+                Lang.GetString("_End"));
             return true;
         },
         [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });

@@ -2,6 +2,7 @@
 #include "ui/kit/work_window.h"
 
 #include "core/language_pack.h"
+#include "platform/prompts/prompts.h"
 #include "ui/kit/ctrl_language.h"
 #include "ui_frm_work.h"
 
@@ -11,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QLocale>
+#include <QScopedValueRollback>
 #include <QThread>
 #include <QTime>
 #include <QTimer>
@@ -56,8 +58,8 @@ private:
 class Frm_Work : public QDialog
 {
 public:
-    Frm_Work(QWidget *parent, const QString &title, Progress &progress, bool canEnd)
-        : QDialog(parent), m_progress(progress), m_canEnd(canEnd)
+    Frm_Work(QWidget *parent, const QString &title, Progress &progress, bool canEnd, QString question)
+        : QDialog(parent), m_progress(progress), m_canEnd(canEnd), m_question(std::move(question))
     {
         m_ui.setupUi(this);
         ctrlLanguage(*this, QStringLiteral("Frm_Work")).LoadControlsCaption();
@@ -73,7 +75,10 @@ public:
     /// Calling off takes until the item that is under way is done.
     void reject() override
     {
-        if (!m_canEnd)
+        if (!m_canEnd || !m_ui.Cmd_Cancel->isEnabled())
+            return;
+        if (!m_question.isEmpty() && Prompts::Ask(m_question, windowTitle(), Prompts::Choice::Yes_No,
+                                                  Prompts::Answer::No) != Prompts::Answer::Yes)
             return;
         m_progress.Call_Off();
         m_ui.Cmd_Cancel->setEnabled(false);
@@ -81,10 +86,17 @@ public:
         m_timer.stop();
     }
 
+    /// A window that came after a question would keep its answer out.
+    void Run_Question(const std::function<void()> &question)
+    {
+        const QScopedValueRollback asking(m_isAsking, true);
+        question();
+    }
+
 private:
     void Draw()
     {
-        if (!isVisible() && m_clock.hasExpired(Shown_After))
+        if (!isVisible() && !m_isAsking && m_clock.hasExpired(Shown_After))
             show();
         qint64 done = 0;
         qint64 all = 0;
@@ -116,6 +128,8 @@ private:
     Ui::Frm_Work m_ui;
     Progress &m_progress;
     bool m_canEnd;
+    QString m_question;
+    bool m_isAsking = false;
     QTimer m_timer;
     QElapsedTimer m_clock;
 };
@@ -158,10 +172,11 @@ private:
 
 Frm_Work *Present_Window = nullptr;
 
-void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std::function<void(Work &)> &body)
+void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std::function<void(Work &)> &body,
+                   const QString &question = {})
 {
     Progress progress;
-    Frm_Work window(parent, title, progress, canEnd);
+    Frm_Work window(parent, title, progress, canEnd, question);
     const Only_This_Window only(window);
     std::exception_ptr failure;
     QEventLoop loop;
@@ -185,9 +200,9 @@ void Run_In_Thread(QWidget *parent, const QString &title, bool canEnd, const std
 
 namespace Long_Work
 {
-void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body)
+void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body, const QString &question)
 {
-    Run_In_Thread(parent, title, true, body);
+    Run_In_Thread(parent, title, true, body, question);
 }
 
 void Run_To_End(QWidget *parent, const QString &title, const std::function<void()> &body)
@@ -200,6 +215,7 @@ void Ask(const std::function<void()> &question)
     if (Present_Window == nullptr || QThread::currentThread() == Present_Window->thread())
         question();
     else
-        QMetaObject::invokeMethod(Present_Window, question, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            Present_Window, [&] { Present_Window->Run_Question(question); }, Qt::BlockingQueuedConnection);
 }
 } // namespace Long_Work

@@ -13,8 +13,9 @@ class QWidget;
 namespace Long_Work
 {
 /// @param title  what is being done
+/// @param question  asked before it is called off; "" for none
 /// @throws what `body` throws
-void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body);
+void Run(QWidget *parent, const QString &title, const std::function<void(Work &)> &body, const QString &question = {});
 
 /// The same for work that cannot be called off, nor say how far it is.
 void Run_To_End(QWidget *parent, const QString &title, const std::function<void()> &body);

@@ -34,7 +34,6 @@ Editor_Menus::Editor_Menus(const Places &places, Document_Tabs &tabs, QWidget &w
         connect(print, &QAction::triggered, this, &Editor_Menus::Print);
     for (QAction *preview : m_places.preview)
         connect(preview, &QAction::triggered, this, &Editor_Menus::Print);
-    connect(m_places.pdf, &QAction::triggered, this, &Editor_Menus::Save_Pdf);
     Add_View_Modes();
     connect(&m_tabs, &QTabWidget::currentChanged, this, &Editor_Menus::Fill);
     Fill();
@@ -53,7 +52,7 @@ void Editor_Menus::Fill()
     m_bookmarks->Add_To_Menu();
     fill(m_places.insert, Command_Menu::Insert);
     fill(m_places.format, Command_Menu::Format);
-    for (QAction *action : m_places.print + m_places.preview + QList<QAction *>{m_places.pdf})
+    for (QAction *action : m_places.print + m_places.preview)
         action->setEnabled(document != nullptr);
     if (document != nullptr)
         document->Use_View_Mode(Kept_View_Mode());
@@ -68,15 +67,6 @@ void Editor_Menus::Print()
         return;
     Commit_Composition();
     Frm_Print(*document->Commands().Editors().first()->document(), document->Title(), m_spare->window()).exec();
-}
-
-void Editor_Menus::Save_Pdf()
-{
-    const Frm_Doc_Standard *document = m_tabs.Current_Document();
-    if (document == nullptr)
-        return;
-    Commit_Composition();
-    Frm_Print::Save_Pdf(*document->Commands().Editors().first()->document(), document->Title());
 }
 
 void Editor_Menus::Add_View_Modes()

@@ -23,7 +23,6 @@ public:
         QMenu *viewModes;
         QList<QAction *> print;   ///< print, as often as there are entries for it
         QList<QAction *> preview; ///< print preview
-        QAction *pdf;
     };
 
     /// @param window  owns the commands that stand there, disabled, while no document is on screen
@@ -36,7 +35,6 @@ signals:
 private:
     void Fill();
     void Print();
-    void Save_Pdf();
     void Add_View_Modes();
     void Use_View_Mode(int mode);
 

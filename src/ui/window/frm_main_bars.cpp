@@ -2,6 +2,7 @@
 #include "core/language_pack.h"
 #include "editor/text_editor.h"
 #include "ui/document/document_tabs.h"
+#include "ui/document/save_as_menu.h"
 #include "ui/folders/tree_pane.h"
 #include "ui/kit/commands.h"
 #include "ui/kit/icons.h"
@@ -24,8 +25,7 @@ void Frm_Main::Add_Editor_Menus()
                                     m_ui->Mnu_Format,
                                     m_ui->mnuViewMode,
                                     {m_ui->Mnu_Print, m_ui->PriCode},
-                                    {m_ui->Mnu_Preview, m_ui->PriPrview},
-                                    m_ui->Mnu_Pdf},
+                                    {m_ui->Mnu_Preview, m_ui->PriPrview}},
                                    *m_tabs, *this);
     connect(menus, &Editor_Menus::View_Mode_Changed, this, [this](int mode) {
         const bool all = static_cast<Page_Look>(mode) != Page_Look::Writing;
@@ -95,7 +95,8 @@ void Frm_Main::Place_Document_Actions()
     auto *button = qobject_cast<QToolButton *>(m_ui->Tlb_Command->widgetForAction(m_ui->AddCode));
     button->setMenu(kinds);
     button->setPopupMode(QToolButton::MenuButtonPopup);
-    m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("SaveAs"), action("Email")});
+    m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("Email")});
+    new Save_As_Menu(*m_ui->Mnu_SaveAs, *m_tabs, *this, *this);
     m_ui->Mnu_View->addSeparator();
     m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
 }

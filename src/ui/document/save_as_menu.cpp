@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/document/save_as_menu.h"
+
+#include "core/config_store.h"
+#include "core/error_log.h"
+#include "core/error_text.h"
+#include "core/language_pack.h"
+#include "core/process_state.h"
+#include "editor/printing.h"
+#include "exchange/document_export.h"
+#include "platform/files/paths.h"
+#include "platform/prompts/prompts.h"
+#include "ui/document/document_tabs.h"
+#include "ui/document/frm_doc_standard.h"
+#include "ui/kit/ctrl_language.h"
+#include "ui/kit/icons.h"
+#include "ui/kit/shell.h"
+#include "ui/kit/work_window.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+
+namespace
+{
+const QString Page = QStringLiteral("Page");
+const QString Open_Path = QStringLiteral("OpenPath");
+} // namespace
+
+struct Save_As_Menu::Kind {
+    const char *name;     ///< of the menu's entry; its caption has the usual key
+    const char *words;    ///< key of what the dialog calls it
+    const char *patterns; ///< the first one is what a name without suffix takes
+};
+const Save_As_Menu::Kind Save_As_Menu::Kinds[] = {
+    {"Mnu_Export_Txt", "_Text", "*.txt"},       {"Mnu_Export_Rtf", "_Rich", "*.rtf"},
+    {"Mnu_Export_Htm", "_Htm", "*.htm *.html"}, {"Mnu_Export_Mht", "_Mht", "*.mht *.mhtml"},
+    {"Mnu_Export_Doc", "_Doc", "*.doc"},        {"Mnu_Export_Chm", "_Chm", "*.chm"},
+    {"Mnu_Export_Docx", "_Docx", "*.docx"},     {"Mnu_Export_Odt", "_Odt", "*.odt"},
+    {"Mnu_Export_Pdf", "_Pdf", "*.pdf"},        {"Mnu_Export_Md", "_Md", "*.md *.markdown"},
+};
+
+namespace
+{
+QString First_Suffix(const char *patterns)
+{
+    return QString::fromLatin1(patterns).section(QLatin1Char(' '), 0, 0).mid(1);
+}
+
+/// The folder that was used last, "" when it is gone.
+QString Last_Folder()
+{
+    const QString folder = Files::Native_Path(GetIni(Page, Open_Path));
+    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QString();
+}
+} // namespace
+
+Save_As_Menu::Save_As_Menu(QMenu &menu, Document_Tabs &tabs, Shell &shell, QWidget &window)
+    : QObject(&window), m_menu(menu), m_tabs(tabs), m_shell(shell), m_window(window)
+{
+    m_menu.menuAction()->setIcon(Line_Icon(QStringLiteral("save-as")));
+    Add_Command("SaveAs", "_Cmd_SaveAs", nullptr)->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    for (const Kind &kind : Kinds) {
+        if (&kind == Kinds || qstrcmp(kind.name, "Mnu_Export_Docx") == 0)
+            m_menu.addSeparator();
+        Add_Command(kind.name, (QByteArray(kind.name) + "|Index|Caption").constData(), &kind);
+    }
+    connect(&m_tabs, &QTabWidget::currentChanged, this, &Save_As_Menu::Show_State);
+    Show_State();
+}
+
+QAction *Save_As_Menu::Add_Command(const char *name, const char *caption, const Kind *kind)
+{
+    auto *action = new QAction(this);
+    action->setObjectName(QLatin1String(name));
+    Set_Caption(*action, Pack_Text("Frm_Main", caption));
+    connect(action, &QAction::triggered, this, [this, kind] { Save(kind); });
+    m_menu.addAction(action);
+    return action;
+}
+
+void Save_As_Menu::Show_State()
+{
+    const bool is = m_tabs.Current_Document() != nullptr;
+    m_menu.setEnabled(is);
+    for (QAction *action : m_menu.actions())
+        action->setEnabled(is);
+}
+
+QString Save_As_Menu::Ask_For_File(const QString &title, const Kind *kind) const
+{
+    const auto filter = [](const Kind &one) {
+        return Pack_Text("Frm_Main", one.words) + QStringLiteral("(%1)|%1").arg(QLatin1String(one.patterns));
+    };
+    QStringList filters;
+    if (kind != nullptr) {
+        filters << filter(*kind);
+    } else {
+        for (const Kind &one : Kinds)
+            filters << filter(one);
+        kind = &Kinds[1]; // rich text keeps most, and is offered first
+        filters.move(1, 0);
+    }
+    const QString name = Files::Name_For(title, Pack_Text("Frm_Doc_Standard", "_NewDoc"));
+    const QString folder = Last_Folder();
+    const QString file = name + First_Suffix(kind->patterns);
+    return Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), folder.isEmpty() ? file : QDir(folder).filePath(file),
+                              filters.join(QLatin1Char('|')));
+}
+
+void Save_As_Menu::Save(const Kind *kind)
+{
+    Frm_Doc_Standard *document = m_tabs.Current_Document();
+    if (document == nullptr)
+        return;
+    document->Commit_Composition();
+    const QString path = Ask_For_File(document->Title(), kind);
+    if (path.isEmpty())
+        return;
+    WriteIni(Page, Open_Path, QFileInfo(path).path());
+    Write(path);
+}
+
+void Save_As_Menu::Write(const QString &path)
+{
+    const Document_Form &form = m_tabs.Current_Document()->Form();
+    Outgoing_Document document(*form.content);
+    document.code_id = form.code_id;
+    document.title = form.title;
+    document.type = form.type;
+    document.file = form.file;
+    Export_Outcome outcome;
+    const bool done = Trap(
+        Export_Source(path),
+        [&] {
+            Long_Work::Run(&m_window, Pack_Text("Frm_Main", "_SaveAs"), [&](Work &work) {
+                outcome = Export_Document(document, {path, Printing::Write_Pdf}, work);
+            });
+            return true;
+        },
+        [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+    if (!done)
+        return;
+    m_shell.Set_Status(outcome.stopped ? Pack_Text("Export_Document", "_Stopped") : path);
+    if (!outcome.remark.isEmpty())
+        Prompts::Message(outcome.remark, App().App_Title, Prompts::Icon::Information);
+}
