@@ -3,6 +3,7 @@
 
 #include "platform/database/connection_pool.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/server_blob.h"
 
 #include <memory>
 #include <sqlite3.h>
@@ -16,6 +17,13 @@ constexpr qint64 Block = 1 << 20;
 constexpr qint64 Rest_Of_Row = 1 << 20;
 
 using Blob = std::unique_ptr<sqlite3_blob, decltype([](sqlite3_blob *blob) { sqlite3_blob_close(blob); })>;
+
+/// The server that holds the value, or null.
+std::shared_ptr<Server_Connection> Server_Of(const QString &connection)
+{
+    const QString link = Connection_Pool::Parse(connection).dataLink;
+    return link.isEmpty() ? nullptr : Connection_Pool::Get_Server(link);
+}
 
 std::shared_ptr<Connection> Connection_To(const QString &connection)
 {
@@ -55,6 +63,8 @@ namespace Database_Engine
 {
 qint64 Longest_Blob(const QString &connection)
 {
+    if (Server_Of(connection) != nullptr)
+        return Server_Blob::Longest;
     return sqlite3_limit(Connection_To(connection)->Handle(), SQLITE_LIMIT_LENGTH, -1) - Rest_Of_Row;
 }
 
@@ -63,6 +73,10 @@ void Write_Blob(const Blob_Place &place, qint64 size, const std::function<qint64
     if (size > Longest_Blob(place.connection))
         throw Engine_Error::Failed(u"A value of %1 bytes is longer than the database can hold."_s.arg(size),
                                    Failure::Too_Large);
+    if (const auto server = Server_Of(place.connection)) {
+        Server_Blob::Write(*server, place, size, source);
+        return;
+    }
     const std::shared_ptr<Connection> connection = Connection_To(place.connection);
     Make_Room(*connection, place, size);
     if (size == 0)
@@ -82,6 +96,10 @@ void Write_Blob(const Blob_Place &place, qint64 size, const std::function<qint64
 
 void Read_Blob(const Blob_Place &place, const std::function<bool(const char *block, qint64 size)> &sink)
 {
+    if (const auto server = Server_Of(place.connection)) {
+        Server_Blob::Read(*server, place, sink);
+        return;
+    }
     const std::shared_ptr<Connection> connection = Connection_To(place.connection);
     if (Is_Empty(*connection, place))
         return;

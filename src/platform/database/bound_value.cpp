@@ -3,6 +3,7 @@
 
 #include "platform/database/dates.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/server_text.h"
 #include "platform/database/sql_translator.h"
 
 using namespace Qt::StringLiterals;
@@ -65,6 +66,10 @@ Cell Bound_Value(const Token &token, const Parameter &parameter)
         prefix.replace(Stored_Date::Separator(), u'-');
         return parameter.bind == Bind::Date_Low ? prefix : Upper_End(prefix);
     }
+    case Bind::Like_Text:
+        return Server_Text::Like_Text(token.Value());
+    case Bind::Like_Classes:
+        return Server_Text::Like_Classes(token.Value());
     case Bind::As_Text:
         return Sql_Value::As_Text(date.isEmpty() ? value : Cell(Stored_Date::To_Short(date)), parameter.size,
                                   parameter.column);

@@ -151,13 +151,23 @@ void Catalog::Load(sqlite3 *db, const QString &path)
         table->sql = tables.Text(1);
         table->hasRowid = tables.Number(2) == 0;
         Load_Columns(db, path, *table);
-        m_byName.insert(table->name.toLower(), table.get());
-        m_tables.push_back(std::move(table));
+        Add(std::move(table));
     }
     Rows indexes(db, path, u"SELECT name FROM main.sqlite_schema WHERE type = 'index'"_s);
     while (indexes.Next()) {
-        m_indexes.insert(indexes.Text(0).toLower(), true);
+        Add_Index(indexes.Text(0));
     }
+}
+
+void Catalog::Add(std::unique_ptr<Catalog_Table> table)
+{
+    m_byName.insert(table->name.toLower(), table.get());
+    m_tables.push_back(std::move(table));
+}
+
+void Catalog::Add_Index(const QString &name)
+{
+    m_indexes.insert(name.toLower(), true);
 }
 
 const Catalog_Table *Catalog::Find(const QString &table) const

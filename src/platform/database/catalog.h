@@ -39,6 +39,7 @@ struct Catalog_Table {
     QString sql;
     std::vector<Catalog_Column> columns;
     bool hasRowid = true;
+    QString rowColumn; ///< of a server: the column that numbers its rows; "" in a file, which has rowids
 
     [[nodiscard]] const Catalog_Column *Find(const QString &column) const;
     /// The only column of the primary key, or null.
@@ -59,6 +60,9 @@ public:
     /// Reads everything anew. @throws Run_Time_Error.
     void Load(sqlite3 *db, const QString &path);
     void Clear();
+    /// A server's catalog is put together by who asked it for its tables.
+    void Add(std::unique_ptr<Catalog_Table> table);
+    void Add_Index(const QString &name);
     [[nodiscard]] const Catalog_Table *Find(const QString &table) const;
     [[nodiscard]] const std::vector<std::unique_ptr<Catalog_Table>> &Tables() const { return m_tables; }
     [[nodiscard]] bool Has_Index(const QString &name) const;

@@ -3,7 +3,7 @@
 
 #include "platform/database/catalog.h"
 #include "platform/database/file_hold.h"
-#include "platform/database/row_source.h"
+#include "platform/database/row_store.h"
 #include "platform/errors/run_time_error.h"
 
 #include <functional>
@@ -44,11 +44,8 @@ struct Kept_Order {
     QByteArray sql; ///< what found it
 };
 
-/// Takes the first rows of a query that goes on looking for more.
-using Early_Rows = std::function<void(std::unique_ptr<Row_Source>)>;
-
 /// One open database file with its tables, compiled statements and the state of its group of statements.
-class Connection : public std::enable_shared_from_this<Connection>
+class Connection : public Row_Store, public std::enable_shared_from_this<Connection>
 {
 public:
     /// Opens an existing file and leaves it as it is. @throws Run_Time_Error when it is missing, no database, or cannot
@@ -60,16 +57,15 @@ public:
     /// A connection for reading beside another one's, for a thread of its own. It runs plans and knows no tables.
     static std::shared_ptr<Connection> Open_Beside(const Connection &other);
     explicit Connection(const QString &path);
-    ~Connection();
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
+    ~Connection() override;
 
     /// Gives the file what the engine keeps in its own ones: a rollback journal in place of a log, and its indexes.
     /// @throws Run_Time_Error when another program has the log.
     void Settle();
-    /// Runs a statement of the dialect; null when it has no rows. @param skip  rows left out in front
     std::unique_ptr<Row_Source> Run(const QString &statement, bool updatable, QString *baseTable, qint64 skip = 0,
-                                    const Early_Rows &early = {});
+                                    const Early_Rows &early = {}) override;
+    qint64 Write_Row(const Row_Change &change, const std::vector<Output> &outputs, Row &fresh) override;
+    void Remove_Row(const QString &table, qint64 row) override;
     /// Runs an SQLite statement of the engine's own with values for its parameters; the number of changed rows.
     qint64 Change(const QByteArray &sql, const std::vector<Cell> &values);
     /// The first row of an SQLite query of the engine's own; false when it has none.
@@ -80,8 +76,7 @@ public:
     void For_Each_Row(Prepared_Statement &statement, const std::function<void(sqlite3_stmt *)> &body);
     /// Runs a query of one column to its end, for the row numbers that it gives.
     void Collect_Rows(Prepared_Statement &statement, std::vector<qint64> &rows);
-    /// Runs what is to take hold as a whole or not at all, within a transaction or without one.
-    void Whole(const std::function<void()> &body);
+    void Whole(const std::function<void()> &body) override;
     /// To be called behind a write of a text key, before it takes hold. The file's own index tells keys apart whose
     /// letters outside ASCII differ in case only; the engine does not. @throws Run_Time_Error, Failure::Duplicate.
     void Check_Key(const QString &table, const QString &column, const QString &key);
@@ -104,14 +99,12 @@ public:
     /// The file under the path is still the one that was opened.
     [[nodiscard]] bool Is_Current() const { return m_hold.Is_Current(); }
 
-    void Begin_Group() { ++m_groupDepth; }
-    /// @throws Run_Time_Error when the outermost group cannot be committed; then nothing of it was written.
-    void End_Group();
+    void Begin_Group() override { ++m_groupDepth; }
+    void End_Group() override;
     /// Ends what goes on unseen, so that the file can be copied or replaced.
     void Stop_Work();
-    [[nodiscard]] bool In_Group() const { return m_groupDepth > 0; }
-    /// To be called before anything is written: starts the transaction of a group.
-    void Before_Write(const QString &table);
+    [[nodiscard]] bool In_Group() const override { return m_groupDepth > 0; }
+    void Before_Write(const QString &table) override;
     /// Reads the rest of every open query, so that nothing stands in the way of a change of tables.
     void Drain_All();
 
@@ -139,6 +132,7 @@ private:
     void Bind(Prepared_Statement &statement, const std::vector<Token> &tokens);
     void Run_To_End(Prepared_Statement &statement);
     void Run_Write(Prepared_Statement &statement, const std::vector<Token> &tokens);
+    qint64 Store_Row(const Row_Change &change, const std::vector<Output> &outputs);
     void Run_Keyed(Prepared_Statement &statement, const std::vector<Token> &tokens);
     [[nodiscard]] std::shared_ptr<Prepared_Statement> Prepare_As_Is(const std::vector<Token> &tokens, bool updatable,
                                                                     qint64 skip, bool &ranAsDdl);

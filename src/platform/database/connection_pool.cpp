@@ -4,12 +4,14 @@
 #include "platform/database/database.h"
 #include "platform/database/engine_error.h"
 #include "platform/database/file_layer.h"
+#include "platform/database/server.h"
 #include "platform/files/paths.h"
 
 #include <QFile>
 #include <QHash>
 #include <QRegularExpression>
 #include <atomic>
+#include <mutex>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -21,9 +23,15 @@ namespace
 constexpr int Usual_Busy_Timeout = 2000;
 constexpr qint32 Application_Id = 0x5A454C51; // "ZELQ"
 
+struct Kept_Server {
+    QString text;                                  ///< of the connection
+    std::shared_ptr<Server_Connection> connection; ///< null for another kind of data source
+};
+
 struct Pool {
     QHash<QString, std::shared_ptr<Connection>> byFile;
-    QHash<QString, int> groups; ///< depth of the open groups of a file
+    QHash<QString, Kept_Server> byLink;
+    QHash<QString, int> groups; ///< depth of the open groups of a file or a link
 };
 
 std::atomic<int> Longest_Wait{Usual_Busy_Timeout};
@@ -48,6 +56,58 @@ QString Value_Of(const QString &text, QLatin1StringView name)
     return {};
 }
 
+/// Passwords that were given for links without one, by the links' files.
+struct Passwords {
+    std::mutex mutex;
+    QHash<QString, QString> byLink;
+};
+
+Passwords &The_Passwords()
+{
+    static Passwords passwords;
+    return passwords;
+}
+
+bool Has_Part(const QString &connectionText, const QStringList &names)
+{
+    const Odbc_Text::Parts parts = Odbc_Text::Parts_Of(connectionText);
+    return std::any_of(parts.begin(), parts.end(), [&names](const auto &part) {
+        return names.contains(part.first, Qt::CaseInsensitive) && !part.second.isEmpty();
+    });
+}
+
+QString Given_Password(const QString &dataLink)
+{
+    const std::scoped_lock lock(The_Passwords().mutex);
+    return The_Passwords().byLink.value(dataLink);
+}
+
+QString Connection_Text(const QString &dataLink)
+{
+    QString text = Odbc_Text::Connection_String(Odbc_Text::Text_Of_File(dataLink));
+    const QString password = Given_Password(dataLink);
+    if (!password.isEmpty() && !Has_Part(text, {u"pwd"_s, u"password"_s})) {
+        text += u"PWD="_s + password + u';';
+    }
+    return text;
+}
+
+std::shared_ptr<Row_Store> Kept(const Pool &pool, const Target &target)
+{
+    if (!target.file.isEmpty()) {
+        return pool.byFile.value(target.file);
+    }
+    return pool.byLink.value(target.dataLink).connection;
+}
+
+void Let_Go_Server(Pool &pool, const QString &dataLink)
+{
+    const std::shared_ptr<Server_Connection> connection = pool.byLink.take(dataLink).connection;
+    while (connection != nullptr && connection->In_Group()) {
+        connection->End_Group();
+    }
+}
+
 void Remove_File(const QString &file)
 {
     for (const QString &name : {file, file + u"-journal"_s, file + u"-wal"_s, file + u"-shm"_s}) {
@@ -67,6 +127,26 @@ Target Parse(const QString &connectionString)
         throw Engine_Error::Failed(u"The connection string names neither a database file nor a data source."_s);
     }
     return target;
+}
+
+std::shared_ptr<Server_Connection> Get_Server(const QString &dataLink)
+{
+    Pool &pool = The_Pool();
+    const auto found = pool.byLink.constFind(dataLink);
+    if (found != pool.byLink.constEnd() && found->connection != nullptr && found->connection->In_Group()) {
+        return found->connection;
+    }
+    const QString text = Connection_Text(dataLink);
+    if (found != pool.byLink.constEnd() && found->text == text) {
+        return found->connection;
+    }
+    const Odbc_Text::Parts parts = Odbc_Text::Checked(text, Odbc_Link::Installed_Drivers());
+    const std::shared_ptr<Server_Connection> connection = Server_Connection::Open_If_Postgres(parts);
+    for (int depth = pool.groups.value(dataLink); depth > 0 && connection != nullptr; --depth) {
+        connection->Begin_Group();
+    }
+    pool.byLink.insert(dataLink, {text, connection});
+    return connection;
 }
 
 int Busy_Timeout()
@@ -149,7 +229,14 @@ void Settle(const QString &connectionString)
 void Let_Go(const QString &connectionString)
 {
     Pool &pool = The_Pool();
-    const QString only = connectionString.isEmpty() ? QString() : Parse(connectionString).file;
+    const Target target = connectionString.isEmpty() ? Target() : Parse(connectionString);
+    const QString &only = target.file;
+    for (const QString &link : connectionString.isEmpty() ? pool.byLink.keys() : QList<QString>{target.dataLink}) {
+        Let_Go_Server(pool, link);
+    }
+    if (!target.dataLink.isEmpty()) {
+        return;
+    }
     const QList<QString> files = only.isEmpty() ? pool.byFile.keys() : QList<QString>{only};
     for (const QString &file : files) {
         // What a running group has written so far must not be lost with its connection.
@@ -165,23 +252,20 @@ void Let_Go(const QString &connectionString)
 
 void One_Action(const QString &connectionString, const std::function<void()> &body)
 {
-    const QString file = Parse(connectionString).file;
-    if (file.isEmpty()) {
-        body();
-        return;
-    }
+    const Target target = Parse(connectionString);
+    const QString &place = target.file.isEmpty() ? target.dataLink : target.file;
     Pool &pool = The_Pool();
     const auto begin = [&] {
-        ++pool.groups[file];
-        if (const auto connection = pool.byFile.value(file)) {
+        ++pool.groups[place];
+        if (const auto connection = Kept(pool, target)) {
             connection->Begin_Group();
         }
     };
     const auto end = [&] {
-        if (--pool.groups[file] == 0) {
-            pool.groups.remove(file);
+        if (--pool.groups[place] == 0) {
+            pool.groups.remove(place);
         }
-        if (const auto connection = pool.byFile.value(file)) {
+        if (const auto connection = Kept(pool, target)) {
             connection->End_Group();
         }
     };
@@ -199,3 +283,52 @@ void One_Action(const QString &connectionString, const std::function<void()> &bo
     end();
 }
 } // namespace Database_Engine
+
+namespace Database_Server
+{
+using namespace Connection_Pool;
+
+namespace
+{
+std::shared_ptr<Server_Connection> Server_Of(const QString &connectionString)
+{
+    const Target target = Parse(connectionString);
+    return target.dataLink.isEmpty() ? nullptr : Get_Server(target.dataLink);
+}
+} // namespace
+
+bool Is_Server(const QString &connectionString)
+{
+    return Server_Of(connectionString) != nullptr;
+}
+
+bool Is_Empty(const QString &connectionString)
+{
+    const auto server = Server_Of(connectionString);
+    return server != nullptr && server->Tables().Tables().empty();
+}
+
+void Set_Password(const QString &connectionString, const QString &password)
+{
+    const std::scoped_lock lock(The_Passwords().mutex);
+    The_Passwords().byLink.insert(Parse(connectionString).dataLink, password);
+}
+
+bool Misses_Password(const QString &connectionString)
+{
+    const QString link = Parse(connectionString).dataLink;
+    const QString text = link.isEmpty() ? QString() : Connection_Text(link);
+    return Has_Part(text, {u"uid"_s, u"user id"_s, u"username"_s}) && !Has_Part(text, {u"pwd"_s, u"password"_s});
+}
+
+QStringList Changed_By_Others(const QString &connectionString)
+{
+    const auto server = Server_Of(connectionString);
+    return server == nullptr ? QStringList() : server->Changed_By_Others();
+}
+
+qint64 Round_Trips()
+{
+    return Odbc_Link::Round_Trips();
+}
+} // namespace Database_Server

@@ -64,48 +64,11 @@ private:
     Connection &m_connection;
 };
 
-struct Indexed_Column {
-    QString table;
-    QString column;
-};
-
 /// The columns that lists are ordered by; other threads read them.
 QStringList Ordered_Columns;
 
-std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog)
-{
-    std::vector<Indexed_Column> missing;
-    for (const auto &keyTable : catalog.Tables()) {
-        const Catalog_Column *key = keyTable->Single_Key();
-        if (key == nullptr || key->type != Value_Type::Text) {
-            continue;
-        }
-        for (const auto &table : catalog.Tables()) {
-            const Catalog_Column *column = table == keyTable ? nullptr : table->Find(key->name);
-            if (column != nullptr && column->type == Value_Type::Text && column->keyPlace == 0 &&
-                !catalog.Has_Index(Index_Name(table->name, column->name))) {
-                missing.push_back({table->name, column->name});
-            }
-        }
-    }
-    // Lists of such rows are ordered by their dates, of which the newest few must not cost a sort of all, and by texts,
-    // which may stand behind a long one in each row.
-    for (const auto &table : catalog.Tables()) {
-        const Catalog_Column *key = table->Single_Key();
-        if (key == nullptr || key->type != Value_Type::Text) {
-            continue;
-        }
-        for (const Catalog_Column &column : table->columns) {
-            const bool ordered = column.type == Value_Type::Text && column.keyPlace == 0 &&
-                                 Ordered_Columns.contains(column.name, Qt::CaseInsensitive);
-            if ((column.type == Value_Type::Date || ordered) &&
-                !catalog.Has_Index(Index_Name(table->name, column.name))) {
-                missing.push_back({table->name, column.name});
-            }
-        }
-    }
-    return missing;
-}
+using Ddl::Indexed_Column;
+using Ddl::Missing_Indexes;
 
 QByteArray Create_Index_Sql(const Indexed_Column &column)
 {
@@ -318,6 +281,41 @@ void Drop(Connection &connection, const Drop_Table &drop)
 
 namespace Ddl
 {
+std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog)
+{
+    std::vector<Indexed_Column> missing;
+    for (const auto &keyTable : catalog.Tables()) {
+        const Catalog_Column *key = keyTable->Single_Key();
+        if (key == nullptr || key->type != Value_Type::Text) {
+            continue;
+        }
+        for (const auto &table : catalog.Tables()) {
+            const Catalog_Column *column = table == keyTable ? nullptr : table->Find(key->name);
+            if (column != nullptr && column->type == Value_Type::Text && column->keyPlace == 0 &&
+                !catalog.Has_Index(Index_Name(table->name, column->name))) {
+                missing.push_back({table->name, column->name, false});
+            }
+        }
+    }
+    // Lists of such rows are ordered by their dates, of which the newest few must not cost a sort of all, and by texts,
+    // which may stand behind a long one in each row.
+    for (const auto &table : catalog.Tables()) {
+        const Catalog_Column *key = table->Single_Key();
+        if (key == nullptr || key->type != Value_Type::Text) {
+            continue;
+        }
+        for (const Catalog_Column &column : table->columns) {
+            const bool ordered = column.type == Value_Type::Text && column.keyPlace == 0 &&
+                                 Ordered_Columns.contains(column.name, Qt::CaseInsensitive);
+            if ((column.type == Value_Type::Date || ordered) &&
+                !catalog.Has_Index(Index_Name(table->name, column.name))) {
+                missing.push_back({table->name, column.name, ordered});
+            }
+        }
+    }
+    return missing;
+}
+
 bool Run(Connection &connection, const Statement &statement)
 {
     if (const auto *create = std::get_if<Create_Table>(&statement)) {

@@ -7,6 +7,15 @@
 /// Changes of tables, each whole or not at all.
 namespace Ddl
 {
+/// A column on which the engine keeps an index of its own.
+struct Indexed_Column {
+    QString table;
+    QString column;
+    bool ordered = false; ///< a text by which lists are ordered
+};
+/// Those of the indexes of Misses_Indexes that are not there.
+std::vector<Indexed_Column> Missing_Indexes(const Catalog &catalog);
+
 /// Runs a statement that changes tables; false for any other statement.
 bool Run(Connection &connection, const Sql_Ast::Statement &statement);
 /// The engine keeps indexes for itself on columns that hold another table's key (a Text column with the name of

@@ -12,6 +12,7 @@ namespace Engine_Error
 {
 namespace
 {
+constexpr qint32 Row_Not_Found_Number = static_cast<qint32>(0x80040E38);
 constexpr qint32 Unknown_Field_Number = 3265;
 constexpr qint32 Object_Closed_Number = 3704;
 constexpr qint32 Read_Only_Recordset_Number = 3251;
@@ -94,6 +95,11 @@ Run_Time_Error No_Current_Row()
             Failure::No_Current_Row};
 }
 
+Run_Time_Error Row_Is_Gone()
+{
+    return {Row_Not_Found_Number, u"The row to be changed is no longer there."_s, Failure::No_Current_Row};
+}
+
 Run_Time_Error Unknown_Field(const QString &name)
 {
     return {Unknown_Field_Number, u"The recordset has no field '%1'."_s.arg(name), Failure::Missing_Column};
@@ -161,5 +167,51 @@ Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path)
     default:
         return Failed(u"The database reported: %1."_s.arg(message));
     }
+}
+namespace
+{
+/// What a state of a server means, by how it begins: the first row that fits.
+struct State_Meaning {
+    const char *state;
+    qint32 number;
+    Failure failure;
+};
+
+constexpr State_Meaning State_Meanings[] = {
+    {"42P01", Error_Number::Db_Missing_Table, Failure::Missing_Table},
+    {"42703", Error_Number::Db_Missing_Column, Failure::Missing_Column},
+    {"ZQ001", Error_Number::Db_Type_Mismatch, Failure::Type_Mismatch},
+    {"ZQ002", Error_Number::Db_Too_Long, Failure::Too_Long},
+    {"22001", Error_Number::Db_Too_Long, Failure::Too_Long},
+    {"22", Error_Number::Db_Type_Mismatch, Failure::Type_Mismatch},
+    {"23505", Error_Number::Db_Failed, Failure::Duplicate},
+    {"23502", Error_Number::Db_Failed, Failure::Null_Value},
+    {"25006", Error_Number::Db_Failed, Failure::Read_Only},
+    {"42501", Server_Error_Number::Denied, Failure::Read_Only},
+    {"40", Error_Number::Db_Failed, Failure::Locked},
+    {"55P03", Error_Number::Db_Failed, Failure::Locked},
+    {"53100", Error_Number::Db_Failed, Failure::Disk_Full},
+    {"53200", Error_Number::Db_Failed, Failure::Out_Of_Memory},
+    {"53300", Server_Error_Number::Gone, Failure::Other},
+    {"54000", Error_Number::Db_Failed, Failure::Too_Large},
+    {"57014", Server_Error_Number::Timed_Out, Failure::Other},
+    {"57P", Server_Error_Number::Gone, Failure::Other},
+    {"28", Server_Error_Number::Denied, Failure::Other},
+    {"3D000", Server_Error_Number::Denied, Failure::Other},
+    {"08", Server_Error_Number::Gone, Failure::Other},
+    {"IM00", Error_Number::Db_Failed, Failure::Missing_Component},
+    {"01000", Error_Number::Db_Failed, Failure::Missing_Component},
+    {"42", Error_Number::Db_Syntax, Failure::Syntax},
+};
+} // namespace
+
+Run_Time_Error From_Server(const QString &state, const QString &message)
+{
+    for (const State_Meaning &meaning : State_Meanings) {
+        if (state.startsWith(QLatin1StringView(meaning.state))) {
+            return {meaning.number, message, meaning.failure};
+        }
+    }
+    return Failed(u"The server reported: %1."_s.arg(message.isEmpty() ? state : message));
 }
 } // namespace Engine_Error

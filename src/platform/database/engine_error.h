@@ -5,6 +5,14 @@
 
 struct sqlite3;
 
+/// Numbers of what only a server has trouble with (public OLE DB and COM numbering).
+namespace Server_Error_Number
+{
+inline constexpr qint32 Gone = static_cast<qint32>(0x800401FD);      // CO_E_OBJNOTCONNECTED
+inline constexpr qint32 Denied = static_cast<qint32>(0x80040E4D);    // DB_SEC_E_AUTH_FAILED
+inline constexpr qint32 Timed_Out = static_cast<qint32>(0x80040E31); // DB_E_ABORTLIMITREACHED
+} // namespace Server_Error_Number
+
 /// The errors of the engine, one factory per kind: numbers, keys and sentences are chosen here only.
 namespace Engine_Error
 {
@@ -22,10 +30,13 @@ Run_Time_Error Stopped();
 Run_Time_Error Too_Large();
 Run_Time_Error Duplicate(const QString &key);
 Run_Time_Error No_Current_Row();
+Run_Time_Error Row_Is_Gone();
 Run_Time_Error Unknown_Field(const QString &name);
 Run_Time_Error Closed();
 Run_Time_Error Read_Only_Recordset();
 
+/// The error for a server's SQLSTATE and message.
+Run_Time_Error From_Server(const QString &state, const QString &message);
 /// The error for a failed call on `db`, from its extended code.
 Run_Time_Error From_Sqlite(sqlite3 *db, const QString &path);
 } // namespace Engine_Error

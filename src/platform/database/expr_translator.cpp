@@ -52,7 +52,7 @@ Sql_Piece Translator::Expression(const Expr &expr, const Sql_Scope &scope)
     case Expr_Kind::Star:
         throw Engine_Error::Syntax(u"'*' outside of count"_s);
     case Expr_Kind::Not:
-        return Truth(u"(NOT "_s + Expression(*expr.args[0], scope).text + u')');
+        return Truth(u"(NOT "_s + Condition(*expr.args[0], scope) + u')');
     case Expr_Kind::Negate:
         return {u"(- "_s + Expression(*expr.args[0], scope).text + u')', Value_Type::Number, 0, {}, false};
     case Expr_Kind::Arithmetic:
@@ -289,7 +289,7 @@ Sql_Piece Translator::Chain(const Expr &expr, const Sql_Scope &scope)
     }
     QStringList texts;
     for (const Expr_Ptr &one : expr.args) {
-        texts.append(Expression(*one, scope).text);
+        texts.append(Condition(*one, scope));
     }
     return Truth(Balanced(texts, expr.kind == Expr_Kind::And ? u" AND "_s : u" OR "_s, 0, texts.size()));
 }

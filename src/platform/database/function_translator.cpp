@@ -79,10 +79,10 @@ Sql_Piece Translator::Function(const Expr &expr, const Sql_Scope &scope)
     }
     if (expr.name == u"iif"_s) {
         Check_Count(expr, 3, 3);
-        const Sql_Piece test = Expression(*expr.args[0], scope);
+        const QString test = Condition(*expr.args[0], scope);
         const Sql_Piece yes = Expression(*expr.args[1], scope);
         const Sql_Piece no = Expression(*expr.args[2], scope);
-        return {u"(CASE WHEN "_s + test.text + u" THEN "_s + yes.text + u" ELSE "_s + no.text + u" END)"_s,
+        return {u"(CASE WHEN "_s + test + u" THEN "_s + yes.text + u" ELSE "_s + no.text + u" END)"_s,
                 yes.type == Value_Type::Null ? no.type : yes.type,
                 std::max(yes.size, no.size),
                 {},

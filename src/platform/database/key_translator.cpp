@@ -28,15 +28,6 @@ const Source &First_Source(const Select &select)
     return *source;
 }
 
-bool Has_Aggregate(const Expr &expr)
-{
-    static constexpr std::array names{"count", "sum", "min", "max", "avg"};
-    return (expr.kind == Expr_Kind::Function &&
-            std::any_of(names.begin(), names.end(),
-                        [&expr](const char *name) { return expr.name == QLatin1StringView(name); })) ||
-           std::any_of(expr.args.begin(), expr.args.end(), [](const Expr_Ptr &one) { return Has_Aggregate(*one); });
-}
-
 /// The first table behind "from" when each row of the select stands for one of its rows.
 const Catalog_Table *Table_Of_Rows(const Select &select, const Catalog &catalog)
 {
@@ -212,6 +203,15 @@ private:
     Sql_Scope m_scope;
 };
 } // namespace
+
+bool Has_Aggregate(const Expr &expr)
+{
+    static constexpr std::array names{"count", "sum", "min", "max", "avg"};
+    return (expr.kind == Expr_Kind::Function &&
+            std::any_of(names.begin(), names.end(),
+                        [&expr](const char *name) { return expr.name == QLatin1StringView(name); })) ||
+           std::any_of(expr.args.begin(), expr.args.end(), [](const Expr_Ptr &one) { return Has_Aggregate(*one); });
+}
 
 const Catalog_Table *Table_Of_Rows(const Query &query, const Catalog &catalog)
 {

@@ -2,9 +2,8 @@
 #include "platform/database/odbc_source.h"
 
 #include "platform/database/engine_error.h"
+#include "platform/database/odbc_text.h"
 
-#include <QFile>
-#include <QStringDecoder>
 #include <deque>
 #include <sql.h>
 #include <sqlext.h>
@@ -13,36 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// The parts of an initialisation string, "name=value;name="quoted; value"", in their order.
-std::vector<std::pair<QString, QString>> Parts_Of(const QString &text)
-{
-    std::vector<std::pair<QString, QString>> parts;
-    qsizetype at = 0;
-    while (at < text.size()) {
-        const qsizetype equals = text.indexOf(u'=', at);
-        if (equals < 0) {
-            break;
-        }
-        const QString name = text.mid(at, equals - at).section(u';', -1).trimmed();
-        qsizetype from = equals + 1;
-        while (from < text.size() && text[from] == u' ') {
-            ++from;
-        }
-        qsizetype end = text.indexOf(u';', from);
-        QString value;
-        if (from < text.size() && (text[from] == u'"' || text[from] == u'\'' || text[from] == u'{')) {
-            const qsizetype close = text.indexOf(text[from] == u'{' ? u'}' : text[from], from + 1);
-            value = text.mid(from + 1, close < 0 ? -1 : close - from - 1);
-            end = close < 0 ? -1 : text.indexOf(u';', close);
-        } else {
-            value = text.mid(from, end < 0 ? -1 : end - from).trimmed();
-        }
-        parts.emplace_back(name, value);
-        at = end < 0 ? text.size() : end + 1;
-    }
-    return parts;
-}
-
 Run_Time_Error Diagnosis(SQLSMALLINT kind, SQLHANDLE handle)
 {
     SQLCHAR state[6] = {};
@@ -97,7 +66,7 @@ public:
 
     void Connect(const QString &connectionString)
     {
-        QByteArray text = Checked(connectionString).toUtf8();
+        QByteArray text = Odbc_Text::Joined(Odbc_Text::Checked(connectionString, Installed_Drivers())).toUtf8();
         SQLSMALLINT length = 0;
         if (!SQL_SUCCEEDED(SQLDriverConnect(m_connection, nullptr, reinterpret_cast<SQLCHAR *>(text.data()), SQL_NTS,
                                             nullptr, 0, &length, SQL_DRIVER_NOPROMPT))) {
@@ -118,32 +87,6 @@ public:
     [[nodiscard]] SQLHSTMT Statement() const { return m_statement; }
 
 private:
-    /// A data link may come from anywhere: it names a driver that is installed here, or a data source that is set up
-    /// here, and no file that the driver manager or a driver would load, run or write. What is passed on is what was
-    /// looked at.
-    [[nodiscard]] QString Checked(const QString &connectionString) const
-    {
-        static const QStringList files{u"filedsn"_s, u"savefile"_s, u"loadext"_s, u"tracefile"_s, u"trace"_s};
-        QString checked;
-        for (const auto &[name, value] : Parts_Of(connectionString)) {
-            const QString key = name.toLower();
-            const bool known = key == u"driver"_s ? Installed_Drivers().contains(value, Qt::CaseInsensitive)
-                               : key == u"dsn"_s  ? !value.contains(u'/')
-                                                  : !files.contains(key);
-            if (!known || value.contains(u'}')) {
-                throw Engine_Error::Failed(
-                    u"The data link asks for '%1=%2', which is not set up on this computer."_s.arg(name, value),
-                    Failure::Missing_Component);
-            }
-            const bool several = value.contains(u';');
-            if (several) {
-                static_cast<void>(Checked(value)); // not every driver knows braces
-            }
-            checked += name + u'=' + (several ? u'{' + value + u'}' : value) + u';';
-        }
-        return checked;
-    }
-
     [[nodiscard]] QStringList Installed_Drivers() const
     {
         constexpr SQLSMALLINT longest = 512;
@@ -300,56 +243,14 @@ private:
     std::vector<Output> m_outputs;
     std::deque<Row> m_rows;
 };
-
-QString Text_Of_File(const QString &name)
-{
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Engine_Error::Failed(u"The data link file '%1' was not found."_s.arg(name), Failure::File_Not_Found);
-    }
-    const QByteArray bytes = file.readAll();
-    const auto encoding = QStringConverter::encodingForData(bytes);
-    return QStringDecoder(encoding.value_or(QStringConverter::Utf8)).decode(bytes);
-}
 } // namespace
 
 namespace Odbc_Source
 {
-QString Connection_String(const QString &udlText)
-{
-    QString initialisation;
-    for (const QString &line : udlText.split(u'\n')) {
-        const QString trimmed = line.trimmed();
-        if (!trimmed.isEmpty() && !trimmed.startsWith(u'[') && !trimmed.startsWith(u';')) {
-            initialisation = trimmed;
-        }
-    }
-    QString odbc;
-    const auto add = [&odbc](const QString &name, const QString &value) {
-        const bool braces = value.contains(u';') && !value.startsWith(u'{');
-        odbc += name + u'=' + (braces ? u'{' + value + u'}' : value) + u';';
-    };
-    for (const auto &[name, value] : Parts_Of(initialisation)) {
-        const QString key = name.toLower();
-        if (key == u"extended properties"_s) {
-            odbc += value + (value.endsWith(u';') ? QString() : u";"_s);
-        } else if (key == u"data source"_s) {
-            add(u"DSN"_s, value);
-        } else if (key == u"user id"_s) {
-            add(u"UID"_s, value);
-        } else if (key == u"password"_s) {
-            add(u"PWD"_s, value);
-        } else if (key == u"initial catalog"_s) {
-            add(u"DATABASE"_s, value);
-        }
-    }
-    return odbc;
-}
-
 std::unique_ptr<Row_Source> Run(const QString &statement, const QString &udlFile)
 {
     Link link;
-    link.Connect(Connection_String(Text_Of_File(udlFile)));
+    link.Connect(Odbc_Text::Connection_String(Odbc_Text::Text_Of_File(udlFile)));
     link.Execute(statement);
     auto rows = std::make_unique<Odbc_Rows>(link.Statement());
     if (rows->Outputs().empty()) {

@@ -6,8 +6,6 @@
 /// Statements on a data source, through the platform's ODBC manager.
 namespace Odbc_Source
 {
-/// The ODBC connection string that the text of an .udl file means.
-QString Connection_String(const QString &udlText);
 /// Runs a statement as it stands; null when it has no rows.
 std::unique_ptr<Row_Source> Run(const QString &statement, const QString &udlFile);
 } // namespace Odbc_Source

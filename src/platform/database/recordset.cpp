@@ -86,13 +86,18 @@ void Recordset::Open(const QString &statement, const QString &connectionString)
     auto state = std::make_unique<State>();
     const Connection_Pool::Target target = Connection_Pool::Parse(connectionString);
     const bool updatable = LockType != Lock_Type::Read_Only;
-    if (target.file.isEmpty()) {
+    std::shared_ptr<Server_Connection> server;
+    if (target.file.isEmpty() && (server = Connection_Pool::Get_Server(target.dataLink)) != nullptr) {
+        state->source = server->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows, {});
+        state->connection = server;
+    } else if (target.file.isEmpty()) {
         state->source = Odbc_Source::Run(statement, target.dataLink);
         for (qint64 left = SkipRows; left > 0 && state->source != nullptr && state->source->Skip();) {
             --left;
         }
     } else {
-        state->connection = Connection_Pool::Get(target.file);
+        const std::shared_ptr<Connection> file = Connection_Pool::Get(target.file);
+        state->connection = file;
         Early_Rows early;
         if (Found_So_Far) {
             early = [this, &state](std::unique_ptr<Row_Source> rows) {
@@ -104,8 +109,7 @@ void Recordset::Open(const QString &statement, const QString &connectionString)
                 Found_So_Far(recordset);
             };
         }
-        state->source =
-            state->connection->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows, early);
+        state->source = file->Run(statement, updatable, &state->baseTable, updatable ? 0 : SkipRows, early);
     }
     if (state->source != nullptr) {
         Show(std::move(state));

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/database/connection.h"
 #include "platform/database/recordset.h"
+#include "platform/database/row_store.h"
 
 #include <map>
-
-/// A value that waits to be written: column number in the result, value in the type of the column.
-using Pending_Values = std::map<int, Cell>;
 
 /// What a recordset holds while it is open.
 struct Recordset::State {
@@ -26,7 +23,7 @@ struct Recordset::State {
     bool forwardOnly = false;
     bool writable = false;
     bool batch = false;
-    std::shared_ptr<Connection> connection; // null for a data source
+    std::shared_ptr<Row_Store> connection; // null for a data source whose statements run as they stand
     std::unique_ptr<Row_Source> source;
     std::vector<Output> outputs;
     QString baseTable;
@@ -56,6 +53,4 @@ struct Recordset::State {
     void Write_Queue();
     void Discard();
     void Write_Change(const Queued_Change &change);
-    void Write_Row(const Queued_Change &change);
-    [[nodiscard]] Row Read_Back(qint64 rowid) const;
 };

@@ -102,11 +102,11 @@ Translator::Select_Text Translator::Select(const struct Select &select, const Sq
     }
     result.text = u"SELECT "_s + (select.distinct ? u"DISTINCT "_s : QString()) + items + from;
     if (select.where != nullptr) {
-        result.text += u" WHERE "_s + Expression(*select.where, scope).text;
+        result.text += u" WHERE "_s + Condition(*select.where, scope);
     }
     result.text += Group(select, scope);
     if (select.having != nullptr) {
-        result.text += u" HAVING "_s + Expression(*select.having, scope).text;
+        result.text += u" HAVING "_s + Condition(*select.having, scope);
     }
     if (ordered && !select.orderBy.empty()) {
         result.text += Order(select.orderBy, &select, scope, result.outputs.size());
@@ -198,7 +198,7 @@ QString Translator::Source(const struct Source &source, Sql_Scope &scope)
         const QString join = source.join == Join_Kind::Left    ? u" LEFT JOIN "_s
                              : source.join == Join_Kind::Right ? u" RIGHT JOIN "_s
                                                                : u" JOIN "_s;
-        return left + join + right + u" ON "_s + Expression(*source.on, scope).text;
+        return left + join + right + u" ON "_s + Condition(*source.on, scope);
     }
     Sql_Scope::Entry entry;
     QString text;
@@ -306,8 +306,9 @@ QString Translate_Insert(const Insert &insert, Translator &translator)
             values.append(translator.Assigned_Piece(piece, *columns[i]));
         }
     }
-    return insert.query == nullptr ? head + u"VALUES ("_s + values.join(u", "_s) + u')'
-                                   : head + u"SELECT "_s + values.join(u", "_s) + u" FROM ("_s + query + u')';
+    return insert.query == nullptr
+               ? head + u"VALUES ("_s + values.join(u", "_s) + u')'
+               : head + u"SELECT "_s + values.join(u", "_s) + u" FROM ("_s + query + u") AS \"zelqor rows\""_s;
 }
 
 QString Translate_Update(const Update &update, Translator &translator)
@@ -321,7 +322,7 @@ QString Translate_Update(const Update &update, Translator &translator)
     }
     QString text = u"UPDATE "_s + Aliased(table, update.alias) + u" SET "_s + changes.join(u", "_s);
     if (update.where != nullptr) {
-        text += u" WHERE "_s + translator.Expression(*update.where, scope).text;
+        text += u" WHERE "_s + translator.Condition(*update.where, scope);
     }
     return text;
 }
@@ -348,7 +349,7 @@ QString Translate_Delete(const Delete &remove, Translator &translator)
     }
     QString text = u"DELETE FROM "_s + Aliased(table, remove.alias);
     if (remove.where != nullptr) {
-        text += u" WHERE "_s + translator.Expression(*remove.where, Scope_Of(table, remove.alias)).text;
+        text += u" WHERE "_s + translator.Condition(*remove.where, Scope_Of(table, remove.alias));
     }
     return text;
 }
@@ -358,10 +359,18 @@ Plan Translate(const Statement &statement, const Catalog &catalog, bool updatabl
 {
     Plan plan;
     Translator translator(catalog, plan, true);
+    Translate_By(translator, plan, statement, catalog, updatable);
+    const auto *query = std::get_if<Query>(&statement);
+    plan.keys = query == nullptr || updatable ? nullptr : Translate_Keys(*query, catalog);
+    return plan;
+}
+
+void Translate_By(Translator &translator, Plan &plan, const Statement &statement, const Catalog &catalog,
+                  bool updatable)
+{
     QString text;
     if (const auto *query = std::get_if<Query>(&statement)) {
         text = translator.Query(*query, nullptr, plan.outputs, updatable);
-        plan.keys = updatable ? nullptr : Translate_Keys(*query, catalog);
     } else {
         plan.write = true;
         if (const auto *insert = std::get_if<Insert>(&statement)) {
@@ -379,5 +388,4 @@ Plan Translate(const Statement &statement, const Catalog &catalog, bool updatabl
         plan.key = key != nullptr && Is_Text(key->type) ? key->name : QString();
     }
     plan.sql = text.toUtf8();
-    return plan;
 }

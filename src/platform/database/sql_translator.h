@@ -18,7 +18,9 @@ enum class Bind {
     Prefix_High,
     Date_Low, // the same for the prefix of a date
     Date_High,
-    As_Text, // assigned to a column of that type
+    Like_Text,    // a like pattern in a server's words, with its sets as single wildcards
+    Like_Classes, // the sets of it as an expression, "" when it has none
+    As_Text,      // assigned to a column of that type
     As_Long,
     As_Single,
     As_Date,
@@ -41,7 +43,7 @@ struct Output {
 
 struct Key_Plan;
 
-/// A statement as SQLite runs it.
+/// A statement as its engine runs it.
 struct Plan {
     QByteArray sql;
     std::vector<Parameter> parameters;

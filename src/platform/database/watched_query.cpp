@@ -53,6 +53,11 @@ Watched_Query::Progress Watched_Query::Of_Statement(const std::shared_ptr<Prepar
     };
 }
 
+bool Watched_Query::Is_Watched()
+{
+    return Current_Watch() != nullptr;
+}
+
 bool Watched_Query::Goes_On()
 {
     const Database_Engine::Watch *watch = Current_Watch();

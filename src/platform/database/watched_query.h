@@ -21,8 +21,11 @@ struct Watched_Query {
     /// Waits a little for the lock of another program or thread, asking this program's watched queries to give way
     /// (a watched one asks nobody). SQLite's busy handler: 0 gives up.
     static int Wait_For_Lock(void *unused, int times);
+    /// This thread has a watch.
+    static bool Is_Watched();
+    /// The watch of this thread, if there is one, has not stopped its queries.
+    static bool Goes_On();
 
 private:
-    static bool Goes_On();
     static int Step(void *unused);
 };

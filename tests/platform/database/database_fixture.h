@@ -3,17 +3,35 @@
 
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "support/test_server.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 
-/// A database file of its own with the tables that the statements of these tests speak of.
+/// A database of its own, in a file or on a server, with the tables that the statements of these tests speak of.
 class Database_Fixture
 {
 public:
-    Database_Fixture() : connection(Database_Engine::File_Connection_String(path()))
+    enum class Kind { File, Server };
+    /// Rows of a test's global data: each of its functions runs on both.
+    static void Both_Kinds()
     {
-        Database_Engine::Create_File(connection);
+        QTest::addColumn<bool>("server");
+        QTest::addRow("file") << false;
+        QTest::addRow("server") << true;
+    }
+    static Kind Kind_Now()
+    {
+        QFETCH_GLOBAL(bool, server);
+        return server ? Kind::Server : Kind::File;
+    }
+    explicit Database_Fixture(Kind kind = Kind::File)
+        : connection(kind == Kind::File ? Database_Engine::File_Connection_String(path())
+                                        : Server_Connection(m_folder.filePath(QStringLiteral("odbc.udl"))))
+    {
+        if (kind == Kind::File)
+            Database_Engine::Create_File(connection);
         Database_Engine::One_Action(connection, [this] { Create_Tables(); });
     }
     ~Database_Fixture() { Database_Engine::Let_Go(); }
@@ -39,6 +57,14 @@ public:
     }
 
 private:
+    /// One database of the server serves all fixtures of the program, one after the other.
+    static QString Server_Connection(const QString &link)
+    {
+        static const QString text = Test_Server::The_One().New_Database();
+        Test_Server::The_One().Empty(QStringLiteral("t1"));
+        Test_Server::Write_Link(link, text);
+        return QStringLiteral("File Name=") + link;
+    }
     void Create_Tables() const
     {
         Run(QStringLiteral("CREATE TABLE Cate_Info (Cate_ID Text(250) PRIMARY KEY,Cate_Name Text(50),Cate_Memo "

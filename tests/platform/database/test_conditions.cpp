@@ -63,11 +63,13 @@ class Test_Conditions : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase_data() { Database_Fixture::Both_Kinds(); }
+
     void Random_Conditions()
     {
         constexpr int rowCount = 80;
         constexpr int conditionCount = 1500;
-        const Database_Fixture db;
+        const Database_Fixture db(Database_Fixture::Kind_Now());
         std::vector<Data_Row> data;
         Database_Engine::One_Action(db.connection, [&] {
             db.Run(u"create table r (i Long PRIMARY KEY, t Text(50), m memo, u Text(50), n Long, d DateTime)"_s);
@@ -117,7 +119,7 @@ private slots:
     {
         constexpr int rowCount = 12000;
         Database_Engine::Keep_In_Order({u"t"_s}); // in the table with a text key, so that both ways are gone
-        const Database_Fixture db;
+        const Database_Fixture db(Database_Fixture::Kind_Now());
         std::vector<std::optional<QString>> data;
         std::vector<size_t> order;
         Database_Engine::One_Action(db.connection, [&] {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/database/odbc_source.h"
+#include "platform/database/odbc_text.h"
 #include "platform/database/recordset.h"
 
 #include <QFile>
@@ -28,7 +28,7 @@ private slots:
     void Connection_String()
     {
         QFETCH(QString, udl);
-        QTEST(Odbc_Source::Connection_String(udl), "odbc");
+        QTEST(Odbc_Text::Connection_String(udl), "odbc");
     }
 
     /// What a link may not ask for is refused before anything of it is loaded; here it would be a library that exists.

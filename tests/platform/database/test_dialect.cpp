@@ -14,9 +14,11 @@ class Test_Dialect : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase_data() { Database_Fixture::Both_Kinds(); }
+
     void init()
     {
-        m_db = std::make_unique<Database_Fixture>();
+        m_db = std::make_unique<Database_Fixture>(Database_Fixture::Kind_Now());
         Database_Engine::One_Action(m_db->connection, [this] { Fill(); });
     }
     void cleanup() { m_db.reset(); }

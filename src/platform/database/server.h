@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+/// What a data source has that a database file has not. It is a server of the kind that the engine speaks with; other
+/// data sources run statements as they stand.
+namespace Database_Server
+{
+/// The connection string names a server that can be reached and that the engine speaks with. @throws Run_Time_Error
+bool Is_Server(const QString &connectionString);
+/// The server's database holds no table of this kind yet. @throws Run_Time_Error
+bool Is_Empty(const QString &connectionString);
+
+/// The password that goes with a connection text which has none, for this run of the program; all threads know it.
+void Set_Password(const QString &connectionString, const QString &password);
+/// The connection text names a user and no password, and none was given.
+bool Misses_Password(const QString &connectionString);
+
+/// What this thread does while a statement is under way on a server: `told` gets the milliseconds that it takes so far,
+/// some twenty times a second; false calls it off (Failure::Stopped).
+void Set_Patience(std::function<bool(qint64 milliseconds)> told);
+
+/// Tables that others have changed since this was asked last through this connection string, by this thread; empty the
+/// first time. One small statement. @throws Run_Time_Error
+QStringList Changed_By_Others(const QString &connectionString);
+/// Statements that went to servers so far, one round trip each.
+qint64 Round_Trips();
+} // namespace Database_Server
