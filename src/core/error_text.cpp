@@ -2,6 +2,7 @@
 #include "core/error_text.h"
 
 #include "core/language_pack.h"
+#include "platform/database/server.h"
 
 namespace
 {
@@ -30,15 +31,34 @@ constexpr Failure_Text Failure_Texts[] = {
     {Failure::Out_Of_Memory, u"_Out_Of_Memory"},
     {Failure::Not_Rich_Text, u"_Not_Rich_Text"},
 };
+/// What only a server has trouble with has no failure of its own, but a number.
+struct Number_Text {
+    qint32 number;
+    const char16_t *key;
+};
+
+constexpr Number_Text Number_Texts[] = {
+    {Database_Server::Gone, u"_Server_Gone"},
+    {Database_Server::Denied, u"_Server_Denied"},
+    {Database_Server::Timed_Out, u"_Server_Slow"},
+};
+
+QString With_Description(const char16_t *key, const Pending_Error &error)
+{
+    const QString text = Language().GetString(QStringLiteral("Error_Texts"), QString::fromUtf16(key));
+    return text.isEmpty() ? error.description : text + QStringLiteral("\n") + error.description;
+}
 } // namespace
 
 QString Error_Text(const Pending_Error &error)
 {
+    for (const Number_Text &row : Number_Texts) {
+        if (row.number == error.number)
+            return With_Description(row.key, error);
+    }
     for (const Failure_Text &row : Failure_Texts) {
-        if (row.failure != error.failure)
-            continue;
-        const QString text = Language().GetString(QStringLiteral("Error_Texts"), QString::fromUtf16(row.key));
-        return text.isEmpty() ? error.description : text + QStringLiteral("\n") + error.description;
+        if (row.failure == error.failure)
+            return With_Description(row.key, error);
     }
     return error.description;
 }

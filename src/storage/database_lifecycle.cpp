@@ -8,11 +8,13 @@
 #include "core/sql_text.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/database/server.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
 #include "storage/database_lifecycle_sql.h"
 #include "storage/schema_sql.h"
+#include "storage/server_link.h"
 
 #include <cstdlib>
 #include <limits>
@@ -45,6 +47,14 @@ void Test_Database(const QString &connStr)
 {
     App().Conn_Str = connStr;
     App().Conn_OK = Opening_Test(connStr);
+}
+
+/// The server asks for another password than the link or the user gave.
+bool Is_Denied(const Pending_Error &trouble)
+{
+    bool given = true;
+    Resume_Next([&] { given = Database_Server::Has_Password(Source_Conn_Str()); });
+    return trouble.number == Database_Server::Denied && !given;
 }
 
 /// The path of the record is the one that a new installation has.
@@ -86,6 +96,22 @@ Database_Check Find_File_Database()
     return Database_Check::Go_On;
 }
 
+/// A server may want a password that the link does not hold; it is asked for until it is right or the user gives up.
+void Test_Source(const QString &connStr)
+{
+    Test_Database(connStr);
+    Load_Language(QStringLiteral("Main/GetConfigInfo"));
+    while (!App().Conn_OK && Is_Denied(App().Conn_Trouble)) {
+        const QString password =
+            Prompts::Input(Pack_Text("Main", "_Server_Password") + QLatin1Char('\n') + App().Conn_Trouble.description,
+                           App().Box_Title, {}, true);
+        if (password.isNull())
+            return;
+        Database_Server::Set_Password(connStr, password);
+        Test_Database(connStr);
+    }
+}
+
 Database_Check Find_Source_Database()
 {
     if (!Exists(App().App_Path + Source_File)) {
@@ -93,7 +119,7 @@ Database_Check Find_Source_Database()
         Prompts::Message(Pack_Text("Main", "_OdbcLost"), App().Box_Title, Prompts::Icon::Information);
         std::exit(0);
     }
-    Test_Database(Source_Conn_Str());
+    Test_Source(Source_Conn_Str());
     return Database_Check::Go_On;
 }
 
@@ -130,6 +156,8 @@ bool Opening_Test(const QString &connStr)
 {
     App().Conn_Trouble = {};
     const bool opened = Resume_Next([&] {
+        if (Database_Engine::File_Of(connStr).isEmpty())
+            Make_Library_If_Empty(connStr);
         Recordset test;
         test.CursorLocation = Cursor_Location::Server;
         test.CursorType = Cursor_Type::Static;

@@ -5,6 +5,7 @@
 #include "platform/database/engine_error.h"
 #include "platform/database/file_layer.h"
 #include "platform/database/server.h"
+#include "platform/database/server_ddl.h"
 #include "platform/files/paths.h"
 
 #include <QFile>
@@ -22,6 +23,8 @@ namespace
 {
 constexpr int Usual_Busy_Timeout = 2000;
 constexpr qint32 Application_Id = 0x5A454C51; // "ZELQ"
+
+const QStringList Password_Names{u"pwd"_s, u"password"_s};
 
 struct Kept_Server {
     QString text;                                  ///< of the connection
@@ -86,8 +89,8 @@ QString Connection_Text(const QString &dataLink)
 {
     QString text = Odbc_Text::Connection_String(Odbc_Text::Text_Of_File(dataLink));
     const QString password = Given_Password(dataLink);
-    if (!password.isEmpty() && !Has_Part(text, {u"pwd"_s, u"password"_s})) {
-        text += u"PWD="_s + password + u';';
+    if (!password.isEmpty() && !Has_Part(text, Password_Names)) {
+        text += u"PWD={"_s + password + u"};"_s;
     }
     return text;
 }
@@ -220,9 +223,11 @@ void Create_File(const QString &connectionString)
 
 void Settle(const QString &connectionString)
 {
-    const QString file = Parse(connectionString).file;
-    if (!file.isEmpty()) {
-        Get(file)->Settle();
+    const Target target = Parse(connectionString);
+    if (!target.file.isEmpty()) {
+        Get(target.file)->Settle();
+    } else if (const auto server = Get_Server(target.dataLink)) {
+        Server_Ddl::Settle(*server);
     }
 }
 
@@ -302,10 +307,24 @@ bool Is_Server(const QString &connectionString)
     return Server_Of(connectionString) != nullptr;
 }
 
+QString Driver()
+{
+    const QStringList drivers = Odbc_Link::Installed_Drivers().filter(u"PostgreSQL"_s, Qt::CaseInsensitive);
+    const QStringList unicode = drivers.filter(u"Unicode"_s, Qt::CaseInsensitive);
+    if (drivers.isEmpty()) {
+        throw Engine_Error::From_Server(u"IM002"_s, u"There is no ODBC driver for PostgreSQL."_s);
+    }
+    return unicode.isEmpty() ? drivers.first() : unicode.first();
+}
+
 bool Is_Empty(const QString &connectionString)
 {
     const auto server = Server_Of(connectionString);
-    return server != nullptr && server->Tables().Tables().empty();
+    if (server == nullptr) {
+        return false;
+    }
+    server->Forget_Tables();
+    return server->Tables().Tables().empty();
 }
 
 void Set_Password(const QString &connectionString, const QString &password)
@@ -314,11 +333,10 @@ void Set_Password(const QString &connectionString, const QString &password)
     The_Passwords().byLink.insert(Parse(connectionString).dataLink, password);
 }
 
-bool Misses_Password(const QString &connectionString)
+bool Has_Password(const QString &connectionString)
 {
     const QString link = Parse(connectionString).dataLink;
-    const QString text = link.isEmpty() ? QString() : Connection_Text(link);
-    return Has_Part(text, {u"uid"_s, u"user id"_s, u"username"_s}) && !Has_Part(text, {u"pwd"_s, u"password"_s});
+    return !link.isEmpty() && Has_Part(Odbc_Text::Connection_String(Odbc_Text::Text_Of_File(link)), Password_Names);
 }
 
 QStringList Changed_By_Others(const QString &connectionString)

@@ -2,6 +2,7 @@
 #include "platform/database/engine_error.h"
 
 #include "platform/database/file_layer.h"
+#include "platform/database/server.h"
 
 #include <QFileInfo>
 #include <sqlite3.h>
@@ -187,18 +188,18 @@ constexpr State_Meaning State_Meanings[] = {
     {"23505", Error_Number::Db_Failed, Failure::Duplicate},
     {"23502", Error_Number::Db_Failed, Failure::Null_Value},
     {"25006", Error_Number::Db_Failed, Failure::Read_Only},
-    {"42501", Server_Error_Number::Denied, Failure::Read_Only},
+    {"42501", Database_Server::Denied, Failure::Read_Only},
     {"40", Error_Number::Db_Failed, Failure::Locked},
     {"55P03", Error_Number::Db_Failed, Failure::Locked},
     {"53100", Error_Number::Db_Failed, Failure::Disk_Full},
     {"53200", Error_Number::Db_Failed, Failure::Out_Of_Memory},
-    {"53300", Server_Error_Number::Gone, Failure::Other},
+    {"53300", Database_Server::Gone, Failure::Other},
     {"54000", Error_Number::Db_Failed, Failure::Too_Large},
-    {"57014", Server_Error_Number::Timed_Out, Failure::Other},
-    {"57P", Server_Error_Number::Gone, Failure::Other},
-    {"28", Server_Error_Number::Denied, Failure::Other},
-    {"3D000", Server_Error_Number::Denied, Failure::Other},
-    {"08", Server_Error_Number::Gone, Failure::Other},
+    {"57014", Database_Server::Timed_Out, Failure::Other},
+    {"57P", Database_Server::Gone, Failure::Other},
+    {"28", Database_Server::Denied, Failure::Other},
+    {"3D000", Database_Server::Denied, Failure::Other},
+    {"08", Database_Server::Gone, Failure::Other},
     {"IM00", Error_Number::Db_Failed, Failure::Missing_Component},
     {"01000", Error_Number::Db_Failed, Failure::Missing_Component},
     {"42", Error_Number::Db_Syntax, Failure::Syntax},

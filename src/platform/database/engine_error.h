@@ -5,14 +5,6 @@
 
 struct sqlite3;
 
-/// Numbers of what only a server has trouble with (public OLE DB and COM numbering).
-namespace Server_Error_Number
-{
-inline constexpr qint32 Gone = static_cast<qint32>(0x800401FD);      // CO_E_OBJNOTCONNECTED
-inline constexpr qint32 Denied = static_cast<qint32>(0x80040E4D);    // DB_SEC_E_AUTH_FAILED
-inline constexpr qint32 Timed_Out = static_cast<qint32>(0x80040E31); // DB_E_ABORTLIMITREACHED
-} // namespace Server_Error_Number
-
 /// The errors of the engine, one factory per kind: numbers, keys and sentences are chosen here only.
 namespace Engine_Error
 {

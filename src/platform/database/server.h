@@ -11,13 +11,20 @@ namespace Database_Server
 {
 /// The connection string names a server that can be reached and that the engine speaks with. @throws Run_Time_Error
 bool Is_Server(const QString &connectionString);
+/// The installed driver for such servers. @throws Run_Time_Error, Failure::Missing_Component when there is none.
+QString Driver();
 /// The server's database holds no table of this kind yet. @throws Run_Time_Error
 bool Is_Empty(const QString &connectionString);
 
 /// The password that goes with a connection text which has none, for this run of the program; all threads know it.
 void Set_Password(const QString &connectionString, const QString &password);
-/// The connection text names a user and no password, and none was given.
-bool Misses_Password(const QString &connectionString);
+/// The data link holds a password itself.
+bool Has_Password(const QString &connectionString);
+
+/// Numbers of errors that only a server has (see Engine_Error).
+inline constexpr qint32 Gone = static_cast<qint32>(0x800401FD);      ///< CO_E_OBJNOTCONNECTED
+inline constexpr qint32 Denied = static_cast<qint32>(0x80040E4D);    ///< DB_SEC_E_AUTH_FAILED
+inline constexpr qint32 Timed_Out = static_cast<qint32>(0x80040E31); ///< DB_E_ABORTLIMITREACHED
 
 /// What this thread does while a statement is under way on a server: `told` gets the milliseconds that it takes so far,
 /// some twenty times a second; false calls it off (Failure::Stopped).

@@ -41,6 +41,7 @@ public:
     void Forget_Tables();
     /// Makes the schema of the engine's own where it is missing or old. @throws Run_Time_Error when it may not.
     void Prepare_Database();
+    [[nodiscard]] bool Is_Read_Only() const { return m_facts.readOnly; }
     /// See Database_Server::Changed_By_Others.
     QStringList Changed_By_Others();
     /// Ends a connection that is of no more use; the next statement makes a new one.

@@ -282,4 +282,11 @@ bool Run(Server_Connection &connection, const Statement &statement)
     }
     return true;
 }
+
+void Settle(Server_Connection &connection)
+{
+    if (!connection.Is_Read_Only() && !Ddl::Missing_Indexes(connection.Tables()).empty()) {
+        Change(connection, [] {});
+    }
+}
 } // namespace Server_Ddl

@@ -9,4 +9,6 @@ namespace Server_Ddl
 {
 /// Runs a statement that changes tables; false for any other statement.
 bool Run(Server_Connection &connection, const Sql_Ast::Statement &statement);
+/// Makes the indexes that are missing, if this user may.
+void Settle(Server_Connection &connection);
 } // namespace Server_Ddl

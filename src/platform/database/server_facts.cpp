@@ -258,7 +258,11 @@ void Server_Connection::Load_Tables()
 QStringList Server_Connection::Changed_By_Others()
 {
     Prepare_Database();
-    const QString now = u"SELECT pg_current_snapshot()::text, "_s;
+    // What was told long ago to everybody who asks is of no more use.
+    const bool first = m_seen.isEmpty();
+    const QString old =
+        first && !m_facts.readOnly ? u"DELETE FROM zelqor.changes WHERE at < now() - interval '1 hour'; "_s : QString();
+    const QString now = old + u"SELECT pg_current_snapshot()::text, "_s;
     const QString since =
         m_seen.isEmpty()
             ? u"''"_s
@@ -266,6 +270,9 @@ QStringList Server_Connection::Changed_By_Others()
               "pg_snapshot_xmin(%1::pg_snapshot) AND NOT pg_visible_in_snapshot(tx, "
               "%1::pg_snapshot) AND who IS DISTINCT FROM %2)"_s.arg(Quoted_Text(m_seen), Quoted_Text(Program_Mark()));
     const auto run = Execute(now + since);
+    if (!old.isEmpty()) {
+        run->Next_Result();
+    }
     if (!run->Fetch()) {
         return {};
     }

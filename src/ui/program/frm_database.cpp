@@ -8,6 +8,7 @@
 #include "platform/prompts/prompts.h"
 #include "storage/database_choice.h"
 #include "storage/database_lifecycle.h"
+#include "ui/program/frm_server.h"
 #include "ui_frm_database.h"
 
 #include <QDesktopServices>
@@ -25,6 +26,7 @@ Frm_Database::Frm_Database(QWidget *parent) : QDialog(parent), m_ui(std::make_un
     connect(m_ui->Opt_DB_Type_0, &QRadioButton::toggled, this, &Frm_Database::Show_Kind);
     connect(m_ui->Chk_Path, &QCheckBox::clicked, this, &Frm_Database::Chk_Path_Click);
     connect(m_ui->Cmd_BrowseDateBase, &QPushButton::clicked, this, &Frm_Database::Cmd_BrowseDateBase_Click);
+    connect(m_ui->Cmd_Server, &QPushButton::clicked, this, &Frm_Database::Cmd_Server_Click);
     connect(m_ui->Cmd_ODBC, &QPushButton::clicked, this, &Frm_Database::Cmd_ODBC_Click);
     connect(m_ui->Cmd_Default, &QPushButton::clicked, this, &Frm_Database::Cmd_Default_Click);
     connect(m_ui->Cmd_Apply, &QPushButton::clicked, this, &Frm_Database::Cmd_Apply_Click);
@@ -85,6 +87,16 @@ void Frm_Database::Cmd_BrowseDateBase_Click()
     const QString picked = Prompts::Open_File(Lang.GetString("_SelDb"), directory, Lang.GetString("_DbFilter"));
     if (!picked.isEmpty())
         m_ui->Txt_NowDataBase->setText(Spelled_Path(picked, m_ui->Chk_Path->isChecked()));
+}
+
+/// The link that the dialog writes is spoken to in the words of a server.
+void Frm_Database::Cmd_Server_Click()
+{
+    Frm_Server dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_ui->Opt_DB_SQL_1->setChecked(true);
+    Show_Source_File();
 }
 
 void Frm_Database::Cmd_ODBC_Click()

@@ -43,6 +43,7 @@ private:
     void Show_Source_File();
     void Chk_Path_Click();
     void Cmd_BrowseDateBase_Click();
+    void Cmd_Server_Click();
     void Cmd_ODBC_Click();
     void Cmd_Default_Click();
     void Cmd_Apply_Click();
