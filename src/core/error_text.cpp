@@ -29,6 +29,7 @@ constexpr Failure_Text Failure_Texts[] = {
     {Failure::Too_Large, u"_Too_Large"},
     {Failure::No_Output, u"_No_Output"},
     {Failure::Out_Of_Memory, u"_Out_Of_Memory"},
+    {Failure::Stopped, u"_Stopped"},
     {Failure::Not_Rich_Text, u"_Not_Rich_Text"},
 };
 /// What only a server has trouble with has no failure of its own, but a number.

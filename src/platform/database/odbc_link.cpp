@@ -5,12 +5,9 @@
 #include "platform/database/patience.h"
 
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -122,8 +119,14 @@ void Odbc_Link::Connect(const Odbc_Text::Parts &parts)
     QString text = Odbc_Text::Joined(parts);
     SQLSMALLINT length = 0;
     SQLSetConnectAttr(m_connection, SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(Longest_Login_Seconds), 0);
-    if (!SQL_SUCCEEDED(SQLDriverConnectW(m_connection, nullptr, Wide(text), static_cast<SQLSMALLINT>(text.size()),
-                                         nullptr, 0, &length, SQL_DRIVER_NOPROMPT))) {
+    SQLRETURN code = SQL_ERROR;
+    Patience::Wait_For(
+        [&] {
+            code = SQLDriverConnectW(m_connection, nullptr, Wide(text), static_cast<SQLSMALLINT>(text.size()), nullptr,
+                                     0, &length, SQL_DRIVER_NOPROMPT);
+        },
+        [] {});
+    if (!SQL_SUCCEEDED(code)) {
         const Diagnosis diagnosis = Diagnosis_Of(SQL_HANDLE_DBC, m_connection);
         throw Engine_Error::From_Server(Login_State(diagnosis), diagnosis.message);
     }
@@ -149,11 +152,7 @@ Odbc_Link::Run::Run(std::shared_ptr<Odbc_Link> link, const QString &statements)
     ++Trips;
     SQLAllocHandle(SQL_HANDLE_STMT, m_link->m_connection, &m_statement);
     try {
-        if (Patience::Is_Asked()) {
-            Execute_Beside();
-        } else {
-            Execute_Here();
-        }
+        Execute();
         Check(m_code);
     } catch (...) {
         SQLFreeHandle(SQL_HANDLE_STMT, m_statement);
@@ -167,37 +166,12 @@ Odbc_Link::Run::~Run()
     SQLFreeHandle(SQL_HANDLE_STMT, m_statement);
 }
 
-void Odbc_Link::Run::Execute_Here()
+void Odbc_Link::Run::Execute()
 {
-    m_code = SQLExecDirectW(m_statement, Wide(m_text), static_cast<SQLINTEGER>(m_text.size()));
-}
-
-/// The statement runs in a thread of its own, so that this one can look about while it waits.
-void Odbc_Link::Run::Execute_Beside()
-{
-    std::mutex mutex;
-    std::condition_variable ended;
-    bool done = false;
-    std::thread worker([&] {
-        Execute_Here();
-        const std::scoped_lock lock(mutex);
-        done = true;
-        ended.notify_one();
-    });
-    Patience patience;
-    bool cancelled = false;
-    std::unique_lock lock(mutex);
-    while (!ended.wait_for(lock, Patience::Between_Looks, [&] { return done; })) {
-        lock.unlock();
-        if (!cancelled && !patience.Goes_On()) {
-            cancelled = true;
-            SQLCancel(m_statement);
-        }
-        lock.lock();
-    }
-    lock.unlock();
-    worker.join();
-    if (cancelled && !SQL_SUCCEEDED(m_code) && Diagnosis_Of(SQL_HANDLE_STMT, m_statement).state == u"57014"_s) {
+    const bool wentOn = Patience::Wait_For(
+        [this] { m_code = SQLExecDirectW(m_statement, Wide(m_text), static_cast<SQLINTEGER>(m_text.size())); },
+        [this] { SQLCancel(m_statement); });
+    if (!wentOn && !SQL_SUCCEEDED(m_code) && Diagnosis_Of(SQL_HANDLE_STMT, m_statement).state == u"57014"_s) {
         throw Engine_Error::Stopped();
     }
 }

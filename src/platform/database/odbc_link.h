@@ -60,8 +60,7 @@ public:
     QString Text(size_t column) { return Sql_Value::To_Text(Read(column, Value_Type::Text)); }
 
 private:
-    void Execute_Here();
-    void Execute_Beside();
+    void Execute();
     void Check(int code);
 
     std::shared_ptr<Odbc_Link> m_link;

@@ -4,8 +4,17 @@
 #include "platform/database/server.h"
 #include "platform/database/watched_query.h"
 
+#include <QElapsedTimer>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
 namespace
 {
+constexpr std::chrono::milliseconds Between_Looks{50};
+constexpr qint64 Ended = -1;
+
 using Told = std::function<bool(qint64 milliseconds)>;
 
 Told &Told_Of_This_Thread()
@@ -14,31 +23,60 @@ Told &Told_Of_This_Thread()
     return told;
 }
 
-/// What is told may run statements of its own; those wait without telling.
+/// Who is told may run statements; those wait without telling.
 bool &Is_Telling()
 {
     static thread_local bool telling = false;
     return telling;
 }
-} // namespace
 
-bool Patience::Is_Asked()
+bool Tell(qint64 milliseconds)
 {
-    return Watched_Query::Is_Watched() || (Told_Of_This_Thread() && !Is_Telling());
-}
-
-bool Patience::Goes_On() const
-{
-    if (!Watched_Query::Goes_On()) {
-        return false;
-    }
     const Told &told = Told_Of_This_Thread();
     if (!told) {
         return true;
     }
     Is_Telling() = true;
-    const bool goesOn = told(m_since.elapsed());
+    const bool goesOn = told(milliseconds);
     Is_Telling() = false;
+    return goesOn;
+}
+} // namespace
+
+bool Patience::Wait_For(const std::function<void()> &work, const std::function<void()> &callOff)
+{
+    if (!Watched_Query::Is_Watched() && (!Told_Of_This_Thread() || Is_Telling())) {
+        work();
+        return true;
+    }
+    std::mutex mutex;
+    std::condition_variable ended;
+    bool done = false;
+    std::thread worker([&] {
+        work();
+        const std::scoped_lock lock(mutex);
+        done = true;
+        ended.notify_one();
+    });
+    QElapsedTimer since;
+    since.start();
+    bool goesOn = true;
+    bool told = false;
+    std::unique_lock lock(mutex);
+    while (!ended.wait_for(lock, Between_Looks, [&] { return done; })) {
+        lock.unlock();
+        told = true;
+        if (goesOn && !(Watched_Query::Goes_On() && Tell(since.elapsed()))) {
+            goesOn = false;
+            callOff();
+        }
+        lock.lock();
+    }
+    lock.unlock();
+    worker.join();
+    if (told) {
+        Tell(Ended);
+    }
     return goesOn;
 }
 

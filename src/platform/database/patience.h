@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QElapsedTimer>
-#include <chrono>
+#include <functional>
 
-/// What a thread does while it waits for a server: it asks its watch whether to go on, or tells whoever set its
-/// patience (Database_Engine::Set_Patience) how long it takes.
-class Patience
+/// What a thread does while it waits for a server: it asks its watch whether to go on, and tells whoever set its
+/// patience (Database_Server::Set_Patience) how long it takes.
+namespace Patience
 {
-public:
-    static constexpr std::chrono::milliseconds Between_Looks{50};
-
-    Patience() { m_since.start(); }
-    /// This thread has a watch or a patience.
-    [[nodiscard]] static bool Is_Asked();
-    /// False when the statement is to be called off.
-    [[nodiscard]] bool Goes_On() const;
-
-private:
-    QElapsedTimer m_since;
-};
+/// Runs `work` and waits for its end: in a thread of its own where this one has somebody to ask or to tell.
+/// @param callOff  is called once, beside the work, when it is not to go on
+/// @returns false when it was called off
+bool Wait_For(const std::function<void()> &work, const std::function<void()> &callOff);
+} // namespace Patience

@@ -27,7 +27,7 @@ inline constexpr qint32 Denied = static_cast<qint32>(0x80040E4D);    ///< DB_SEC
 inline constexpr qint32 Timed_Out = static_cast<qint32>(0x80040E31); ///< DB_E_ABORTLIMITREACHED
 
 /// What this thread does while a statement is under way on a server: `told` gets the milliseconds that it takes so far,
-/// some twenty times a second; false calls it off (Failure::Stopped).
+/// some twenty times a second, and -1 at the end of one that was told of; false calls it off (Failure::Stopped).
 void Set_Patience(std::function<bool(qint64 milliseconds)> told);
 
 /// Tables that others have changed since this was asked last through this connection string, by this thread; empty the

@@ -56,6 +56,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Due_Button();
     Add_Tray();
     Add_Lock();
+    Add_Server_Watch();
     Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();

@@ -93,6 +93,9 @@ private:
     void Add_Wing_Commands();
     void Add_Due_Button();
     void Add_Lock();
+    /// Follows what others change in a library on a server.
+    void Add_Server_Watch();
+    void Follow_Others(const QStringList &tables);
     void Add_Tray();
     void Add_Status_Line();
     void Add_Search_Box();
