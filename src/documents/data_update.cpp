@@ -106,6 +106,20 @@ const char *Refusal_Key(Save_Refusal refusal)
     return "";
 }
 
+std::optional<Last_Change> Last_Change_Of(const QString &code_id)
+{
+    std::optional<Last_Change> last;
+    const bool read = Resume_Next([&] {
+        Recordset row;
+        row.Open(Sql_Text(Sql::Last_Change, code_id), App().Conn_Str);
+        if (!row.Eof())
+            last = {row[0].Text(), row[1].Text()};
+    });
+    if (!read)
+        Clear_Pending();
+    return last;
+}
+
 Save_Outcome Store_Form(Document_Form &form, bool stored, QString &status, Save_Consents consents)
 {
     const QString idBefore = form.code_id;

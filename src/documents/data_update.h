@@ -4,6 +4,7 @@
 #include "documents/document_store.h"
 
 #include <QString>
+#include <optional>
 
 /// Why a document is not saved as it stands, in the order of the tests; the names tell the control that is wanted.
 enum class Save_Refusal {
@@ -33,6 +34,14 @@ struct Save_Consents {
     bool replace = false;   ///< write over what somebody else has stored since the form was filled
     bool open_lock = false; ///< store a text that is too long for its password to be asked for
 };
+
+/// Who changed a stored document last, and when.
+struct Last_Change {
+    QString who;
+    QString when;
+};
+/// None when it is gone or cannot be read.
+std::optional<Last_Change> Last_Change_Of(const QString &code_id);
 
 /// Stores a form that passed its tests, and writes the system log in the same commit. What stands in the database is
 /// compared with what the form was filled from inside that commit.

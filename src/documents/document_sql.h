@@ -6,6 +6,7 @@ namespace Sql
 constexpr const char16_t *Whole_Document = u"Select * From Code_Info Where Code_ID='%1'";
 constexpr const char16_t *Adopt_Attachments = u"update tab_file set code_id='%1' where code_id=''";
 constexpr const char16_t *Find_Document = u" select code_id from code_info where code_id ='%1'";
+constexpr const char16_t *Last_Change = u"Select Code_Updater,Code_Update From Code_Info Where Code_ID='%1'";
 constexpr const char16_t *Read_Document =
     u"Select cate_ID,Code_Title,Code_ID,Code_Keys,Code_Content,Code_Content_IO,Code_Color,Code_Done,Code_Explain,"
     u"Code_Update,Code_Date,Code_Promulgator,Code_Provenance,Code_Author,Code_Memo,Code_Memo_IO,Code_Sum,Code_Sum_IO,"

@@ -84,9 +84,12 @@ QString AddClass_Ex(const QString &selectedId, const QString &name, Tree_Model &
 {
     return Trap_Editing(QStringLiteral("Mod_DataBase\\AddClass_Ex"), [&] {
         const QString parent = asSibling ? Parent_Id(selectedId) : selectedId;
-        QString id = Next_Id_From_First(parent);
-        Require_Place(id);
-        Run(Sql_Text(Sql::Add_Folder, id, name, icon.toUpper(), Order_Of_Id(id), memo, expanded));
+        QString id;
+        Database_Engine::One_Action(App().Conn_Str, [&] { // the free id is free until it is taken
+            id = Next_Id_From_First(parent);
+            Require_Place(id);
+            Run(Sql_Text(Sql::Add_Folder, id, name, icon.toUpper(), Order_Of_Id(id), memo, expanded));
+        });
         Tree_Node node;
         node.key = Folder_Key(id);
         node.caption = Make_Caption(name, 0);
@@ -107,12 +110,15 @@ QString Find_Cate_Id(const QString &parentId, const QString &name)
 QString MakeExistCateId(const QString &parentId, const QString &name)
 {
     return Trap_Editing(QStringLiteral("Mod_DataBase\\MakeExistCateId"), [&] {
-        QString id = Find_Cate_Id(parentId, name);
-        if (!id.isEmpty())
-            return id;
-        id = Next_Id_From_First(parentId);
-        Require_Place(id);
-        Run(Sql_Text(Sql::Add_Import_Folder, id, name, Order_Of_Id(id)));
+        QString id;
+        Database_Engine::One_Action(App().Conn_Str, [&] {
+            id = Find_Cate_Id(parentId, name);
+            if (!id.isEmpty())
+                return;
+            id = Next_Id_From_First(parentId);
+            Require_Place(id);
+            Run(Sql_Text(Sql::Add_Import_Folder, id, name, Order_Of_Id(id)));
+        });
         return id;
     });
 }

@@ -25,6 +25,15 @@ public:
         Run("createdb", {"-h", m_folder.path(), "-p", "5432", "-U", "zelqor", "-T", "template0", name});
         return Connection_Text(name);
     }
+    /// Runs a statement of the server's own, as another program would.
+    void Sql(const QString &link, const QString &statement) const
+    {
+        QFile file(link.section(u'=', 1));
+        static_cast<void>(file.open(QIODevice::ReadOnly));
+        const QString database =
+            QString::fromUtf8(file.readAll()).section(QStringLiteral("DATABASE="), 1).section(u';', 0, 0);
+        Run("psql", {"-h", m_folder.path(), "-p", "5432", "-U", "zelqor", "-d", database, "-q", "-c", statement});
+    }
     /// Takes all tables out of a database.
     void Empty(const QString &database) const
     {
@@ -61,13 +70,9 @@ public:
     }
     void Start()
     {
-        const QStringList arguments{"-D", Data(),
-                                    "-k", m_folder.path(),
-                                    "-p", "5432",
-                                    "-c", "listen_addresses=",
-                                    "-c", "fsync=off",
-                                    "-c", "full_page_writes=off",
-                                    "-c", "synchronous_commit=off"};
+        const QStringList arguments{"-D", Data(),      "-k", m_folder.path(),
+                                    "-p", "5432",      "-c", "listen_addresses=",
+                                    "-c", "fsync=off", "-c", "full_page_writes=off"};
         m_postgres.setWorkingDirectory(QStringLiteral("/tmp"));
         m_postgres.setStandardErrorFile(QProcess::nullDevice());
         m_postgres.start(QStringLiteral("setpriv"),

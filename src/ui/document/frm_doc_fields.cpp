@@ -102,7 +102,9 @@ void Frm_Doc_Standard::Limit_Fields()
 
 void Frm_Doc_Standard::Show_Too_Long()
 {
-    const QMap<QString, int> rooms = Field_Rooms();
+    QMap<QString, int> rooms;
+    if (!Resume_Next([&] { rooms = Field_Rooms(); })) // what kept it from being saved was told
+        return Clear_Pending();
     for (const Shown_Field &shown : m_fields) {
         if (Is_Bounded(shown.field->kind) &&
             shown.line->text().size() > rooms.value(QLatin1String(shown.field->column)))

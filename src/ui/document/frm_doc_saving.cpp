@@ -6,6 +6,7 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
+#include "documents/data_update.h"
 #include "platform/prompts/prompts.h"
 #include "ui/document/frm_doc_standard.h"
 #include "ui/document/stored_version.h"
@@ -124,9 +125,12 @@ bool Frm_Doc_Standard::Settle_Conflict()
     QStringList ways{Pack_Text("Frm_Doc_Standard", "_Look"), Pack_Text("Frm_Doc_Standard", "_Replace")};
     if (!m_session->Form().keeps_content)
         ways << Pack_Text("Frm_Doc_Standard", "_Keep_Both");
+    const std::optional<Last_Change> last = Last_Change_Of(Code_Id());
+    const QString who =
+        last ? QLatin1Char('\n') + Pack_Text("Frm_Doc_Standard", "_Changed_By").arg(last->who, last->when) : QString();
+    const QString question = Title() + Pack_Text("Frm_Doc_Standard", "_Changed_Elsewhere") + who;
     int way = Look;
-    while ((way = Prompts::Choose(Title() + Pack_Text("Frm_Doc_Standard", "_Changed_Elsewhere"), App().App_Title,
-                                  ways)) == Look)
+    while ((way = Prompts::Choose(question, App().App_Title, ways)) == Look)
         Show_Stored_Version(Code_Id(), this);
     m_session->Consents().replace = way == Replace;
     if (way == Keep_Both)
