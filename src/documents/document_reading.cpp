@@ -7,15 +7,18 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
+#include "documents/attachments_sql.h"
 #include "documents/busy_pointer.h"
 #include "documents/coder.h"
 #include "documents/document_fields.h"
 #include "documents/document_sql.h"
 #include "documents/document_store.h"
+#include "documents/review_sql.h"
 #include "documents/staging.h"
 #include "documents/stored_stream.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
+#include "platform/database/server.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
@@ -296,6 +299,10 @@ QString Failure_Text()
 
 bool Read_Document(const QString &code_id, Document_Form &form)
 {
+    // What a document's form shows beside its text comes with it.
+    Database_Server::Ask_Ahead(App().Conn_Str,
+                               {Sql_Text(Sql::Read_Document, code_id), Sql_Text(Sql::Count_Of_Attachments, code_id),
+                                Sql_Text(Sql::Groups_By_Name)});
     Recordset row;
     row.CursorLocation = Cursor_Location::Client;
     row.CursorType = Cursor_Type::Keyset;

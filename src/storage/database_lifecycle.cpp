@@ -101,14 +101,15 @@ void Test_Source(const QString &connStr)
 {
     Test_Database(connStr);
     Load_Language(QStringLiteral("Main/GetConfigInfo"));
+    QString refusal; // of the password that was typed
     while (!App().Conn_OK && Is_Denied(App().Conn_Trouble)) {
         const QString password =
-            Prompts::Input(Pack_Text("Main", "_Server_Password") + QLatin1Char('\n') + App().Conn_Trouble.description,
-                           App().Box_Title, {}, true);
+            Prompts::Input(Pack_Text("Main", "_Server_Password") + refusal, App().Box_Title, {}, true);
         if (password.isNull())
             return;
         Database_Server::Set_Password(connStr, password);
         Test_Database(connStr);
+        refusal = QLatin1Char('\n') + App().Conn_Trouble.description;
     }
 }
 

@@ -8,8 +8,10 @@
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "platform/database/recordset.h"
+#include "platform/database/server.h"
 #include "platform/files/door.h"
 #include "tree/folder_ids.h"
+#include "tree/folder_sql.h"
 #include "tree/tree_loading_sql.h"
 
 #include <QSet>
@@ -184,6 +186,8 @@ bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString 
     Tree_Builder builder;
     builder.Add({}, Root_Node(App().Com_Name.isEmpty() ? defaultRootName : App().Com_Name));
     const bool complete = Trap(source, [&] {
+        Database_Server::Ask_Ahead(
+            connection, {Sql_Text(Sql::All_Folders), Sql_Text(Sql::Count_By_Folder), Sql_Text(Sql::Locked_Folders)});
         const QList<Folder_Row> folders = Read_Folders(connection);
         const Document_Counts counts(connection);
         const bool subtree = Is_Shown(Config().ShowLow);
@@ -242,6 +246,7 @@ void Reload_Cate(Folder_Combo &combo, const QString &allFolders)
     if (combo.name == QLatin1String("Comb_Find_Cate"))
         combo.items.append(allFolders.isEmpty() ? QStringLiteral("全部节点") : allFolders);
     Trap(QStringLiteral("Mod_DataBase\\Reload_Cate"), [&] {
+        Database_Server::Ask_Ahead(App().Conn_Str, {Sql_Text(Sql::Combo_Folders), Sql_Text(Sql::Combo_Recycle_Bin)});
         Append_Combo_Lines(combo, Sql::Combo_Folders);
         Append_Combo_Lines(combo, Sql::Combo_Recycle_Bin);
     });
@@ -257,6 +262,8 @@ void Save_Tree_Status(const QString &id, bool expanded)
 
 void Load_Root_Facts()
 {
+    Database_Server::Ask_Ahead(App().Conn_Str, {Sql_Text(Sql::Fact, QStringLiteral("COM_NAME")),
+                                                Sql_Text(Sql::Fact, QStringLiteral("COM_ICON"))});
     App().Com_Name = Fact_Or_Default(QStringLiteral("COM_NAME"), QStringLiteral("Zelqor"));
     App().Com_Icon = Fact_Or_Default(QStringLiteral("COM_ICON"), QStringLiteral("ZELQOR.ICO"));
 }

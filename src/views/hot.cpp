@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
+#include "platform/database/server.h"
 #include "platform/machine/machine.h"
 #include "tree/folder_ids.h"
 #include "views/hot_sql.h"
@@ -84,10 +85,15 @@ QString Due_Condition(const QString &key, const QDate &today)
                     Moment(last, "23:59:59"));
 }
 
+QString Count_Statement(const QString &key, const QDate &today)
+{
+    return Sql_Text(Sql::Count_Where) + Due_Condition(key, today);
+}
+
 qint64 Count_Of(const QString &key, const QDate &today)
 {
     Recordset count;
-    count.Open(Sql_Text(Sql::Count_Where) + Due_Condition(key, today), App().Conn_Str);
+    count.Open(Count_Statement(key, today), App().Conn_Str);
     return count[0].Number();
 }
 
@@ -151,6 +157,8 @@ Page_Info List_Hot(const QString &nodeKey, List_Model &list)
 Due_Counts Count_Due(const QDate &today)
 {
     return Trap(QStringLiteral("Mod_DataBase\\Count_Due"), [&] {
+        Database_Server::Ask_Ahead(App().Conn_Str,
+                                   {Count_Statement(Overdue_Key, today), Count_Statement(Today_Key, today)});
         return Due_Counts{Count_Of(Overdue_Key, today), Count_Of(Today_Key, today)};
     });
 }

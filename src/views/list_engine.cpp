@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "platform/database/database.h"
+#include "platform/database/server.h"
 #include "platform/prompts/prompts.h"
 #include "users/scrambling.h"
 #include "views/list_engine_sql.h"
@@ -48,15 +49,19 @@ Sql_Part Date_Text(const QString &date, const char16_t *whole, const char16_t *w
     return Sql_Part_Of(File_Dialect() ? whole : wholeServer, date);
 }
 
+QString Count_Statement(const Request &request)
+{
+    if (!request.dateText.isEmpty())
+        return Date_Text(request.dateText, Sql::Count_Of_Date, Sql::Count_Of_Date_Server, Sql::Count_Of_Date_Prefix)
+            .Text();
+    return Sql_Text(Is_Shown(Config().ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
+}
+
 qint64 Count_Rows(const Request &request)
 {
-    QString statement;
-    if (!request.dateText.isEmpty())
-        statement =
-            Date_Text(request.dateText, Sql::Count_Of_Date, Sql::Count_Of_Date_Server, Sql::Count_Of_Date_Prefix)
-                .Text();
-    else
-        statement = Sql_Text(Is_Shown(Config().ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
+    const QString statement = Count_Statement(request);
+    if (!request.cateId.isEmpty())
+        Database_Server::Ask_Ahead(App().Conn_Str, {statement, Sql_Text(Sql::Folder_Password, request.cateId)});
     Recordset count;
     count.Open(statement, App().Conn_Str);
     return count[0].Number();

@@ -4,6 +4,8 @@
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
+#include "platform/database/database.h"
+#include "platform/database/server.h"
 #include "platform/database/text_fold.h"
 #include "tree/tree_loading.h"
 #include "views/list_columns.h"
@@ -78,6 +80,13 @@ public:
             m_ids << id;
         }
     }
+    [[nodiscard]] QStringList Statements() const
+    {
+        QStringList statements;
+        for (const Sql_Part &group : Id_Groups(m_ids))
+            statements << Sql_Text(m_statement, group);
+        return statements;
+    }
     void Ask()
     {
         for (const Sql_Part &group : Id_Groups(m_ids)) {
@@ -151,6 +160,8 @@ void Fill_Lookups(std::vector<List_Row> &filled, const std::vector<Cell_Plan> &p
             attachments.Add(row.tag);
         }
     }
+    if (Database_Engine::File_Of(setting.connection).isEmpty())
+        Database_Server::Ask_Ahead(setting.connection, names.Statements() + attachments.Statements());
     names.Ask();
     attachments.Ask();
     for (List_Row &row : filled) {

@@ -339,6 +339,17 @@ bool Has_Password(const QString &connectionString)
     return !link.isEmpty() && Has_Part(Odbc_Text::Connection_String(Odbc_Text::Text_Of_File(link)), Password_Names);
 }
 
+void Ask_Ahead(const QString &connectionString, const QStringList &statements)
+{
+    try {
+        if (const auto server = Server_Of(connectionString)) {
+            server->Ask_Ahead(statements);
+        }
+    } catch (const Run_Time_Error &) {
+        // The statement itself will meet the same trouble, and tell it where it is waited for.
+    }
+}
+
 QStringList Changed_By_Others(const QString &connectionString)
 {
     const auto server = Server_Of(connectionString);

@@ -30,6 +30,11 @@ inline constexpr qint32 Timed_Out = static_cast<qint32>(0x80040E31); ///< DB_E_A
 /// some twenty times a second, and -1 at the end of one that was told of; false calls it off (Failure::Stopped).
 void Set_Patience(std::function<bool(qint64 milliseconds)> told);
 
+/// Queries that this thread will open in a moment: a server answers them together, in one round trip. Each answer waits
+/// for its statement, letter for letter, until a table that it reads is written by this thread or a second has passed.
+/// A file has nothing to wait for.
+void Ask_Ahead(const QString &connectionString, const QStringList &statements);
+
 /// Tables that others have changed since this was asked last through this connection string, by this thread; empty the
 /// first time. One small statement. @throws Run_Time_Error
 QStringList Changed_By_Others(const QString &connectionString);

@@ -100,6 +100,22 @@ std::shared_ptr<const Plan> Server_Connection::Plan_Of(const std::vector<Token> 
     return plan;
 }
 
+/// A plan's statement with its values.
+QString Server_Connection::Text_Of(const Plan &plan, const std::vector<Token> &tokens, qint64 skip)
+{
+    std::vector<const Token *> literals;
+    for (const Token &token : tokens) {
+        if (token.Is_Literal()) {
+            literals.push_back(&token);
+        }
+    }
+    const QByteArray sql = skip > 0 && !plan.write ? Behind(plan.sql, skip) : plan.sql;
+    return Server_Text::Filled(sql, [&](size_t at) {
+        const Parameter &parameter = plan.parameters.at(at);
+        return Server_Text::Literal(Bound_Value(*literals.at(static_cast<size_t>(parameter.literal)), parameter));
+    });
+}
+
 std::unique_ptr<Row_Source> Server_Connection::Run_Once(const std::vector<Token> &tokens, bool updatable,
                                                         QString *baseTable, qint64 skip)
 {
@@ -108,19 +124,9 @@ std::unique_ptr<Row_Source> Server_Connection::Run_Once(const std::vector<Token>
     if (ranAsDdl) {
         return nullptr;
     }
-    std::vector<const Token *> literals;
-    for (const Token &token : tokens) {
-        if (token.Is_Literal()) {
-            literals.push_back(&token);
-        }
-    }
-    const QByteArray sql = skip > 0 && !plan->write ? Behind(plan->sql, skip) : plan->sql;
-    const QString text = Server_Text::Filled(sql, [&](size_t at) {
-        const Parameter &parameter = plan->parameters.at(at);
-        return Server_Text::Literal(Bound_Value(*literals.at(static_cast<size_t>(parameter.literal)), parameter));
-    });
-    std::unique_ptr<Odbc_Link::Run> run = Execute(text);
+    std::unique_ptr<Odbc_Link::Run> run = Execute(Text_Of(*plan, tokens, skip));
     if (plan->write) {
+        Forget_Ahead(plan->tables.front());
         return nullptr;
     }
     if (baseTable != nullptr) {
@@ -132,6 +138,11 @@ std::unique_ptr<Row_Source> Server_Connection::Run_Once(const std::vector<Token>
 std::unique_ptr<Row_Source> Server_Connection::Run(const QString &statement, bool updatable, QString *baseTable,
                                                    qint64 skip, const Early_Rows & /*early*/)
 {
+    if (!updatable && skip == 0) {
+        if (auto answer = Answered_Ahead(statement)) {
+            return answer;
+        }
+    }
     const std::vector<Token> tokens = Tokenize(statement);
     try {
         return Run_Once(tokens, updatable, baseTable, skip);
@@ -173,6 +184,7 @@ qint64 Server_Connection::Write_Row(const Row_Change &change, const std::vector<
                          : names.isEmpty() ? u"INSERT INTO "_s + name + u" DEFAULT VALUES"_s
                                            : u"INSERT INTO "_s + name + u" ("_s + names.join(u", "_s) +
                                                  u") VALUES ("_s + values.join(u", "_s) + u')';
+    Forget_Ahead(table->name);
     const auto run = Execute(head + u" RETURNING "_s + back.join(u", "_s));
     if (!run->Fetch()) {
         throw Engine_Error::Row_Is_Gone();
@@ -191,6 +203,7 @@ void Server_Connection::Remove_Row(const QString &table, qint64 row)
     if (known == nullptr) {
         throw Engine_Error::Missing_Table(table);
     }
+    Forget_Ahead(known->name);
     Execute(u"DELETE FROM "_s + Quoted_Name(known->name) + u" WHERE "_s + Quoted_Name(known->rowColumn) + u" = "_s +
             QString::number(row));
 }
@@ -341,5 +354,6 @@ const Catalog &Server_Connection::Tables()
 void Server_Connection::Forget_Tables()
 {
     m_plans.clear();
+    m_ahead.clear();
     m_catalogIsKnown = false;
 }

@@ -5,9 +5,17 @@
 #include "platform/database/odbc_link.h"
 #include "platform/database/row_store.h"
 
+#include <QElapsedTimer>
 #include <QHash>
+#include <QStringList>
 
 struct Token;
+
+/// The answer to a statement that was asked ahead.
+struct Answer_Ahead {
+    std::shared_ptr<const Plan> plan;
+    std::vector<Row> rows;
+};
 
 /// A database on a server. Each statement goes there as one text with its values in it, and comes back in one round
 /// trip; within a group it stands between marks of its own, so that one which fails takes nothing with it.
@@ -42,6 +50,8 @@ public:
     /// Makes the schema of the engine's own where it is missing or old. @throws Run_Time_Error when it may not.
     void Prepare_Database();
     [[nodiscard]] bool Is_Read_Only() const { return m_facts.readOnly; }
+    /// See Database_Server::Ask_Ahead.
+    void Ask_Ahead(const QStringList &statements);
     /// See Database_Server::Changed_By_Others.
     QStringList Changed_By_Others();
     /// Ends a connection that is of no more use; the next statement makes a new one.
@@ -57,12 +67,17 @@ private:
     void Connect();
     void Learn_Facts();
     void Load_Tables();
+    void Read_Tables(Odbc_Link::Run &run);
     /// @param marked  a failure undoes this statement alone
     std::unique_ptr<Odbc_Link::Run> Execute_In_Group(const QString &sql, bool marked);
     std::unique_ptr<Odbc_Link::Run> Execute_Alone(const QString &sql);
     void Undo_Statement();
     std::shared_ptr<const Plan> Plan_Of(const std::vector<Token> &tokens, bool updatable, bool &ranAsDdl);
     std::shared_ptr<const Plan> Translated(const std::vector<Token> &tokens, bool updatable, bool &ranAsDdl);
+    static QString Text_Of(const Plan &plan, const std::vector<Token> &tokens, qint64 skip);
+    /// The kept answer to a statement, null when there is none.
+    std::unique_ptr<Row_Source> Answered_Ahead(const QString &statement);
+    void Forget_Ahead(const QString &table);
     std::unique_ptr<Row_Source> Run_Once(const std::vector<Token> &tokens, bool updatable, QString *baseTable,
                                          qint64 skip);
 
@@ -73,6 +88,8 @@ private:
     bool m_catalogIsKnown = false;
     QHash<QString, std::shared_ptr<const Plan>> m_plans; ///< by the shape of the statement
     QString m_seen;                                      ///< the server's snapshot of what Changed_By_Others has told
+    QHash<QString, std::shared_ptr<const Answer_Ahead>> m_ahead; ///< by statement
+    QElapsedTimer m_sinceAhead;
     int m_groupDepth = 0;
     bool m_groupBegun = false;
     bool m_groupBroken = false; ///< its transaction went with the connection

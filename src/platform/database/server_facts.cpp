@@ -163,7 +163,7 @@ void Server_Connection::Learn_Facts()
             .arg(Longest_Turn_Seconds)
             .arg(Longest_Statement_Seconds)
             .arg(Quoted_Text(Program_Mark()), Quoted_Text(QString(Stored_Date::Separator())));
-    Odbc_Link::Run run(m_link, sql);
+    Odbc_Link::Run run(m_link, sql + u"; "_s + Tables_Sql);
     run.Next_Result();
     if (!run.Fetch()) {
         throw Engine_Error::Failed(u"The server tells nothing of itself."_s);
@@ -180,6 +180,9 @@ void Server_Connection::Learn_Facts()
     if (m_facts.schema.isEmpty()) {
         throw Engine_Error::Failed(u"The server's database has no schema that this user may see."_s);
     }
+    run.Next_Result();
+    Read_Tables(run);
+    m_catalogIsKnown = m_facts.version >= Server_Functions::Version;
 }
 
 void Server_Connection::Prepare_Database()
@@ -217,16 +220,21 @@ void Server_Connection::Prepare_Database()
 void Server_Connection::Load_Tables()
 {
     Prepare_Database();
+    Read_Tables(*Execute(Tables_Sql));
+}
+
+/// Reads the two results of Tables_Sql, the first of which is at hand.
+void Server_Connection::Read_Tables(Odbc_Link::Run &run)
+{
     m_catalog.Clear();
-    const auto run = Execute(Tables_Sql);
     std::unique_ptr<Catalog_Table> table;
     const auto end = [&] {
         if (table != nullptr) {
             m_catalog.Add(std::move(table));
         }
     };
-    while (run->Fetch()) {
-        const QString name = run->Text(0);
+    while (run.Fetch()) {
+        const QString name = run.Text(0);
         if (table == nullptr || table->name != name) {
             end();
             table = std::make_unique<Catalog_Table>();
@@ -234,12 +242,12 @@ void Server_Connection::Load_Tables()
             table->hasRowid = false;
         }
         Catalog_Column column;
-        column.name = run->Text(1);
-        column.declared = run->Text(2);
-        column.type = Type_Of(column.declared, run->Text(3).toInt(), column.size);
-        column.notNull = run->Text(4) == u"1"_s;
-        column.autoIncrement = !run->Text(5).isEmpty();
-        column.keyPlace = run->Text(6).toInt();
+        column.name = run.Text(1);
+        column.declared = run.Text(2);
+        column.type = Type_Of(column.declared, run.Text(3).toInt(), column.size);
+        column.notNull = run.Text(4) == u"1"_s;
+        column.autoIncrement = !run.Text(5).isEmpty();
+        column.keyPlace = run.Text(6).toInt();
         if (column.autoIncrement && (column.name == u"zelqor_row"_s || table->rowColumn.isEmpty())) {
             table->rowColumn = column.name;
             table->hasRowid = true;
@@ -249,9 +257,9 @@ void Server_Connection::Load_Tables()
         }
     }
     end();
-    run->Next_Result();
-    while (run->Fetch()) {
-        m_catalog.Add_Index(run->Text(0));
+    run.Next_Result();
+    while (run.Fetch()) {
+        m_catalog.Add_Index(run.Text(0));
     }
 }
 

@@ -18,10 +18,21 @@ private slots:
 
     void init()
     {
-        m_db = std::make_unique<Database_Fixture>(Database_Fixture::Kind_Now());
+        const bool same = m_db != nullptr && m_kind == Database_Fixture::Kind_Now();
+        if (same && m_unchanged)
+            return;
+        m_db.reset();
+        m_kind = Database_Fixture::Kind_Now();
+        m_db = std::make_unique<Database_Fixture>(m_kind);
         Database_Engine::One_Action(m_db->connection, [this] { Fill(); });
     }
-    void cleanup() { m_db.reset(); }
+    /// Statements that only ask, or fail, leave the rows to the next ones.
+    void cleanup()
+    {
+        const QByteArray function = QTest::currentTestFunction();
+        m_unchanged = (function == "Query" || function == "Error") && !QTest::currentTestFailed();
+    }
+    void cleanupTestCase() { m_db.reset(); }
 
 private:
     void Fill() const
@@ -293,6 +304,8 @@ private slots:
 
 private:
     std::unique_ptr<Database_Fixture> m_db;
+    Database_Fixture::Kind m_kind = Database_Fixture::Kind::File;
+    bool m_unchanged = false;
 };
 
 QTEST_GUILESS_MAIN(Test_Dialect)
