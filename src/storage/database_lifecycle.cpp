@@ -49,6 +49,15 @@ void Test_Database(const QString &connStr)
     App().Conn_OK = Opening_Test(connStr);
 }
 
+void Read_Folders(const QString &connStr)
+{
+    Recordset test;
+    test.CursorLocation = Cursor_Location::Server;
+    test.CursorType = Cursor_Type::Static;
+    test.LockType = Lock_Type::Read_Only;
+    test.Open(Sql_Text(Sql::Opening_Test), connStr);
+}
+
 /// The server asks for another password than the link or the user gave.
 bool Is_Denied(const Pending_Error &trouble)
 {
@@ -157,14 +166,12 @@ bool Opening_Test(const QString &connStr)
 {
     App().Conn_Trouble = {};
     const bool opened = Resume_Next([&] {
-        if (Database_Engine::File_Of(connStr).isEmpty())
-            Make_Library_If_Empty(connStr);
-        Recordset test;
-        test.CursorLocation = Cursor_Location::Server;
-        test.CursorType = Cursor_Type::Static;
-        test.LockType = Lock_Type::Read_Only;
-        test.Open(Sql_Text(Sql::Opening_Test), connStr);
-        test.Close();
+        try {
+            Read_Folders(connStr);
+        } catch (const Run_Time_Error &error) {
+            if (error.failure != Failure::Missing_Table || !Make_Library_If_Empty(connStr))
+                throw;
+        }
         Database_Engine::Settle(connStr);
     });
     if (!opened) {

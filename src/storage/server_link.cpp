@@ -114,10 +114,10 @@ Server_State Look_Behind(const Server_Link &link)
     return state;
 }
 
-void Make_Library_If_Empty(const QString &connStr)
+bool Make_Library_If_Empty(const QString &connStr)
 {
-    if (!Database_Server::Is_Empty(connStr))
-        return;
+    if (!Database_Engine::File_Of(connStr).isEmpty() || !Database_Server::Is_Empty(connStr))
+        return false;
     Database_Engine::One_Action(connStr, [&] {
         // Whose turn comes later finds the tables of who came first.
         if (!Database_Server::Is_Empty(connStr))
@@ -125,4 +125,5 @@ void Make_Library_If_Empty(const QString &connStr)
         for (const char16_t *statement : Schema::All_Tables)
             Run_Statement(Sql_Text(statement), connStr);
     });
+    return true;
 }

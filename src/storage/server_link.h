@@ -30,5 +30,5 @@ void Write_Server_Link(const Server_Link &link);
 Server_State Look_Behind(const Server_Link &link);
 
 /// Makes the tables of a library in the server's database when it holds none; programs that come at once make them
-/// once. @throws Run_Time_Error
-void Make_Library_If_Empty(const QString &connStr);
+/// once. @returns false for a file and where tables are. @throws Run_Time_Error
+bool Make_Library_If_Empty(const QString &connStr);
