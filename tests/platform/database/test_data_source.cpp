@@ -45,6 +45,10 @@ private slots:
         QTest::addRow("within braces") << u"Driver=SQLite3;PWD={a;LoadExt=/tmp/x.so}"_s;
         QTest::addRow("file of a source") << u"FileDSN=/tmp/x.dsn"_s;
         QTest::addRow("source by its path") << u"DSN=/tmp/x"_s;
+        const QString postgres = u"Driver=PostgreSQL Unicode;pqopt={%1}"_s;
+        QTest::addRow("engine of a key") << postgres.arg(u"sslkey=engine:x:y"_s);
+        QTest::addRow("file of services") << postgres.arg(u"sslmode=require service=x"_s);
+        QTest::addRow("behind a quote in it") << postgres.arg(u"host='a passfile=/tmp/x'"_s);
         QTest::addRow("extension") << u"Driver=SQLite3;LoadExt=/tmp/x.so"_s;
     }
     void Refused()

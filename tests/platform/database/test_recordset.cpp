@@ -149,6 +149,24 @@ private slots:
         QCOMPARE(rows[0].Bytes(), QByteArray("new"));
     }
 
+    /// No sign of a text means anything to what carries it.
+    void Texts_Of_Any_Signs()
+    {
+        const QStringList texts{u"end\\"_s, u"?{fn x}? $1 $$ $f$"_s, u"'\"`; -- /*"_s, u"a\r\nb\tc"_s, u"😀é中"_s,
+                                u"\\x41"_s};
+        for (const QString &text : texts) {
+            m_db->Run(u"delete from tab_file"_s);
+            Recordset rows = Open(u"select * from tab_file"_s);
+            rows.AddNew();
+            rows[u"file_name"_s].Set(text);
+            rows.Update();
+            QCOMPARE(rows[u"file_name"_s].Text(), text);
+            m_db->Run(u"insert into tab_file(file_name) values ('%1')"_s.arg(QString(text).replace(u"'"_s, u"''"_s)));
+            QCOMPARE(m_db->Rows(u"select distinct file_name from tab_file"_s), text);
+            QCOMPARE(m_db->Rows(u"select max(len(file_name)) from tab_file"_s), QString::number(text.size()));
+        }
+    }
+
     void Defined_Sizes_And_Widening()
     {
         m_db->Run(u"insert into tab_file(code_id,file_name) values ('a','name')"_s);
