@@ -171,7 +171,8 @@ void Odbc_Link::Run::Execute()
     const bool wentOn = Patience::Wait_For(
         [this] { m_code = SQLExecDirectW(m_statement, Wide(m_text), static_cast<SQLINTEGER>(m_text.size())); },
         [this] { SQLCancel(m_statement); });
-    if (!wentOn && !SQL_SUCCEEDED(m_code) && Diagnosis_Of(SQL_HANDLE_STMT, m_statement).state == u"57014"_s) {
+    // What the driver says of it depends on where the call met it.
+    if (!wentOn && !SQL_SUCCEEDED(m_code) && !Is_Loss(Diagnosis_Of(SQL_HANDLE_STMT, m_statement))) {
         throw Engine_Error::Stopped();
     }
 }

@@ -13,6 +13,7 @@
 namespace
 {
 constexpr std::chrono::milliseconds Between_Looks{50};
+constexpr int Looks_Between_Calls = 10; ///< one that comes before the work has begun in earnest is lost
 constexpr qint64 Ended = -1;
 
 using Told = std::function<bool(qint64 milliseconds)>;
@@ -62,12 +63,13 @@ bool Patience::Wait_For(const std::function<void()> &work, const std::function<v
     since.start();
     bool goesOn = true;
     bool told = false;
+    int looksSinceCall = 0;
     std::unique_lock lock(mutex);
     while (!ended.wait_for(lock, Between_Looks, [&] { return done; })) {
         lock.unlock();
         told = true;
-        if (goesOn && !(Watched_Query::Goes_On() && Tell(since.elapsed()))) {
-            goesOn = false;
+        goesOn = goesOn && Watched_Query::Goes_On() && Tell(since.elapsed());
+        if (!goesOn && looksSinceCall++ % Looks_Between_Calls == 0) {
             callOff();
         }
         lock.lock();

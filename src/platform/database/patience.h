@@ -8,7 +8,7 @@
 namespace Patience
 {
 /// Runs `work` and waits for its end: in a thread of its own where this one has somebody to ask or to tell.
-/// @param callOff  is called once, beside the work, when it is not to go on
+/// @param callOff  is called beside the work, again and again until it ends, when it is not to go on
 /// @returns false when it was called off
 bool Wait_For(const std::function<void()> &work, const std::function<void()> &callOff);
 } // namespace Patience
