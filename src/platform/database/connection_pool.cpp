@@ -144,7 +144,7 @@ std::shared_ptr<Server_Connection> Get_Server(const QString &dataLink)
         return found->connection;
     }
     const Odbc_Text::Parts parts = Odbc_Text::Checked(text, Odbc_Link::Installed_Drivers());
-    const std::shared_ptr<Server_Connection> connection = Server_Connection::Open_If_Postgres(parts);
+    std::shared_ptr<Server_Connection> connection = Server_Connection::Open_If_Postgres(parts);
     for (int depth = pool.groups.value(dataLink); depth > 0 && connection != nullptr; --depth) {
         connection->Begin_Group();
     }
