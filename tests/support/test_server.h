@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <csignal>
 #include <unistd.h>
 
 /// A PostgreSQL server of this test program's own, which is reached through a socket in a directory of
@@ -65,7 +66,7 @@ public:
     }
     void Stop()
     {
-        m_postgres.kill();
+        ::kill(static_cast<pid_t>(m_postgres.processId()), SIGQUIT); // at once, and its processes with it
         m_postgres.waitForFinished();
     }
     void Start()
