@@ -97,7 +97,7 @@ QString Program::Visible_Window() const
 {
     const QString found =
         m_desktop.Do({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                      QString::number(m_process->processId()), QStringLiteral("--name"), QStringLiteral("(^| – )Zelqor  ")});
+                      QString::number(m_process->processId()), QStringLiteral("--name"), QStringLiteral("Zelqor  ")});
     return found.section(QLatin1Char('\n'), -1);
 }
 
