@@ -22,12 +22,12 @@
 #include "ui/kit/twips.h"
 #include "ui/lists/frm_list_view.h"
 #include "ui/window/database_commands.h"
+#include "ui/window/fact_texts.h"
 #include "ui/window/file_import.h"
 #include "ui/window/left_tabs.h"
 #include "ui/window/program_lock.h"
 #include "ui/window/status_line.h"
 #include "ui/window/tab_memory.h"
-#include "ui/window/text_facts.h"
 #include "ui/window/tray.h"
 #include "ui/window/view_entries.h"
 #include "ui/window/window_placement.h"
@@ -355,7 +355,8 @@ void Frm_Main::Add_Tray()
 void Frm_Main::Add_Status_Line()
 {
     m_status = new Status_Line(*m_ui->Sta_Bar);
-    connect(new Text_Facts(*m_tabs), &Text_Facts::Changed, m_status, &Status_Line::Show_Facts);
+    connect(m_tabs, &Document_Tabs::Facts_Changed, m_status,
+            [this](const Document_Facts &facts) { m_status->Show_Facts(Fact_Texts(facts)); });
 }
 
 void Frm_Main::Connect_Actions()
