@@ -79,6 +79,7 @@ void Frm_Main::Show_As_Kept()
 {
     m_list->setListPic(Config().Pic_List);
     Window_Placement::Show(*this);
+    m_tree->setFocus(); // rather than the tabs above it
     QTimer::singleShot(0, m_tabs, [this] {
         m_tabs->Bring_Back_Unsaved();
         Tab_Memory::Bring_Back(*m_tabs, *this);
