@@ -157,10 +157,9 @@ void Text_Editor::Set_Zoom(int percent)
     m_scale.Set_Percent(percent);
     Fit();
     // The whole text is laid out anew, which is no change of it.
-    const int caret = verticalScrollBar()->value();
-    const int height = std::max(1, verticalScrollBar()->maximum());
+    const double place = verticalScrollBar()->value() / std::max(1.0, double(verticalScrollBar()->maximum()));
     document()->markContentsDirty(0, document()->characterCount());
-    verticalScrollBar()->setValue(caret * verticalScrollBar()->maximum() / height);
+    verticalScrollBar()->setValue(static_cast<int>(place * verticalScrollBar()->maximum()));
 }
 
 void Text_Editor::Use_Column(bool on)
@@ -252,6 +251,13 @@ bool Text_Editor::Pass_To_Text(QEvent &event)
         const QPointF place = viewport()->mapFrom(this, mouse.position());
         QMouseEvent inside(mouse.type(), place, mouse.globalPosition(), mouse.button(), mouse.buttons(),
                            mouse.modifiers());
+        return QCoreApplication::sendEvent(viewport(), &inside);
+    }
+    case QEvent::ContextMenu: {
+        const auto &menu = static_cast<const QContextMenuEvent &>(event);
+        if (menu.reason() != QContextMenuEvent::Mouse)
+            return false;
+        QContextMenuEvent inside(menu.reason(), viewport()->mapFrom(this, menu.pos()), menu.globalPos());
         return QCoreApplication::sendEvent(viewport(), &inside);
     }
     case QEvent::Wheel: {
@@ -490,6 +496,7 @@ void Text_Editor::Insert_Document(QTextDocument &foreign, bool keepsLooks)
 {
     if (!keepsLooks)
         Character_Commands::Keep_Emphasis(foreign, currentCharFormat());
+    Character_Commands::Fill_Font(foreign, currentCharFormat());
     Pictures::Carry_Over(foreign, *document());
     textCursor().insertFragment(QTextDocumentFragment(&foreign));
 }

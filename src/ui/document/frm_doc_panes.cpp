@@ -71,7 +71,7 @@ void Frm_Doc_Standard::Set_Up_Tools()
         {m_ui->Chk_Memo_Title, "pane-memo"}, {m_ui->Chk_Sum_Title, "pane-sum"},
         {m_ui->Img_Tool_Action_0, "take"},   {m_ui->Img_Tool_Action_1, "take"},
         {m_ui->Img_Tool_Action_3, "take"},   {m_ui->Cmd_Del, "delete"},
-        {m_ui->Cmd_Look, "zoom_in"},
+        {m_ui->Cmd_Look, "text_size"},
     };
     for (const Tool &tool : tools)
         tool.button->setIcon(Line_Icon(QLatin1String(tool.icon)));
