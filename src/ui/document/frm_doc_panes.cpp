@@ -71,7 +71,7 @@ void Frm_Doc_Standard::Set_Up_Tools()
         {m_ui->Chk_Memo_Title, "pane-memo"}, {m_ui->Chk_Sum_Title, "pane-sum"},
         {m_ui->Img_Tool_Action_0, "take"},   {m_ui->Img_Tool_Action_1, "take"},
         {m_ui->Img_Tool_Action_3, "take"},   {m_ui->Cmd_Del, "delete"},
-        {m_ui->Cmd_Look, "zoom_in"},
+        {m_ui->Cmd_Look, "text_size"},
     };
     for (const Tool &tool : tools)
         tool.button->setIcon(Line_Icon(QLatin1String(tool.icon)));
@@ -178,13 +178,13 @@ void Frm_Doc_Standard::Zoom(int step)
 {
     constexpr int Steps[] = {50, 67, 80, 90, 100, 110, 120, 135, 150, 175, 200, 250, 300, 400};
     const int now = Config().Text_Zoom.toInt();
-    int next = now;
-    if (step == 0)
-        next = Initial_Value(Setting_Named(QStringLiteral("Text_Zoom"))).toInt();
-    else if (step > 0)
-        next = *std::find_if(std::begin(Steps), std::end(Steps) - 1, [&](int one) { return one > now; });
-    else
-        next = *std::find_if(std::rbegin(Steps), std::rend(Steps) - 1, [&](int one) { return one < now; });
+    const auto chosen = [&] {
+        if (step == 0)
+            return Initial_Value(Setting_Named(QStringLiteral("Text_Zoom"))).toInt();
+        return step > 0 ? *std::find_if(std::begin(Steps), std::end(Steps) - 1, [&](int one) { return one > now; })
+                        : *std::find_if(std::rbegin(Steps), std::rend(Steps) - 1, [&](int one) { return one < now; });
+    };
+    const int next = chosen();
     if (next == now)
         return;
     Keep_Setting("Text_Zoom", QString::number(next));

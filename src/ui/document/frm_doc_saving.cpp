@@ -186,6 +186,7 @@ void Frm_Doc_Standard::Show_Mark()
     m_ui->Fra_Code_Content->setText(m_changed ? Pack_Text("Frm_Doc_Standard", "_NeedSave") + QLatin1Char('*')
                                               : QString());
     emit Mark_Changed();
+    Tell_Facts();
 }
 
 bool Frm_Doc_Standard::Is_Long() const

@@ -115,10 +115,9 @@ void Frm_Doc_Standard::Take_Page(const QString &page, const QString &folder)
 bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
 {
     m_showing = true;
-    const Document_Session::Opening opening = m_session->Open(code_id);
+    const bool shown = m_session->Open(code_id);
     const Document_Form &form = m_session->Form();
     // What is read and edited of a page is what it shows, not its source.
-    const bool shown = opening == Document_Session::Opening::Shown;
     if (shown && m_session->Is_Page() && !m_session->Is_Partial())
         Web_Page::Show(form.page.isEmpty() ? form.content->toPlainText() : form.page, *form.content);
     m_showing = false;

@@ -170,6 +170,7 @@ private:
     void Zoom(int step);
     void Fit_Quiet_Line();
     void Count_Words_Now();
+    void Tell_Facts();
     [[nodiscard]] QString Selected_Text() const;
     void Take_Selection(QLineEdit *field);
     void Follow_Outside();
