@@ -147,6 +147,14 @@ private slots:
     {
         if (!m_desktop.Is_Up())
             QSKIP("no virtual X server");
+        // A window that comes while the window manager takes over is never shown.
+        bool isShown = false;
+        for (int i = 0; i < 10 && !isShown; ++i) {
+            Start(Bytes_Of(QStringLiteral(ZELQOR_VIEWER)).toStdString());
+            isShown = Shows(u"Book"_s, 3000);
+            End();
+        }
+        QVERIFY(isShown);
     }
     void cleanup() { End(); }
 
