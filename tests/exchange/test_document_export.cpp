@@ -164,7 +164,7 @@ private slots:
     void cleanup()
     {
         qputenv("PATH", m_path);
-        Office::Set_Time(180'000);
+        Office::Set_Time(300'000);
         QCOMPARE(Files::Entries(m_program->Path(u"data/temp"_s)).size(), 0);
         QCOMPARE(m_program->prompts.Problems(), QStringList());
         m_document.reset();
@@ -282,7 +282,7 @@ private slots:
         QTest::addColumn<QString>("target");
         QTest::addColumn<QByteArray>("engine"); // "" for none
         QTest::addColumn<QByteArray>("said");
-        const QByteArray hangs = "sleep 60 & echo $! >\"$(dirname \"$0\")/child\"\nwait\n";
+        const QByteArray hangs = "sleep 60 & echo $! >\"$0.id\"\nmv \"$0.id\" \"$(dirname \"$0\")/child\"\nwait\n";
         QTest::newRow("missing") << u"docx"_s << QByteArray() << QByteArray("_No_Engine");
         QTest::newRow("hangs") << u"doc"_s << hangs << QByteArray("_Engine_Late");
         QTest::newRow("is called off") << u"odt"_s << hangs << QByteArray();
