@@ -203,9 +203,10 @@ struct Format {
     const char *source; ///< of its records in the error log
     Export_Outcome (*write)(Outgoing_Document &document, const Export_Order &order, Work &work);
 };
+constexpr Format Rich_Text_Format{"rtf", "Frm_Main\\SaveAs", Write_Rich_Text};
 constexpr Format Formats[] = {
     {"txt", "Frm_Main\\SaveAs", Write_Text},
-    {"rtf", "Frm_Main\\SaveAs", Write_Rich_Text},
+    Rich_Text_Format,
     {"htm", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
     {"html", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
     {"mht", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
@@ -219,21 +220,17 @@ constexpr Format Formats[] = {
     {"markdown", "Frm_Main\\SaveAs", Write_Markdown},
 };
 
-const Format *Format_Of(const QString &suffix)
-{
-    const auto *found = std::find_if(std::begin(Formats), std::end(Formats),
-                                     [&](const Format &row) { return suffix == QLatin1String(row.suffix); });
-    return found == std::end(Formats) ? nullptr : found;
-}
+constexpr Format Stored_Format{"", "Frm_Main\\SaveAs", Write_Stored_File};
 
 /// A name that tells no format is rich text.
 const Format &Format_For(const QString &target, const QString &type)
 {
-    static constexpr Format stored{"", "Frm_Main\\SaveAs", Write_Stored_File};
     const QString suffix = Suffix_Of(target);
-    if (const Format *format = Format_Of(suffix))
-        return *format;
-    return !suffix.isEmpty() && suffix == type.toLower() ? stored : *Format_Of(QStringLiteral("rtf"));
+    const auto *found = std::find_if(std::begin(Formats), std::end(Formats),
+                                     [&](const Format &row) { return suffix == QLatin1String(row.suffix); });
+    if (found != std::end(Formats))
+        return *found;
+    return !suffix.isEmpty() && suffix == type.toLower() ? Stored_Format : Rich_Text_Format;
 }
 } // namespace
 
