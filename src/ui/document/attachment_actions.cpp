@@ -7,10 +7,10 @@
 #include "core/system_log.h"
 #include "documents/attachment_export.h"
 #include "platform/prompts/prompts.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/work_window.h"
 
 #include <QFileInfo>
-#include <QLocale>
 #include <QWidget>
 #include <algorithm>
 
@@ -77,7 +77,7 @@ bool Attachment_Actions::Delete_After_Question(QWidget &window, const QList<Atta
 {
     QString question = Text("_DeleteFile");
     if (files.size() > 1)
-        question += QLatin1Char('\n') + Text("_How_Many").arg(QLocale().toString(files.size()));
+        question += QLatin1Char('\n') + Text("_How_Many").arg(Grouped(files.size()));
     if (files.isEmpty() ||
         Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No, Prompts::Answer::No) != Prompts::Answer::Yes)
         return false;

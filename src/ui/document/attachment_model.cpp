@@ -5,6 +5,7 @@
 #include "documents/attachment_place.h"
 #include "platform/models/plain_tip.h"
 #include "ui/kit/icons.h"
+#include "ui/kit/type_icons.h"
 
 #include <QAbstractItemView>
 #include <QCollator>
@@ -31,11 +32,8 @@ QIcon File_Icon(const QString &name)
     if (known != icons.constEnd())
         return *known;
     const QMimeType type = QMimeDatabase().mimeTypeForFile(QLatin1String("x.") + suffix, QMimeDatabase::MatchExtension);
-    const bool picture = type.name().startsWith(QLatin1String("image/"));
-    QIcon icon = QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName()));
-    if (icon.isNull())
-        icon = Line_Icon(picture ? QStringLiteral("picture") : QStringLiteral("note"));
-    return icons[suffix] = icon;
+    const QIcon icon = QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName()));
+    return icons[suffix] = icon.isNull() ? Type_Icon(suffix) : icon;
 }
 } // namespace
 

@@ -10,6 +10,7 @@
 #include "ui/document/attachment_actions.h"
 #include "ui/document/attachment_news.h"
 #include "ui/document/opened_attachments.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/shell.h"
 #include "ui/kit/work_window.h"
 #include "ui_frm_file_admin.h"
@@ -179,8 +180,8 @@ void Frm_File_Admin::Find()
     Found_Attachments found;
     Long_Work::Run(this, m_ui->Cmd_Find->text().remove(QLatin1Char('&')),
                    [&](Work &work) { found = Search_Attachments(search, m_all, work); });
-    m_searched = m_lang.GetString(found.stopped ? "_Stopped" : "_ProcessDone") +
-                 locale().toString(static_cast<qint64>(found.files.size())) + QStringLiteral("    ");
+    m_searched = m_lang.GetString(found.stopped ? "_Stopped" : "_ProcessDone") + Grouped(found.files.size()) +
+                 QStringLiteral("    ");
     m_ui->Cob_Show->setCurrentIndex(-1);
     Show_Found(std::move(found));
 }
@@ -189,9 +190,8 @@ void Frm_File_Admin::Show_Sum()
 {
     const auto say = [this](const char *key, const QList<Attachment> &files) {
         const Attachment_Sum sum = Sum_Of(files);
-        return Filled(m_lang.GetString(key),
-                      {locale().toString(sum.inside + sum.outside), locale().toString(sum.inside),
-                       locale().formattedDataSize(sum.bytes), locale().toString(sum.outside)});
+        return Filled(m_lang.GetString(key), {Grouped(sum.inside + sum.outside), Grouped(sum.inside),
+                                              locale().formattedDataSize(sum.bytes), Grouped(sum.outside)});
     };
     const QList<Attachment> selected = Selected();
     QString text = m_searched + say("_Sum", m_list.Files());

@@ -10,12 +10,12 @@
 #include "storage/database_lifecycle.h"
 #include "ui/document/document_tabs.h"
 #include "ui/kit/forms.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/shell.h"
 #include "ui/kit/work_window.h"
 #include "ui/window/left_tabs.h"
 
 #include <QFileInfo>
-#include <QLocale>
 #include <QWidget>
 #include <algorithm>
 
@@ -68,7 +68,7 @@ void Database_Commands::Compact()
             Long_Work::Run_To_End(&m_window, Text("_Compacting"),
                                   [&] { done = Compact_Database(Database_Path(), QStringLiteral("no")); });
             const qint64 freed = std::max<qint64>(0, before - QFileInfo(Database_Path()).size());
-            return done + QLatin1Char('\n') + Text("_Given_Back").arg(QLocale().toString(freed));
+            return done + QLatin1Char('\n') + Text("_Given_Back").arg(Grouped(freed));
         },
         Show_Error);
     m_shell.Set_Status(answer);
