@@ -59,6 +59,7 @@ Frm_File_Admin::Frm_File_Admin(Shell *shell, QWidget *parent)
     Set_Up_Buttons();
     for (const Shown &shown : All_Shown)
         m_ui->Cob_Show->addItem(m_lang.GetString(shown.caption));
+    m_ui->Cob_Show->setPlaceholderText(m_lang.GetString("_Show_Found"));
     connect(m_ui->Cob_Show, &QComboBox::activated, this, &Frm_File_Admin::Show_Chosen);
     connect(m_ui->Cmd_Find, &QPushButton::clicked, this, &Frm_File_Admin::Find);
     connect(&m_opened, &Opened_Attachments::Told, m_ui->Lab_Sum, &QLabel::setText);
@@ -84,7 +85,7 @@ void Frm_File_Admin::Set_Up_List()
     m_list.Load_Lang();
     m_ui->Lsv_File->setModel(&m_list);
     m_ui->Lsv_File->setAccessibleName(windowTitle());
-    constexpr int widths[] = {30, 22, 12, 19, 12, 22};
+    constexpr int widths[] = {23, 16, 12, 25, 12, 12};
     for (int i = 0; i < static_cast<int>(std::size(widths)); ++i)
         m_ui->Lsv_File->setColumnWidth(i, widths[i] * fontMetrics().averageCharWidth());
     connect(m_ui->Lsv_File, &QTreeView::doubleClicked, this, &Frm_File_Admin::Open);
@@ -190,8 +191,10 @@ void Frm_File_Admin::Show_Sum()
 {
     const auto say = [this](const char *key, const QList<Attachment> &files) {
         const Attachment_Sum sum = Sum_Of(files);
-        return Filled(m_lang.GetString(key), {Grouped(sum.inside + sum.outside), Grouped(sum.inside),
-                                              locale().formattedDataSize(sum.bytes), Grouped(sum.outside)});
+        return Filled(m_lang.GetString(key),
+                      {Grouped(sum.inside + sum.outside), Grouped(sum.inside),
+                       locale().formattedDataSize(sum.bytes, 2, QLocale::DataSizeTraditionalFormat),
+                       Grouped(sum.outside)});
     };
     const QList<Attachment> selected = Selected();
     QString text = m_searched + say("_Sum", m_list.Files());
