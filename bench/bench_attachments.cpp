@@ -185,6 +185,8 @@ void Longest(benchmark::State &state)
         Write_Attachment(id, program.File(u"out"_s), program.work);
         state.counters["export_mb"] = static_cast<double>(Memory_Peak::Kilobytes() - before) / 1024;
         state.counters["whole"] = QFile(program.File(u"out"_s)).size() == 900 * Megabyte;
+        Program::Run(u"update tab_file set order_id=7 where file_id=%1"_s.arg(id)); // its row is written anew
+        state.counters["order"] = static_cast<double>(Read_Attachment(id).id == id);
         const qint64 file = QFile(Database_Path()).size();
         Program::Run(u"delete from tab_file where code_id='{none}'"_s);
         Database_Engine::CompactDatabase(App().Conn_Str);
