@@ -36,7 +36,6 @@ namespace
 {
 /// Marks what was copied from a pane of this program.
 const QString Own_Type = QStringLiteral("application/x-zelqor-text");
-const char *const Picture_Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp", "image/webp"};
 const char *const Rtf_Types[] = {"text/rtf", "application/rtf", "text/richtext"};
 
 QByteArray Rtf_In(const QMimeData &data)
@@ -53,20 +52,6 @@ bool Read_Clipboard(const QByteArray &rtf, QTextDocument &document)
 {
     return !rtf.isEmpty() &&
            Trap(QStringLiteral("Text_Editor\\Insert_Data"), [&] { return Rich_Text::Read_Rtf(rtf, document); });
-}
-
-/// The picture of a clipboard or a drag. A vector one would be drawn by the toolkit itself.
-QByteArray Picture_In(const QMimeData &data)
-{
-    for (const char *type : Picture_Types) {
-        if (QByteArray bytes = data.data(QLatin1String(type)); Raster::Size(bytes).isValid())
-            return bytes;
-    }
-    const QStringList formats = data.formats();
-    const bool vector = std::any_of(formats.begin(), formats.end(), [](const QString &format) {
-        return format.startsWith(QLatin1String("image/svg"));
-    });
-    return vector ? QByteArray() : Pictures::As_File(data.imageData().value<QImage>());
 }
 } // namespace
 
@@ -325,7 +310,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
         foreign.setHtml(Html::Bounded(source.html()));
         Insert_Document(foreign, keepsLooks);
     } else if (source.hasImage()) {
-        Pictures::Insert(cursor, Picture_In(source));
+        Pictures::Insert(cursor, Pictures::In(source));
     } else {
         cursor.insertText(source.text());
     }

@@ -9,6 +9,7 @@
 #include "ui/document/document_page.h"
 #include "ui/document/frm_bookmark_admin.h"
 #include "ui/document/frm_doc_standard.h"
+#include "ui/document/frm_file_admin.h"
 #include "ui/exchange/frm_data_export_node_exe.h"
 #include "ui/exchange/frm_data_export_node_files.h"
 #include "ui/exchange/frm_file_import.h"
@@ -178,6 +179,8 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_Date>(shell);
     if (name == u"Frm_BookMark_Admin")
         return std::make_unique<Frm_BookMark_Admin>(Bookmark());
+    if (name == u"Frm_File_Admin")
+        return std::make_unique<Frm_File_Admin>(&shell);
     if (const int page = static_cast<int>(Document_Page_Names.indexOf(name)); page >= 0) {
         static QWidget form;
         return Document_Pages()[static_cast<size_t>(page)].make(shell, form);
@@ -220,6 +223,7 @@ const QStringList Form_Names = {u"Frm_Main"_s,
                                 u"Frm_DataExport_Node_Exe"_s,
                                 u"Frm_Transfer_Conflicts"_s,
                                 u"Frm_BookMark_Admin"_s,
+                                u"Frm_File_Admin"_s,
                                 u"Frm_Date"_s,
                                 u"Frm_Keys"_s};
 
