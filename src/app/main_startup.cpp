@@ -237,7 +237,7 @@ void Start_Up::Show_Main()
         return Form_QueryUnload(*m_main);
     };
     m_main->Unloaded = [this] {
-        m_main->Remove_Tray_Icon();
+        m_main->Leave_Hand();
         m_main->Save_Placement();
         Database_Engine::Let_Go();
         QCoreApplication::quit();
@@ -250,6 +250,7 @@ void Start_Up::Show_Main()
         m_main->setWindowFlag(Qt::Tool);
     Log_Mark(QStringLiteral("ShowCodeInfoToList_Ex"));
     m_main->Select_Last_Folder();
+    m_main->Come_To_Hand();
     Log_Mark(QStringLiteral("setListPic"));
     // Before the window is shown: who sees it may call it.
     m_second = std::make_unique<Second_Start>([this] {

@@ -11,6 +11,7 @@
 #include "platform/profile/profile.h"
 #include "platform/prompts/prompts.h"
 #include "ui/kit/color_button.h"
+#include "ui/kit/config_page.h"
 #include "ui_frm_config.h"
 
 #include <QFileInfo>
@@ -82,12 +83,21 @@ Frm_Config::Frm_Config(QWidget *parent) : QDialog(parent), m_ui(std::make_unique
 {
     m_ui->setupUi(this);
     m_lang.LoadControlsCaption();
+    Add_Pages();
     Show_Languages();
     Show_Settings();
     Connect_Controls();
 }
 
 Frm_Config::~Frm_Config() = default;
+
+void Frm_Config::Add_Pages()
+{
+    for (const Config_Pages::Row &row : Config_Pages::All()) {
+        Config_Page *page = row.make(this);
+        m_ui->TabS_Config->addTab(page, page->windowTitle());
+    }
+}
 
 void Frm_Config::Show_Languages()
 {
@@ -195,6 +205,8 @@ bool Frm_Config::Write_Changes()
                 Profile::Write(Config_Path(), Page, Language_Key, m_ui->Comb_Language->currentText());
                 m_language = m_ui->Comb_Language->currentText();
             }
+            for (Config_Page *page : findChildren<Config_Page *>())
+                page->Save();
             Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
             Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
             return true;

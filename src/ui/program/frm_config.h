@@ -28,6 +28,7 @@ signals:
     void Settings_Changed();
 
 private:
+    void Add_Pages();
     void Show_Languages();
     void Show_Settings();
     void Connect_Controls();

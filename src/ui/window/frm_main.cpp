@@ -21,14 +21,13 @@
 #include "ui/kit/skins.h"
 #include "ui/kit/twips.h"
 #include "ui/lists/frm_list_view.h"
+#include "ui/tools/at_hand.h"
 #include "ui/window/database_commands.h"
 #include "ui/window/fact_texts.h"
 #include "ui/window/file_import.h"
 #include "ui/window/left_tabs.h"
-#include "ui/window/program_lock.h"
 #include "ui/window/status_line.h"
 #include "ui/window/tab_memory.h"
-#include "ui/window/tray.h"
 #include "ui/window/view_entries.h"
 #include "ui/window/window_placement.h"
 #include "ui/window/wings.h"
@@ -54,7 +53,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Wing_Commands();
     Add_Status_Line();
     Add_Due_Button();
-    Add_Tray();
+    Add_Hand();
     Add_Lock();
     Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
@@ -126,11 +125,6 @@ void Frm_Main::Save_Placement()
 {
     m_list->Save_Columns();
     Window_Placement::Keep(*this);
-}
-
-void Frm_Main::Remove_Tray_Icon()
-{
-    m_tray->Remove();
 }
 
 void Frm_Main::Set_Status(const QString &text)
@@ -330,29 +324,6 @@ void Frm_Main::Add_Panes()
     Add_First_Steps();
 }
 
-void Frm_Main::Add_Lock()
-{
-    m_lock = new Program_Lock(*this, findChild<QAction *>(QStringLiteral("Mnu_OnLock"))->shortcut());
-    connect(m_lock, &Program_Lock::About_To_Lock, this, [this] {
-        m_tabs->Keep_Drafts();
-        Remove_Tray_Icon();
-    });
-    connect(m_lock, &Program_Lock::Unlocked, m_tray, &Tray::Add);
-}
-
-void Frm_Main::Lock()
-{
-    m_lock->Lock();
-}
-
-void Frm_Main::Add_Tray()
-{
-    m_tray = new Tray(*this);
-    connect(m_tray, &Tray::Window_Wanted, this, &Frm_Main::Bring_Back);
-    connect(m_tray, &Tray::Leaving_Wanted, this, &Frm_Main::Leave);
-    m_tray->Add();
-}
-
 void Frm_Main::Add_Status_Line()
 {
     m_status = new Status_Line(*m_ui->Sta_Bar);
@@ -428,6 +399,7 @@ void Frm_Main::Apply_Settings()
     m_tree->Apply_Look();
     m_list->Apply_Look();
     m_view->Check_All();
+    m_hand->Settings_Changed();
     m_list->Go_To_Page(1);
 }
 
@@ -463,27 +435,4 @@ void Frm_Main::Leave()
     m_leaving = true;
     close();
     m_leaving = false;
-}
-
-bool Frm_Main::Hides_On_Close(const QCloseEvent &event) const
-{
-    return event.spontaneous() && !m_leaving && Config().CH_Close == QLatin1String("1");
-}
-
-void Frm_Main::Put_Away()
-{
-    showMinimized();
-    // Without a tray there would be no way back to a hidden window.
-    if (m_tray->Is_There())
-        hide();
-}
-
-void Frm_Main::Bring_Back()
-{
-    if (m_lock->Is_Locked())
-        return m_lock->Bring_Back();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
 }

@@ -14,6 +14,7 @@ void Join_Wings()
     Forms::Add(Exchange_Forms());
     Forms::Add(List_Forms());
     Forms::Add(Program_Forms());
+    Config_Pages::Add(Tools_Pages());
 }
 
 std::vector<Commands::Row> All_Commands()
