@@ -95,6 +95,8 @@ Text_Editor::Text_Editor(QWidget *parent)
     viewport()->setMouseTracking(true);
     Composition::Watch();
     Use_Surroundings();
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget * /*old*/, const QWidget *now) { Follow_Focus(now); });
 }
 
 /// The document outlives the measures by which it was laid out.
@@ -392,7 +394,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     const int begin = cursor.selectionStart();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
-    const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
+    const bool keepsLooks = source.hasFormat(Own_Type) || Is_On(&Settings_Record::CH_KeepWord);
     Html::Closed_Door door;
     QTextDocument foreign(&door);
     if (!files.isEmpty()) {
@@ -447,7 +449,7 @@ bool Text_Editor::Handle_Tab(bool back)
     const QTextCursor cursor = textCursor();
     if (cursor.currentTable() != nullptr && !cursor.hasSelection())
         return Table_Commands::Step(*this, back);
-    const bool shifts = cursor.block().textList() != nullptr || Config().CH_Tab == QLatin1String("1");
+    const bool shifts = cursor.block().textList() != nullptr || Is_On(&Settings_Record::CH_Tab);
     if (!back && (!shifts || (!cursor.atBlockStart() && !cursor.hasSelection())))
         return false;
     back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);
@@ -537,10 +539,27 @@ void Text_Editor::Fit()
 void Text_Editor::Use_Look()
 {
     const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
-    setStyleSheet(ground.isValid() ? QStringLiteral("QTextEdit { background: %1; color: %2; }")
-                                         .arg(ground.name(), Legible_Color(Qt::black, ground).name())
-                                   : QString());
+    const QString text = Legible_Color(Qt::black, ground).name();
+    QString style;
+    if (ground.isValid())
+        style = QStringLiteral("QTextEdit { background: %1; color: %2; }").arg(ground.name(), text);
+    if (!m_selectionShown)
+        style += QStringLiteral("QTextEdit:!active { selection-background-color: transparent; selection-color: %1; }")
+                     .arg(ground.isValid() ? text : QApplication::palette(this).color(QPalette::Text).name());
+    setStyleSheet(style);
     Use_Surroundings();
+}
+
+/// Boxes and buttons that the keyboard goes to may work on the selection; a list, a tree or another pane doesn't.
+void Text_Editor::Follow_Focus(const QWidget *now)
+{
+    const bool isElsewhere =
+        now != this && qobject_cast<const QAbstractScrollArea *>(now) != nullptr && now->window() == window();
+    const bool hides = isElsewhere && textCursor().hasSelection() && Is_On(&Settings_Record::CH_HideSelect);
+    if (hides == !m_selectionShown || (!hides && now != this && !isElsewhere))
+        return;
+    m_selectionShown = !hides;
+    Use_Look();
 }
 
 void Text_Editor::Use_Surroundings()

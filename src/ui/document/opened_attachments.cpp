@@ -128,6 +128,14 @@ void Opened_Attachments::Look_After()
     }
 }
 
+QStringList Opened_Attachments::Names() const
+{
+    QStringList names;
+    for (const auto &copy : m_copies)
+        names << copy->Of().name;
+    return names;
+}
+
 void Opened_Attachments::Adopt(const QString &code_id)
 {
     for (const auto &copy : m_copies)

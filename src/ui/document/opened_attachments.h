@@ -18,6 +18,7 @@ public:
     void Open(const Attachment &attachment);
     /// Asks for every copy that was changed whether it is to be stored.
     void Look_After();
+    [[nodiscard]] QStringList Names() const;
     /// The document whose attachments had none yet was stored.
     void Adopt(const QString &code_id);
 

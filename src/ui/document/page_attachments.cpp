@@ -8,6 +8,7 @@
 #include "documents/attachment_export.h"
 #include "documents/attachment_place.h"
 #include "platform/prompts/prompts.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/file_drops.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -121,6 +122,7 @@ void Page_Attachments::Add_Commands()
         action->setShortcut(QKeySequence(QLatin1String(command.shortcut)));
         action->setShortcutContext(Qt::WidgetShortcut);
         m_ui->Lsv_File->addAction(action);
+        Command_Keys::Of_Program().Give(*action, Command_Keys::Place::Attachments);
         connect(action, &QAction::triggered, this, [this, &command] { Run(command); });
         auto *button = findChild<QToolButton *>(QLatin1String(command.button));
         if (button == m_ui->Cmd_Link) {

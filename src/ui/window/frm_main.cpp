@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/window/frm_main.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "editor/links.h"
@@ -16,11 +16,13 @@
 #include "ui/document/frm_doc_standard.h"
 #include "ui/folders/tree_commands.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/forms.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/skins.h"
 #include "ui/kit/twips.h"
 #include "ui/lists/frm_list_view.h"
+#include "ui/program/user_tools.h"
 #include "ui/window/database_commands.h"
 #include "ui/window/file_import.h"
 #include "ui/window/left_tabs.h"
@@ -39,6 +41,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
@@ -56,6 +59,9 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Due_Button();
     Add_Tray();
     Add_Lock();
+    constexpr int Least_Floor = 50, Highest_Floor = 400;
+    m_floor = std::max(Config().TC_TOP.toInt(), Least_Floor);
+    m_tabs->setMinimumHeight(std::min(m_floor, Highest_Floor));
     Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -71,6 +77,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Tab_Menu();
     Show_Title();
     Show_First_Steps();
+    Command_Keys::Of_Program().Give_Menus(menuBar()->actions());
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -117,8 +124,7 @@ void Frm_Main::Save_Left_Side()
     m_left->Save();
     Tab_Memory::Save(*m_tabs);
     if (!m_ui->Pic_On_Left->isHidden())
-        WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"),
-                 QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
+        Keep_Setting(&Settings_Record::TrvWidth, QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
 }
 
 void Frm_Main::Save_Placement()
@@ -331,7 +337,17 @@ void Frm_Main::Add_Panes()
 
 void Frm_Main::Add_Lock()
 {
-    m_lock = new Program_Lock(*this, findChild<QAction *>(QStringLiteral("Mnu_OnLock"))->shortcut());
+    m_lock = new Program_Lock(*this, *findChild<QAction *>(QStringLiteral("Mnu_OnLock")));
+    m_lock->Left_Outside = [this] {
+        return m_tabs->Left_Outside();
+    };
+    connect(m_ui->Mnu_Tools, &QMenu::aboutToShow, this, [this] {
+        Fill_User_Tools(*m_ui->Mnu_Tools);
+        const QStringList outside = m_tabs->Left_Outside();
+        findChild<QAction *>(QStringLiteral("Mnu_OnLock"))
+            ->setStatusTip(outside.isEmpty() ? QString()
+                                             : Filled(m_lang.GetString("_Lock_Outside"), {Pack_List(outside)}));
+    });
     connect(m_lock, &Program_Lock::About_To_Lock, this, [this] {
         m_tabs->Keep_Drafts();
         Remove_Tray_Icon();
@@ -426,7 +442,20 @@ void Frm_Main::Apply_Settings()
     m_tree->Apply_Look();
     m_list->Apply_Look();
     m_view->Check_All();
+    m_tabs->Adjust_Panes();
+    m_left->Dates_Changed();
     m_list->Go_To_Page(1);
+    Show_On_Task_Bar();
+}
+
+void Frm_Main::Show_On_Task_Bar()
+{
+    const Qt::WindowType kind = Is_On(&Settings_Record::CH_MAIN) ? Qt::Window : Qt::Tool;
+    if (windowType() == kind)
+        return;
+    const bool seen = isVisible();
+    setWindowFlags((windowFlags() & ~Qt::WindowType_Mask) | kind);
+    setVisible(seen); // the change has hidden it
 }
 
 void Frm_Main::Choose_Files()
@@ -465,7 +494,7 @@ void Frm_Main::Leave()
 
 bool Frm_Main::Hides_On_Close(const QCloseEvent &event) const
 {
-    return event.spontaneous() && !m_leaving && Config().CH_Close == QLatin1String("1");
+    return event.spontaneous() && !m_leaving && Is_On(&Settings_Record::CH_Close);
 }
 
 void Frm_Main::Put_Away()

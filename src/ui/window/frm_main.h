@@ -106,6 +106,8 @@ private:
     void Bind_View_Entries();
     /// An entry of the menu for each page that a wing brings to the left side.
     void Add_Page_Entries();
+    /// Takes the window off the task bar or puts it there, as the settings say.
+    void Show_On_Task_Bar();
     /// Puts what the options changed on screen.
     void Apply_Settings();
     /// Deletes the document on screen, or the rows chosen in the list.
@@ -140,5 +142,6 @@ private:
     Database_Commands *m_database = nullptr;
     QStackedWidget *m_listPlace = nullptr; ///< the list, or the first steps
     Program_Lock *m_lock = nullptr;
+    int m_floor = 0;        ///< the least height of the documents, in pixels
     bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
 };
