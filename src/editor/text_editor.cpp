@@ -74,6 +74,8 @@ Text_Editor::Text_Editor(QWidget *parent)
     viewport()->setMouseTracking(true);
     Composition::Watch();
     Use_Surroundings();
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget * /*old*/, const QWidget *now) { Follow_Focus(now); });
 }
 
 /// The document outlives the measures by which it was laid out.
@@ -298,7 +300,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     const int begin = cursor.selectionStart();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
-    const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
+    const bool keepsLooks = source.hasFormat(Own_Type) || Is_On(&Settings_Record::CH_KeepWord);
     Html::Closed_Door door;
     QTextDocument foreign(&door);
     if (!files.isEmpty()) {
@@ -353,7 +355,7 @@ bool Text_Editor::Handle_Tab(bool back)
     const QTextCursor cursor = textCursor();
     if (cursor.currentTable() != nullptr && !cursor.hasSelection())
         return Table_Commands::Step(*this, back);
-    const bool shifts = cursor.block().textList() != nullptr || Config().CH_Tab == QLatin1String("1");
+    const bool shifts = cursor.block().textList() != nullptr || Is_On(&Settings_Record::CH_Tab);
     if (!back && (!shifts || (!cursor.atBlockStart() && !cursor.hasSelection())))
         return false;
     back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);

@@ -2,11 +2,13 @@
 //
 // How a pane shows its text: its size, its width, its paper and its colours.
 
+#include "core/settings.h"
 #include "editor/legible_colors.h"
 #include "editor/picture_handler.h"
 #include "editor/printing.h"
 #include "editor/text_editor.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
@@ -144,10 +146,27 @@ void Text_Editor::Fit()
 void Text_Editor::Use_Look()
 {
     const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
-    setStyleSheet(ground.isValid() ? QStringLiteral("QTextEdit { background: %1; color: %2; }")
-                                         .arg(ground.name(), Legible_Color(Qt::black, ground).name())
-                                   : QString());
+    const QString text = Legible_Color(Qt::black, ground).name();
+    QString style;
+    if (ground.isValid())
+        style = QStringLiteral("QTextEdit { background: %1; color: %2; }").arg(ground.name(), text);
+    if (!m_selectionShown)
+        style += QStringLiteral("QTextEdit:!active { selection-background-color: transparent; selection-color: %1; }")
+                     .arg(ground.isValid() ? text : QApplication::palette(this).color(QPalette::Text).name());
+    setStyleSheet(style);
     Use_Surroundings();
+}
+
+/// Boxes and buttons that the keyboard goes to may work on the selection; a list, a tree or another pane doesn't.
+void Text_Editor::Follow_Focus(const QWidget *now)
+{
+    const bool isElsewhere =
+        now != this && qobject_cast<const QAbstractScrollArea *>(now) != nullptr && now->window() == window();
+    const bool hides = isElsewhere && textCursor().hasSelection() && Is_On(&Settings_Record::CH_HideSelect);
+    if (hides == !m_selectionShown || (!hides && now != this && !isElsewhere))
+        return;
+    m_selectionShown = !hides;
+    Use_Look();
 }
 
 void Text_Editor::Use_Surroundings()

@@ -61,7 +61,7 @@ void Keep_Default_Path()
 {
     const QString full = Files::Native_Path(Full_Database_Path(Default_Database));
     const bool relative = Config().CH_PATH.startsWith(QLatin1Char('1'));
-    WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), relative ? Default_Database : full);
+    Keep_Setting(&Settings_Record::DATABASE_NAME, relative ? Default_Database : full);
     Config().DATABASE_NAME = full;
 }
 
@@ -234,8 +234,7 @@ void Back_Up()
     const QString folder = Files::With_Final_Separator(Files::Native_Path(Config().Backup_Path));
     Files::Make_Directory(folder);
     Database_Engine::Copy_Database(App().Conn_Str, folder + QStringLiteral("zelqor_") + today + QStringLiteral(".db"));
-    Config().Backup_Date = today;
-    WriteIni(QStringLiteral("Col"), QStringLiteral("Backup_Date"), today);
+    Keep_Setting(&Settings_Record::Backup_Date, today);
 }
 
 Cleaning_Count Count_For_Cleaning()

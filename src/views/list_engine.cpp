@@ -56,7 +56,8 @@ qint64 Count_Rows(const Request &request)
             Date_Text(request.dateText, Sql::Count_Of_Date, Sql::Count_Of_Date_Server, Sql::Count_Of_Date_Prefix)
                 .Text();
     else
-        statement = Sql_Text(Is_Shown(Config().ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
+        statement =
+            Sql_Text(Is_On(&Settings_Record::ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
     Recordset count;
     count.Open(statement, App().Conn_Str);
     return count[0].Number();
@@ -107,7 +108,7 @@ QString All_Folders_Statement(const Request &request, qint64 rows, const Sql_Par
 QString Folder_Statement(const Request &request, qint64 rows, const Sql_Part &filter, const Sql_Part &order)
 {
     const char16_t *statement = nullptr;
-    if (Is_Shown(Config().ShowLow))
+    if (Is_On(&Settings_Record::ShowLow))
         statement = File_Dialect() ? Sql::Rows_Of_Subtree : Sql::Rows_Of_Subtree_Server;
     else
         statement = File_Dialect() ? Sql::Rows_Of_Folder : Sql::Rows_Of_Folder_Server;

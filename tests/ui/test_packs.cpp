@@ -66,6 +66,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -339,6 +340,12 @@ void For_Each_Page(QWidget &form, const std::function<void()> &look)
     form.show();
     QApplication::processEvents();
     look();
+    auto *pages = form.findChild<QListWidget *>(u"Lst_Pages"_s);
+    for (int i = 0; pages != nullptr && i < pages->count(); ++i) {
+        pages->setCurrentRow(i);
+        QApplication::processEvents();
+        look();
+    }
     for (QTabWidget *tabs : form.findChildren<QTabWidget *>()) {
         for (int i = 0; i < tabs->count(); ++i) {
             tabs->setCurrentIndex(i);

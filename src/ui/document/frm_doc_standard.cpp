@@ -127,7 +127,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     Show_Style();
     if (form.lock_is_open)
         m_shell.Set_Status(m_lang.GetString("_Lock_Open"));
-    Set_Edit_Mode(!m_session->Is_Page() && Config().CH_Lock != QLatin1String("1"));
+    Set_Edit_Mode(!m_session->Is_Page() && !Is_On(&Settings_Record::CH_Lock));
     if (const QString loss = Not_Kept(*form.content); !loss.isEmpty())
         m_shell.Set_Status(loss);
     return true;

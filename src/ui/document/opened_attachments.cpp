@@ -193,6 +193,14 @@ void Opened_Attachments::Look_At(Attachment_Copy &copy)
         emit Attachment_News::The().Changed(copy.Of().document);
 }
 
+QStringList Opened_Attachments::Names() const
+{
+    QStringList names;
+    for (const auto &copy : m_copies)
+        names << copy->Of().name;
+    return names;
+}
+
 void Opened_Attachments::Adopt(const QString &code_id)
 {
     for (const auto &copy : m_copies)

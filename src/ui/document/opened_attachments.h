@@ -25,6 +25,7 @@ public:
     void Look_After();
     /// The questions may also come while this form is modal.
     void Allow_With(QWidget &form) { m_form = &form; }
+    [[nodiscard]] QStringList Names() const;
     /// The document whose attachments had none yet was stored.
     void Adopt(const QString &code_id);
 

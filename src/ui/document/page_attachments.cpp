@@ -14,6 +14,7 @@
 #include "platform/prompts/prompts.h"
 #include "ui/document/attachment_actions.h"
 #include "ui/document/attachment_news.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/file_drops.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -120,6 +121,7 @@ void Page_Attachments::Add_Commands()
         action->setShortcut(QKeySequence(QLatin1String(command.shortcut)));
         action->setShortcutContext(Qt::WidgetShortcut);
         m_ui->Lsv_File->addAction(action);
+        Command_Keys::Of_Program().Give(*action, Command_Keys::Place::Attachments);
         connect(action, &QAction::triggered, this, [this, &command] { Run(command); });
         auto *button = findChild<QToolButton *>(QLatin1String(command.button));
         if (button == m_ui->Cmd_Link) {

@@ -26,6 +26,7 @@ public:
     void Document_Saved(const QString &code_id, const QString &title) override;
     void Set_Changeable(bool changeable) override { m_changeable = changeable; }
     void Leave() override { m_opened.Look_After(); }
+    [[nodiscard]] QStringList Left_Outside() const override { return m_opened.Names(); }
     [[nodiscard]] QString Caption() const override;
     void Load_Lang() override;
 

@@ -17,9 +17,9 @@ QList<Row> &Table()
 void Add(std::span<const Row> rows)
 {
     for (const Row &row : rows) {
-        const bool known = std::any_of(Table().begin(), Table().end(),
-                                       [&](const Row &other) { return qstrcmp(other.name, row.name) == 0; });
-        if (!known)
+        const bool isKnown =
+            std::ranges::any_of(Table(), [&](const Row &other) { return qstrcmp(other.name, row.name) == 0; });
+        if (!isKnown)
             Table() << row;
     }
 }

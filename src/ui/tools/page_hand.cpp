@@ -51,6 +51,11 @@ Page_Hand::Page_Hand(QWidget *parent) : Config_Page(parent), m_ui(std::make_uniq
     Show_Standings();
     if (Hand_Keys *running = Hand_Keys::Present())
         connect(running, &Hand_Keys::Standing_Changed, this, &Page_Hand::Show_Standings);
+    for (const QCheckBox *box : findChildren<QCheckBox *>())
+        connect(box, &QCheckBox::clicked, this, &Page_Hand::Edited);
+    for (const QComboBox *box : findChildren<QComboBox *>())
+        connect(box, &QComboBox::activated, this, &Page_Hand::Edited);
+    connect(m_ui->Txt_Address, &QLineEdit::textEdited, this, &Page_Hand::Edited);
 }
 
 Page_Hand::~Page_Hand() = default;
@@ -105,15 +110,29 @@ void Page_Hand::Show_Commands()
                                    2 * m_ui->Txt_Else->frameWidth());
 }
 
+QString Page_Hand::Period() const
+{
+    return QLatin1String(Periods[std::max(0, m_ui->Comb_Update->currentIndex())]);
+}
+
+bool Page_Hand::Is_Changed() const
+{
+    const bool otherKeys = std::any_of(std::begin(All_Keys), std::end(All_Keys), [this](Hand_Keys::Key key) {
+        return Typed(key) != Hand_Keys::Chosen(key);
+    });
+    const QString folder = m_ui->Cob_K9->Chosen();
+    return otherKeys || (!folder.isEmpty() && folder != Config().Cob_K9) ||
+           Config().COB_UPDATE.trimmed() != Period().trimmed() ||
+           m_ui->Txt_Address->text().trimmed() != Version_Check::Address();
+}
+
 void Page_Hand::Save()
 {
     Save_Keys();
     if (!m_ui->Cob_K9->Chosen().isEmpty())
         Write_Changed(Config().Cob_K9, "Col", "Cob_K9", m_ui->Cob_K9->Chosen());
-    const int period = std::max(0, m_ui->Comb_Update->currentIndex());
-    const QString word = QLatin1String(Periods[period]);
-    if (Config().COB_UPDATE.trimmed() != word.trimmed())
-        Write_Changed(Config().COB_UPDATE, "Page", "COB_UPDATE", word);
+    if (Config().COB_UPDATE.trimmed() != Period().trimmed())
+        Write_Changed(Config().COB_UPDATE, "Page", "COB_UPDATE", Period());
     if (m_ui->Txt_Address->text().trimmed() != Version_Check::Address())
         Version_Check::Set_Address(m_ui->Txt_Address->text());
 }

@@ -22,6 +22,7 @@ public:
     explicit Page_Hand(QWidget *parent = nullptr);
     ~Page_Hand() override;
 
+    [[nodiscard]] bool Is_Changed() const override;
     void Save() override;
 
 private:
@@ -29,6 +30,7 @@ private:
     void Show_Key(Hand_Keys::Key key);
     void Show_Standings();
     void Show_Commands();
+    [[nodiscard]] QString Period() const;
     void Save_Keys();
     template <class Control>
     [[nodiscard]] Control &Of(const char *name, Hand_Keys::Key key) const;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/window/frm_main.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "editor/links.h"
@@ -16,11 +16,13 @@
 #include "ui/document/frm_doc_standard.h"
 #include "ui/folders/tree_commands.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/forms.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/skins.h"
 #include "ui/kit/twips.h"
 #include "ui/lists/frm_list_view.h"
+#include "ui/program/user_tools.h"
 #include "ui/tools/at_hand.h"
 #include "ui/window/database_commands.h"
 #include "ui/window/fact_texts.h"
@@ -38,6 +40,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
@@ -55,6 +58,9 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Due_Button();
     Add_Hand();
     Add_Lock();
+    constexpr int Least_Floor = 50, Highest_Floor = 400;
+    m_floor = std::max(Config().TC_TOP.toInt(), Least_Floor);
+    m_tabs->setMinimumHeight(std::min(m_floor, Highest_Floor));
     Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -70,6 +76,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Tab_Menu();
     Show_Title();
     Show_First_Steps();
+    Command_Keys::Of_Program().Give_Menus(menuBar()->actions());
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -117,8 +124,7 @@ void Frm_Main::Save_Left_Side()
     m_left->Save();
     Tab_Memory::Save(*m_tabs);
     if (!m_ui->Pic_On_Left->isHidden())
-        WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"),
-                 QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
+        Keep_Setting(&Settings_Record::TrvWidth, QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
 }
 
 void Frm_Main::Save_Placement()
@@ -400,7 +406,20 @@ void Frm_Main::Apply_Settings()
     m_list->Apply_Look();
     m_view->Check_All();
     m_hand->Settings_Changed();
+    m_tabs->Adjust_Panes();
+    m_left->Dates_Changed();
     m_list->Go_To_Page(1);
+    Show_On_Task_Bar();
+}
+
+void Frm_Main::Show_On_Task_Bar()
+{
+    const Qt::WindowType kind = Is_On(&Settings_Record::CH_MAIN) ? Qt::Window : Qt::Tool;
+    if (windowType() == kind)
+        return;
+    const bool seen = isVisible();
+    setWindowFlags((windowFlags() & ~Qt::WindowType_Mask) | kind);
+    setVisible(seen); // the change has hidden it
 }
 
 void Frm_Main::Choose_Files()

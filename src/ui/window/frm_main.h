@@ -109,6 +109,8 @@ private:
     void Bind_View_Entries();
     /// An entry of the menu for each page that a wing brings to the left side.
     void Add_Page_Entries();
+    /// Takes the window off the task bar or puts it there, as the settings say.
+    void Show_On_Task_Bar();
     /// Puts what the options changed on screen.
     void Apply_Settings();
     /// Deletes the document on screen, or the rows chosen in the list.
@@ -147,5 +149,6 @@ private:
     QStackedWidget *m_listPlace = nullptr; ///< the list, or the first steps
     Program_Lock *m_lock = nullptr;
     QList<QPointer<QWidget>> m_beside; ///< windows that were hidden with this one, the one on top first
+    int m_floor = 0;                   ///< the least height of the documents, in pixels
     bool m_leaving = false;            ///< the close was asked by the program's own command, not by the window's button
 };

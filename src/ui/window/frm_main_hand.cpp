@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/language_pack.h"
 #include "core/settings.h"
 #include "platform/desktop/desktop_kind.h"
 #include "ui/document/document_tabs.h"
 #include "ui/kit/work_window.h"
+#include "ui/program/user_tools.h"
 #include "ui/tools/at_hand.h"
 #include "ui/window/frm_main.h"
 #include "ui/window/program_lock.h"
+#include "ui_frm_main.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QMenu>
 #include <utility>
 
 void Frm_Main::Add_Hand()
@@ -39,7 +43,17 @@ void Frm_Main::Leave_Hand()
 
 void Frm_Main::Add_Lock()
 {
-    m_lock = new Program_Lock(*this, findChild<QAction *>(QStringLiteral("Mnu_OnLock"))->shortcut());
+    m_lock = new Program_Lock(*this, *findChild<QAction *>(QStringLiteral("Mnu_OnLock")));
+    m_lock->Left_Outside = [this] {
+        return m_tabs->Left_Outside();
+    };
+    connect(m_ui->Mnu_Tools, &QMenu::aboutToShow, this, [this] {
+        Fill_User_Tools(*m_ui->Mnu_Tools);
+        const QStringList outside = m_tabs->Left_Outside();
+        findChild<QAction *>(QStringLiteral("Mnu_OnLock"))
+            ->setStatusTip(outside.isEmpty() ? QString()
+                                             : Filled(m_lang.GetString("_Lock_Outside"), {Pack_List(outside)}));
+    });
     connect(m_lock, &Program_Lock::About_To_Lock, this, [this] {
         m_tabs->Keep_Drafts();
         m_hand->Hide();
@@ -54,7 +68,7 @@ void Frm_Main::Lock()
 
 bool Frm_Main::Hides_On_Close(const QCloseEvent &event) const
 {
-    return event.spontaneous() && !m_leaving && Config().CH_Close == QLatin1String("1");
+    return event.spontaneous() && !m_leaving && Is_On(&Settings_Record::CH_Close);
 }
 
 void Frm_Main::Put_Away()
