@@ -5,6 +5,7 @@
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/process_state.h"
+#include "platform/desktop/desktop_kind.h"
 #include "platform/desktop/plain_labels.h"
 #include "platform/desktop/single_instance.h"
 #include "platform/files/door.h"
@@ -36,6 +37,7 @@ int main(int argc, char **argv)
 {
     Program application(argc, argv);
     QApplication::setApplicationName(App().App_Title);
+    QGuiApplication::setDesktopFileName(QLatin1String(Desktop_Kind::Application_Id));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(Program_Icon());
     Keep_Labels_Plain();

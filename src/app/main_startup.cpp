@@ -3,7 +3,6 @@
 
 #include "app/second_start.h"
 #include "app/shutdown.h"
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/language_pack.h"
@@ -216,7 +215,7 @@ void Start_Up::Show_Splash()
     Log_Mark(QStringLiteral("Frm_About_Start 1"));
     m_about = std::make_unique<Frm_About>(Frm_About::Role::Splash);
     m_about->Tmr_State.start();
-    if (Config().CH_About == QLatin1String("1"))
+    if (Is_On(&Settings_Record::CH_About))
         m_about->show();
     m_about->repaint();
     Yield();
@@ -237,7 +236,7 @@ void Start_Up::Show_Main()
         return Form_QueryUnload(*m_main);
     };
     m_main->Unloaded = [this] {
-        m_main->Remove_Tray_Icon();
+        m_main->Leave_Hand();
         m_main->Save_Placement();
         Database_Engine::Let_Go();
         QCoreApplication::quit();
@@ -246,10 +245,11 @@ void Start_Up::Show_Main()
         Trap(QStringLiteral("Frm_Database\\Cmd_Apply"), Raise_Database,
              [] { Prompts::Message(Error_Text(Err()), App().Box_Title, Prompts::Icon::Exclamation); });
     };
-    if (Config().CH_MAIN != QLatin1String("1"))
+    if (!Is_On(&Settings_Record::CH_MAIN))
         m_main->setWindowFlag(Qt::Tool);
     Log_Mark(QStringLiteral("ShowCodeInfoToList_Ex"));
     m_main->Select_Last_Folder();
+    m_main->Come_To_Hand();
     Log_Mark(QStringLiteral("setListPic"));
     // Before the window is shown: who sees it may call it.
     m_second = std::make_unique<Second_Start>([this] {
@@ -271,7 +271,7 @@ bool Start_Up::Fail(qint32 number, const QString &description)
         m_about.reset();
     } else if (number == Error_Number::File_Not_Found) {
         Error_Log(QStringLiteral("Main()"));
-        WriteIni(QStringLiteral("Col"), QStringLiteral("CH_Style_Classic"), QStringLiteral("0"));
+        Keep_Setting(&Settings_Record::CH_Style_Classic, QStringLiteral("0"));
         m_about.reset();
         Prompts::Message(Pack_Text("Main", "_LoadError"), App().Box_Title);
         return false;

@@ -9,84 +9,14 @@
 #include "platform/profile/profile.h"
 
 #include <QHash>
+#include <algorithm>
+#include <limits>
 #include <optional>
+#include <vector>
 
 namespace
 {
 const QString Source = QStringLiteral("Main/GetConfigInfo");
-
-/// The order of the checks. Between them stand the two steps of the database's lifecycle.
-constexpr const char *Checks_Before_Paths[] = {"Op_DB_Type", "Op_DB_Sql", "Txt_Memo_Width", "Txt_Sum_Width",
-                                               "ViewSum",    "ViewMemo",  "ShowLow",        "CH_PATH"};
-constexpr const char *Checks_Before_Database[] = {"EXPORT_NAME"};
-constexpr const char *Checks_After_Database[] = {"TC_LEFT",
-                                                 "TC_TOP",
-                                                 "KEYS_NUM",
-                                                 "Hot_NUM",
-                                                 "KEYS",
-                                                 "Col_Cont",
-                                                 "Col_Frm",
-                                                 "Col_List",
-                                                 "Lsv_BColor",
-                                                 "COB_UPDATE",
-                                                 "COB_UPDATE_DATE",
-                                                 "M_FILE",
-                                                 "M_AUTO",
-                                                 "M_TOOL",
-                                                 "MAX_RECORD",
-                                                 "LANGUAGE",
-                                                 "Theme",
-                                                 "TrvWidth",
-                                                 "FileHeight",
-                                                 "CH_MAIN",
-                                                 "CH_MIN",
-                                                 "CH_FLOAT",
-                                                 "CH_Save",
-                                                 "CH_Close",
-                                                 "CH_Lock",
-                                                 "CH_Tree_Comfirm",
-                                                 "CH_ByDate",
-                                                 "CH_Tags",
-                                                 "CH_Find",
-                                                 "CH_Hot",
-                                                 "CH_Tree_ToolTips",
-                                                 "CH_Lsv_ToolTips",
-                                                 "CH_Style_Classic",
-                                                 "CH_PicSaveDb",
-                                                 "FontName_Cont",
-                                                 "FontSize_Cont",
-                                                 "FontName_LSV",
-                                                 "FontSize_LSV",
-                                                 "FontName_Tree",
-                                                 "FontSize_Tree",
-                                                 "Cob_OrderBy",
-                                                 "Cob_LineSpace",
-                                                 "Cob_K9",
-                                                 "Cob_AddinFileType",
-                                                 "Cob_ImportFileType",
-                                                 "CH_Instance",
-                                                 "CH_About",
-                                                 "CH_Tab",
-                                                 "CH_Exp_Node",
-                                                 "CH_Lsv_Grid",
-                                                 "CH_Lsv_Detail",
-                                                 "CH_Auto_Save",
-                                                 "COB_Auto_Save",
-                                                 "Cob_Exit",
-                                                 "Backup_Num",
-                                                 "Backup_Path",
-                                                 "Backup_Date",
-                                                 "Op_Editor",
-                                                 "CH_KeepWord",
-                                                 "CH_HideSelect",
-                                                 "Op_OfficeType",
-                                                 "Pic_Dir",
-                                                 "Lock_Minutes",
-                                                 "Text_Zoom",
-                                                 "Facts_Begun",
-                                                 "Facts_Width",
-                                                 "Panes_Below",
-                                                 "Below_Height"};
 
 /// Keys that a new file also has under [Col], where nothing reads them.
 constexpr const char *Misplaced_Keys[] = {"Op_DB_Type", "Op_DB_Sql"};
@@ -132,6 +62,26 @@ void Make_Picture_Folder()
     Files::Make_Directory(Config().Pic_Dir);
 }
 
+QList<Healed_Setting> &Healed()
+{
+    static QList<Healed_Setting> healed;
+    return healed;
+}
+
+const std::vector<const Setting *> &Checked_In_Turn()
+{
+    static const std::vector<const Setting *> checked = [] {
+        std::vector<const Setting *> rows;
+        for (const Setting &setting : Setting_Table()) {
+            if (setting.turn != Turn::None)
+                rows.push_back(&setting);
+        }
+        std::ranges::sort(rows, {}, &Setting::turn);
+        return rows;
+    }();
+    return checked;
+}
+
 /// One run of GetConfigInfo over the file. What cannot be read or written does not end it: the record takes the values
 /// that the file should have, and the first error is told at the end.
 class Reading
@@ -141,15 +91,20 @@ public:
 
     void Run()
     {
-        if (!Exists(Config_Path()))
+        const bool isNew = !Exists(Config_Path());
+        if (isNew)
             Try(Write_Defaults);
+        Healed().clear();
         while (!Read_And_Check()) {
         }
+        const bool isWhole = Healed().isEmpty();
+        if (isNew) // what a new file has in another section was nobody's mistake
+            Healed().clear();
         Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
         Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
         if (!m_trouble)
             Try(Make_Picture_Folder);
-        if (!m_healed)
+        if (isWhole)
             Try(Keep_Good_Copy);
         if (m_trouble)
             throw Run_Time_Error(*m_trouble);
@@ -192,22 +147,30 @@ private:
             Source, [&] { Store(Config(), setting, value); }, [&] { Store(Config(), setting, {}); });
     }
 
-    /// @returns false when the whole file is to be read again.
-    bool Check(std::span<const char *const> keys, const Raw_Values &values)
+    /// The checks whose turns lie between two steps. @returns false when the whole file is to be read again.
+    bool Check(int after, int before, const Raw_Values &values)
     {
-        for (const char *key : keys) {
-            const Setting &setting = Setting_Named(QLatin1String(key));
-            if (Acceptable(setting, values.value(QLatin1String(key))))
+        for (const Setting *setting : Checked_In_Turn()) {
+            const QString value = values.value(QLatin1String(setting->key));
+            if (setting->turn <= after || setting->turn >= before || Acceptable(*setting, value))
                 continue;
-            const QString healed = Healed_Value(setting);
+            const QString healed = Healed_Value(*setting);
             // Not WriteIni: a file that refuses the value must not be read again for ever.
-            const bool written = Try([&] { Write_Healed(setting, healed); });
-            m_healed = true;
-            if (written && setting.heal == Heal::Read_Again)
+            const bool written = Try([&] { Write_Healed(*setting, healed); });
+            Note(*setting, value, healed);
+            if (written && setting->heal == Heal::Read_Again)
                 return false;
-            Store(Config(), setting, setting.heal == Heal::View_Sum ? QStringLiteral("True") : healed);
+            Store(Config(), *setting, setting->heal == Heal::View_Sum ? QStringLiteral("True") : healed);
         }
         return true;
+    }
+
+    static void Note(const Setting &setting, const QString &value, const QString &healed)
+    {
+        const QString key = QLatin1String(setting.key);
+        const bool isNoted = std::ranges::any_of(Healed(), [&](const Healed_Setting &one) { return one.key == key; });
+        if (!isNoted)
+            Healed().append({key, value, healed});
     }
 
     static void Write_Healed(const Setting &setting, const QString &healed)
@@ -225,14 +188,14 @@ private:
     bool Read_And_Check()
     {
         const Raw_Values values = Read_Pass();
-        if (!Check(Checks_Before_Paths, values))
+        if (!Check(Turn::None, Turn::Paths_Resolved, values))
             return false;
         m_database.Resolve_Paths();
-        if (!Check(Checks_Before_Database, values))
+        if (!Check(Turn::Paths_Resolved, Turn::Database_Tested, values))
             return false;
         if (m_database.Find_And_Test() == Database_Check::Read_Again)
             return false;
-        return Check(Checks_After_Database, values);
+        return Check(Turn::Database_Tested, std::numeric_limits<int>::max(), values);
     }
 
     /// A start that found nothing to heal keeps what it read, for the day on which the file is spoilt.
@@ -246,7 +209,6 @@ private:
 
     const Database_Steps &m_database;
     std::optional<Run_Time_Error> m_trouble;
-    bool m_healed = false;
 };
 } // namespace
 
@@ -262,6 +224,11 @@ Pending_Error GetConfigInfo(const Database_Steps &database)
     Trap(
         Source, [&] { Reading(database).Run(); }, [&] { trouble = Err(); });
     return trouble;
+}
+
+const QList<Healed_Setting> &Healed_Settings()
+{
+    return Healed();
 }
 
 bool Is_Shown(const QString &flag)

@@ -3,10 +3,11 @@
 
 #include "core/process_state.h"
 
+#include <QList>
 #include <QString>
 #include <QVariant>
 #include <functional>
-#include <span>
+#include <variant>
 
 /// One field per key of Config.ini, named as the key and holding its raw text. Booleans are compared as text.
 struct Settings_Record {
@@ -58,5 +59,23 @@ struct Database_Steps {
 /// The record is complete all the same.
 Pending_Error GetConfigInfo(const Database_Steps &database);
 
-/// A boolean of the "TRUE"/"FALSE" family: anything but "FALSE", in any case, is true.
+/// A value that did not stand when Config.ini was read.
+struct Healed_Setting {
+    QString key;
+    QString before; ///< "" for a key that was empty or missing
+    QString now;
+};
+/// What the last reading of a file that was there has healed, in the order of the checks.
+const QList<Healed_Setting> &Healed_Settings();
+
+/// A field of the record stands for its setting: the table has one row for each.
+using Setting_Field = std::variant<QString Settings_Record::*, qint16 Settings_Record::*, QVariant Settings_Record::*>;
+
+/// A text of the "TRUE"/"FALSE" family: anything but "FALSE", in any case, is true.
 bool Is_Shown(const QString &flag);
+/// Whether a switch is on: "1", or in the "TRUE"/"FALSE" family anything but "FALSE" in any case.
+bool Is_On(const Setting_Field &field);
+/// Puts a value in the record and writes it to Config.ini; an error is recorded under "WriteIni".
+void Keep_Setting(const Setting_Field &field, const QString &value);
+/// The same with the word of a switch, spelled as in a new file.
+void Keep_Switch(const Setting_Field &field, bool on);

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/settings_table.h"
 
+#include "core/config_store.h"
 #include "core/process_state.h"
 #include "platform/database/database.h"
 #include "platform/errors/run_time_error.h"
 #include "platform/machine/machine.h"
+#include "platform/profile/profile.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,151 +16,113 @@ namespace
 constexpr qint32 Overflow = 6;
 constexpr qint32 Type_Mismatch = 13;
 constexpr double Largest_Colour = 0xFFFFFF;
+constexpr double Most_Small = std::numeric_limits<qint16>::max();
 constexpr double Longest_Side = 100'000; // of a pane, in twips or pixels
 constexpr int Simplified_Chinese = 0x804;
 
 using R = Settings_Record;
 constexpr auto Computed_Here = "";
+constexpr Numbers Any;
 
 // clang-format off
 constexpr Setting Table[] = {
-    {"Page", "LANGUAGE", Computed_Here, &R::LANGUAGE, Heal::Read_Again, nullptr, Computed::Language},
-    {"Page", "Theme", "10", &R::Theme},
-    {"Page", "MAX_RECORD", "46", &R::MAX_RECORD},
-    {"Page", "COB_UPDATE", "W", &R::COB_UPDATE},
-    {"Page", "COB_UPDATE_DATE", Computed_Here, &R::COB_UPDATE_DATE, Heal::Read_Again, nullptr, Computed::Now},
-    {"Page", "H_RULER", "FALSE", &R::H_RULER, Heal::Never},
-    {"Page", "V_RULER", "FALSE", &R::V_RULER, Heal::Never},
-    {"Page", "M_FILE", "TRUE", &R::M_FILE},
-    {"Page", "M_AUTO", "TRUE", &R::M_AUTO},
-    {"Page", "M_TOOL", "TRUE", &R::M_TOOL},
-    {"Page", "TrvWidth", "3375", &R::TrvWidth},
-    {"Page", "FileHeight", "1575", &R::FileHeight},
-    {"DataBase", "CH_PATH", "1", &R::CH_PATH},
-    {"DataBase", "DATABASE_NAME", "\\data\\Zelqor.db", &R::DATABASE_NAME, Heal::Never},
-    {"DataBase", "EXPORT_NAME", "\\data\\Zelqor_bak.db", &R::EXPORT_NAME},
-    {"DataBase", "Op_DB_Type", nullptr, &R::Op_DB_Type, Heal::Read_Again, "0"},
-    {"DataBase", "Op_DB_Sql", nullptr, &R::Op_DB_Sql, Heal::Read_Again, "0"},
-    {"Else", "TC_LEFT", "0", &R::TC_LEFT},
-    {"Else", "TC_TOP", "0", &R::TC_TOP},
-    {"Col", "KEYS_NUM", "10", &R::KEYS_NUM, Heal::Go_On},
-    {"Col", "Hot_NUM", "50", &R::Hot_NUM, Heal::Go_On},
-    {"Col", "KEYS", ",", &R::KEYS},
-    {"Col", "Col_Cont", "16777215", &R::Col_Cont},
-    {"Col", "Col_Frm", "16777215", &R::Col_Frm},
-    {"Col", "Col_List", "10019561", &R::Col_List},
-    {"Col", "Lsv_BColor", "16777215", &R::Lsv_BColor},
-    {"Col", "CH_MAIN", "1", &R::CH_MAIN},
-    {"Col", "CH_MIN", "0", &R::CH_MIN},
-    {"Col", "CH_FLOAT", "1", &R::CH_FLOAT},
-    {"Col", "CH_Save", "0", &R::CH_Save},
-    {"Col", "CH_Close", "1", &R::CH_Close},
-    {"Col", "CH_Lock", "0", &R::CH_Lock},
-    {"Col", "CH_Tree_Comfirm", "1", &R::CH_Tree_Comfirm, Heal::Go_On},
-    {"Col", "CH_ByDate", "FALSE", &R::CH_ByDate, Heal::Go_On, "TRUE"},
-    {"Col", "CH_Tags", "TRUE", &R::CH_Tags, Heal::Go_On, "FALSE"},
-    {"Col", "CH_Find", "TRUE", &R::CH_Find, Heal::Go_On},
-    {"Col", "CH_Hot", "FALSE", &R::CH_Hot, Heal::Go_On, "TRUE"},
-    {"Col", "CH_Tree_ToolTips", "0", &R::CH_Tree_ToolTips},
-    {"Col", "CH_Lsv_ToolTips", "0", &R::CH_Lsv_ToolTips},
-    {"Col", "CH_Style_Classic", "1", &R::CH_Style_Classic},
-    {"Col", "CH_Lsv_Grid", "0", &R::CH_Lsv_Grid},
-    {"Col", "CH_Lsv_Detail", "1", &R::CH_Lsv_Detail},
-    {"Col", "FontName_Cont", "宋体", &R::FontName_Cont},
-    {"Col", "FontSize_Cont", "10", &R::FontSize_Cont, Heal::Read_Again, "9"},
-    {"Col", "FontName_LSV", "宋体", &R::FontName_LSV},
-    {"Col", "FontSize_LSV", "10", &R::FontSize_LSV},
-    {"Col", "FontName_Tree", "宋体", &R::FontName_Tree},
-    {"Col", "FontSize_Tree", "10", &R::FontSize_Tree},
-    {"Col", "Cob_OrderBy", "2", &R::Cob_OrderBy},
-    {"Col", "Cob_LineSpace", "0", &R::Cob_LineSpace},
-    {"Col", "Cob_K9", "000", &R::Cob_K9},
-    {"Col", "Cob_AddinFileType", "0", &R::Cob_AddinFileType},
-    {"Col", "Cob_ImportFileType", "3", &R::Cob_ImportFileType},
-    {"Col", "CH_Instance", "1", &R::CH_Instance},
-    {"Col", "CH_About", "1", &R::CH_About},
-    {"Col", "CH_Tab", "0", &R::CH_Tab},
-    {"Col", "CH_PicSaveDb", "0", &R::CH_PicSaveDb},
-    {"Col", "CH_Exp_Node", "1", &R::CH_Exp_Node},
-    {"Col", "CH_Auto_Save", "0", &R::CH_Auto_Save},
-    {"Col", "COB_Auto_Save", "30", &R::COB_Auto_Save},
-    {"Col", "Key_Name", "", &R::Key_Name, Heal::Never},
-    {"Col", "Txt_Memo_Width", "250", &R::Txt_Memo_Width},
-    {"Col", "Txt_Sum_Width", "250", &R::Txt_Sum_Width},
-    {"Col", "ViewSum", "False", &R::ViewSum, Heal::View_Sum},
-    {"Col", "ViewMemo", "False", &R::ViewMemo},
-    {"Col", "ShowLow", "TRUE", &R::ShowLow},
-    {"Col", "Cob_Exit", "0", &R::Cob_Exit},
-    {"Col", "Backup_Num", "7", &R::Backup_Num},
-    {"Col", "Backup_Path", Computed_Here, &R::Backup_Path, Heal::Read_Again, nullptr, Computed::Backup_Path},
-    {"Col", "Backup_Date", Computed_Here, &R::Backup_Date, Heal::Read_Again, nullptr, Computed::Today},
-    {"Col", "Op_Editor", "0", &R::Op_Editor},
-    {"Col", "CH_KeepWord", "1", &R::CH_KeepWord},
-    {"Col", "CH_HideSelect", "1", &R::CH_HideSelect},
-    {"Col", "Op_OfficeType", "0", &R::Op_OfficeType},
-    {"Col", "Pic_Dir", Computed_Here, &R::Pic_Dir, Heal::Read_Again, nullptr, Computed::Picture_Path},
-    {"Col", "User_Tools", "", &R::User_Tools, Heal::Never},
-    {"Col", "Tree_LastKey", nullptr, &R::Tree_LastKey, Heal::Never},
-    {"ViewMode", "ViewMode", "2", &R::ViewMode, Heal::Never},
-    {"ViewMode", "Pic_List", "", &R::Pic_List, Heal::Never},
-    {"RegKey", "Shift", "1", &R::Shift, Heal::Never},
-    {"RegKey", "Key", "73", &R::Key, Heal::Never},
-    {"Col", "Lock_Minutes", "0", &R::Lock_Minutes, Heal::Go_On},
-    {"Col", "Text_Zoom", "120", &R::Text_Zoom, Heal::Go_On},
-    {"Col", "Facts_Begun", "FALSE", &R::Facts_Begun, Heal::Go_On},
-    {"Col", "Facts_Width", "380", &R::Facts_Width, Heal::Go_On},
-    {"Col", "Panes_Below", "FALSE", &R::Panes_Below, Heal::Go_On},
-    {"Col", "Below_Height", "160", &R::Below_Height, Heal::Go_On},
-};
-
-/// The numbers that a key may have; what is written as no whole number, or as none at all for a size of letters, is
-/// outside.
-constexpr struct Range {
-    const char *key;
-    double least;
-    double most;
-    bool whole = true;
-} Ranges[] = {
-    {"MAX_RECORD", 1, std::numeric_limits<qint16>::max()},
-    {"TrvWidth", 0, Longest_Side},
-    {"Op_DB_Type", 0, 1},
-    {"KEYS_NUM", 0, 1000},
-    {"Hot_NUM", 1, std::numeric_limits<qint16>::max()},
-    {"Col_Cont", 0, Largest_Colour},
-    {"Col_Frm", 0, Largest_Colour},
-    {"Col_List", 0, Largest_Colour},
-    {"Lsv_BColor", 0, Largest_Colour},
-    {"FontSize_Cont", 1, 200, false},
-    {"FontSize_LSV", 1, 200, false},
-    {"FontSize_Tree", 1, 200, false},
-    {"Cob_OrderBy", 1, 8},
-    {"Cob_LineSpace", 0, 5},
-    {"Cob_AddinFileType", 0, 3},
-    {"Cob_ImportFileType", 0, 3},
-    {"COB_Auto_Save", 1, 999},
-    {"Txt_Memo_Width", 0, Longest_Side},
-    {"Txt_Sum_Width", 0, Longest_Side},
-    {"Lock_Minutes", 0, 999},
-    {"Text_Zoom", 50, 400},
-    {"Facts_Width", 0, Longest_Side},
-    {"Below_Height", 0, Longest_Side},
-    {"Cob_Exit", 0, 2},
-    {"Backup_Num", 0, 3650},
-    {"Op_Editor", 0, 2},
-    {"Op_OfficeType", 0, 1},
+    {"Page", "LANGUAGE", Computed_Here, &R::LANGUAGE, 36, Any, Heal::Read_Again, nullptr, Computed::Language},
+    {"Page", "Theme", "10", &R::Theme, 37},
+    {"Page", "MAX_RECORD", "46", &R::MAX_RECORD, 35, {1, Most_Small}},
+    {"Page", "COB_UPDATE", "W", &R::COB_UPDATE, 30},
+    {"Page", "COB_UPDATE_DATE", Computed_Here, &R::COB_UPDATE_DATE, 31, Any, Heal::Read_Again, nullptr, Computed::Now},
+    {"Page", "H_RULER", "FALSE", &R::H_RULER},
+    {"Page", "V_RULER", "FALSE", &R::V_RULER},
+    {"Page", "M_FILE", "TRUE", &R::M_FILE, 32},
+    {"Page", "M_AUTO", "TRUE", &R::M_AUTO, 33},
+    {"Page", "M_TOOL", "TRUE", &R::M_TOOL, 34},
+    {"Page", "TrvWidth", "3375", &R::TrvWidth, 38, {0, Longest_Side}},
+    {"Page", "FileHeight", "1575", &R::FileHeight, 39},
+    {"DataBase", "CH_PATH", "1", &R::CH_PATH, 8},
+    {"DataBase", "DATABASE_NAME", "\\data\\Zelqor.db", &R::DATABASE_NAME},
+    {"DataBase", "EXPORT_NAME", "\\data\\Zelqor_bak.db", &R::EXPORT_NAME, 11},
+    {"DataBase", "Op_DB_Type", nullptr, &R::Op_DB_Type, 1, {0, 1}, Heal::Read_Again, "0"},
+    {"DataBase", "Op_DB_Sql", nullptr, &R::Op_DB_Sql, 2, Any, Heal::Read_Again, "0"},
+    {"Else", "TC_LEFT", "0", &R::TC_LEFT, 21},
+    {"Else", "TC_TOP", "0", &R::TC_TOP, 22},
+    {"Col", "KEYS_NUM", "10", &R::KEYS_NUM, 23, {0, 1000}, Heal::Go_On},
+    {"Col", "Hot_NUM", "50", &R::Hot_NUM, 24, {1, Most_Small}, Heal::Go_On},
+    {"Col", "KEYS", ",", &R::KEYS, 25},
+    {"Col", "Col_Cont", "16777215", &R::Col_Cont, 26, {0, Largest_Colour}},
+    {"Col", "Col_Frm", "16777215", &R::Col_Frm, 27, {0, Largest_Colour}},
+    {"Col", "Col_List", "10019561", &R::Col_List, 28, {0, Largest_Colour}},
+    {"Col", "Lsv_BColor", "16777215", &R::Lsv_BColor, 29, {0, Largest_Colour}},
+    {"Col", "CH_MAIN", "1", &R::CH_MAIN, 40},
+    {"Col", "CH_MIN", "0", &R::CH_MIN, 41},
+    {"Col", "CH_FLOAT", "1", &R::CH_FLOAT, 42},
+    {"Col", "CH_Save", "0", &R::CH_Save, 43},
+    {"Col", "CH_Close", "1", &R::CH_Close, 44},
+    {"Col", "CH_Lock", "0", &R::CH_Lock, 45},
+    {"Col", "CH_Tree_Comfirm", "1", &R::CH_Tree_Comfirm, 46, Any, Heal::Go_On},
+    {"Col", "CH_ByDate", "FALSE", &R::CH_ByDate, 47, Any, Heal::Go_On, "TRUE"},
+    {"Col", "CH_Tags", "TRUE", &R::CH_Tags, 48, Any, Heal::Go_On, "FALSE"},
+    {"Col", "CH_Find", "TRUE", &R::CH_Find, 49, Any, Heal::Go_On},
+    {"Col", "CH_Hot", "FALSE", &R::CH_Hot, 50, Any, Heal::Go_On, "TRUE"},
+    {"Col", "CH_Tree_ToolTips", "0", &R::CH_Tree_ToolTips, 51},
+    {"Col", "CH_Lsv_ToolTips", "0", &R::CH_Lsv_ToolTips, 52},
+    {"Col", "CH_Style_Classic", "1", &R::CH_Style_Classic, 53},
+    {"Col", "CH_Lsv_Grid", "0", &R::CH_Lsv_Grid, 70},
+    {"Col", "CH_Lsv_Detail", "1", &R::CH_Lsv_Detail, 71},
+    {"Col", "FontName_Cont", "宋体", &R::FontName_Cont, 55},
+    {"Col", "FontSize_Cont", "10", &R::FontSize_Cont, 56, {1, 200, false}, Heal::Read_Again, "9"},
+    {"Col", "FontName_LSV", "宋体", &R::FontName_LSV, 57},
+    {"Col", "FontSize_LSV", "10", &R::FontSize_LSV, 58, {1, 200, false}},
+    {"Col", "FontName_Tree", "宋体", &R::FontName_Tree, 59},
+    {"Col", "FontSize_Tree", "10", &R::FontSize_Tree, 60, {1, 200, false}},
+    {"Col", "Cob_OrderBy", "2", &R::Cob_OrderBy, 61, {1, 8}},
+    {"Col", "Cob_LineSpace", "0", &R::Cob_LineSpace, 62, {0, 5}},
+    {"Col", "Cob_K9", "000", &R::Cob_K9, 63},
+    {"Col", "Cob_AddinFileType", "0", &R::Cob_AddinFileType, 64, {0, 3}},
+    {"Col", "Cob_ImportFileType", "3", &R::Cob_ImportFileType, 65, {0, 3}},
+    {"Col", "CH_Instance", "1", &R::CH_Instance, 66},
+    {"Col", "CH_About", "1", &R::CH_About, 67},
+    {"Col", "CH_Tab", "0", &R::CH_Tab, 68},
+    {"Col", "CH_PicSaveDb", "0", &R::CH_PicSaveDb, 54},
+    {"Col", "CH_Exp_Node", "1", &R::CH_Exp_Node, 69},
+    {"Col", "CH_Auto_Save", "0", &R::CH_Auto_Save, 72},
+    {"Col", "COB_Auto_Save", "30", &R::COB_Auto_Save, 73, {1, 999}},
+    {"Col", "Key_Name", "", &R::Key_Name},
+    {"Col", "Txt_Memo_Width", "250", &R::Txt_Memo_Width, 3, {0, Longest_Side}},
+    {"Col", "Txt_Sum_Width", "250", &R::Txt_Sum_Width, 4, {0, Longest_Side}},
+    {"Col", "ViewSum", "False", &R::ViewSum, 5, Any, Heal::View_Sum},
+    {"Col", "ViewMemo", "False", &R::ViewMemo, 6},
+    {"Col", "ShowLow", "TRUE", &R::ShowLow, 7},
+    {"Col", "Cob_Exit", "0", &R::Cob_Exit, 74, {0, 2}},
+    {"Col", "Backup_Num", "7", &R::Backup_Num, 75, {0, 3650}},
+    {"Col", "Backup_Path", Computed_Here, &R::Backup_Path, 76, Any, Heal::Read_Again, nullptr, Computed::Backup_Path},
+    {"Col", "Backup_Date", Computed_Here, &R::Backup_Date, 77, Any, Heal::Read_Again, nullptr, Computed::Today},
+    {"Col", "Op_Editor", "0", &R::Op_Editor, 78, {0, 2}},
+    {"Col", "CH_KeepWord", "1", &R::CH_KeepWord, 79},
+    {"Col", "CH_HideSelect", "1", &R::CH_HideSelect, 80},
+    {"Col", "Op_OfficeType", "0", &R::Op_OfficeType, 81, {0, 1}},
+    {"Col", "Pic_Dir", Computed_Here, &R::Pic_Dir, 82, Any, Heal::Read_Again, nullptr, Computed::Picture_Path},
+    {"Col", "User_Tools", "", &R::User_Tools},
+    {"Col", "Tree_LastKey", nullptr, &R::Tree_LastKey},
+    {"ViewMode", "ViewMode", "2", &R::ViewMode},
+    {"ViewMode", "Pic_List", "", &R::Pic_List},
+    {"RegKey", "Shift", "1", &R::Shift},
+    {"RegKey", "Key", "73", &R::Key},
+    {"Col", "Lock_Minutes", "0", &R::Lock_Minutes, 83, {0, 999}, Heal::Go_On},
+    {"Col", "Text_Zoom", "120", &R::Text_Zoom, 84, {50, 400}, Heal::Go_On},
+    {"Col", "Facts_Begun", "FALSE", &R::Facts_Begun, 85, Any, Heal::Go_On},
+    {"Col", "Facts_Width", "380", &R::Facts_Width, 86, {0, Longest_Side}, Heal::Go_On},
+    {"Col", "Panes_Below", "FALSE", &R::Panes_Below, 87, Any, Heal::Go_On},
+    {"Col", "Below_Height", "160", &R::Below_Height, 88, {0, Longest_Side}, Heal::Go_On},
 };
 // clang-format on
 
-/// Whether a number is one that its key may have; any text, where it has no range.
-bool Is_In_Range(const char *key, const QString &value)
+bool Is_In_Range(const Numbers &numbers, const QString &value)
 {
-    const auto *range = std::find_if(std::begin(Ranges), std::end(Ranges),
-                                     [&](const Range &row) { return qstrcmp(row.key, key) == 0; });
-    if (range == std::end(Ranges))
+    if (numbers.Are_Any())
         return true;
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    return isNumber && number >= range->least && number <= range->most && (!range->whole || value.toInt() == number);
+    return isNumber && number >= numbers.least && number <= numbers.most && (!numbers.whole || value.toInt() == number);
 }
 
 /// A folder on a drive of another system would be made under the drive's name.
@@ -226,6 +190,13 @@ const Setting &Setting_Named(const QString &key)
     throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("No such setting: ") + key);
 }
 
+const Setting &Setting_Of(const Setting_Field &field)
+{
+    // Every field has a row, which a test proves.
+    return *std::find_if(std::begin(Table), std::end(Table),
+                         [&](const Setting &setting) { return setting.field == field; });
+}
+
 bool Acceptable(const Setting &setting, const QString &value)
 {
     const auto is = [&](const char *key) {
@@ -237,7 +208,7 @@ bool Acceptable(const Setting &setting, const QString &value)
         return value.size() == 1;
     if (is("COB_UPDATE_DATE"))
         return value.size() >= 2;
-    return !value.isEmpty() && Is_In_Range(setting.key, value) && !Is_Folder_Elsewhere(setting, value);
+    return !value.isEmpty() && Is_In_Range(setting.numbers, value) && !Is_Folder_Elsewhere(setting, value);
 }
 
 QString Initial_Value(const Setting &setting)
@@ -281,4 +252,31 @@ QString Text_Of(const Settings_Record &record, const Setting &setting)
     if (const auto *number = std::get_if<qint16 R::*>(&setting.field))
         return QString::number(record.*(*number));
     return (record.*std::get<QVariant R::*>(setting.field)).toString();
+}
+
+void Change(const Setting &setting, const QString &value)
+{
+    Settings_Record changed = Config();
+    Store(changed, setting, value);
+    Profile::Write(App().App_Path + QStringLiteral("Config.ini"), QLatin1String(setting.section),
+                   QLatin1String(setting.key), value);
+    Config() = changed;
+}
+
+bool Is_On(const Setting_Field &field)
+{
+    const Setting &setting = Setting_Of(field);
+    return Is_On(setting, Text_Of(Config(), setting));
+}
+
+void Keep_Setting(const Setting_Field &field, const QString &value)
+{
+    const Setting &setting = Setting_Of(field);
+    Store(Config(), setting, value);
+    WriteIni(QLatin1String(setting.section), QLatin1String(setting.key), value);
+}
+
+void Keep_Switch(const Setting_Field &field, bool on)
+{
+    Keep_Setting(field, Switch_Text(Setting_Of(field), on));
 }

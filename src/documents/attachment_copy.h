@@ -2,14 +2,14 @@
 #pragma once
 
 #include "documents/attachments.h"
+#include "documents/outside_copy.h"
 
-#include <QDateTime>
 #include <memory>
 #include <vector>
 
-/// The file of an internal attachment while another program has it: a copy among the drafts, in a folder of its own. It
-/// goes with the object, unless an office program still has it open or it was changed and neither taken back nor given
-/// up: then the next start finds it, as after a kill.
+/// The file of an internal attachment while another program has it. It goes with the object, unless a program still
+/// has it or it was changed and neither taken back nor given up: then the next start finds it, as after a
+/// kill.
 class Attachment_Copy
 {
 public:
@@ -21,11 +21,19 @@ public:
 
     /// @returns false when it was called off. @throws Run_Time_Error
     bool Write(Work &work);
-    [[nodiscard]] QString Path() const;
+    [[nodiscard]] QString Path() const { return m_copy.Path(); }
+    [[nodiscard]] QString Directory() const { return m_copy.Directory(); }
     [[nodiscard]] const Attachment &Of() const { return m_attachment; }
-    /// Whether the file holds other bytes than were written, taken back or given up last. A file that runs or is run
-    /// is never looked at.
+    /// Whether another program has the file, as far as can be known.
+    [[nodiscard]] bool Is_In_Use() { return m_copy.Is_In_Use(); }
+    /// Whether it came from the database in force.
+    [[nodiscard]] bool Is_Of_This_Database() const { return m_database == App().Conn_Str; }
+    /// Bytes to be read to tell whether the file holds others than were written, taken back or given up last; 0 when
+    /// that is known. A file that runs or is run is never looked at.
+    [[nodiscard]] qint64 Bytes_To_Look_At() const;
     [[nodiscard]] bool Is_Changed();
+    /// Whether what it holds was given up: opened again, it is written anew.
+    [[nodiscard]] bool Is_Given_Up() const { return m_givenUp; }
     /// Puts the file in the attachment's place.
     Saved_Attachment Take_Back(Work &work);
     /// What the file holds now is not wanted.
@@ -37,18 +45,11 @@ public:
     static std::vector<std::unique_ptr<Attachment_Copy>> Left();
 
 private:
-    struct State {
-        qint64 size = -1;
-        QDateTime written;
-        bool operator==(const State &) const = default;
-    };
-    Attachment_Copy(QString directory, const QByteArray &record);
-    [[nodiscard]] State Now() const;
-    [[nodiscard]] QByteArray Digest() const;
-    void Note();
+    explicit Attachment_Copy(Outside_Copy copy);
+    [[nodiscard]] QCborMap Facts() const;
 
-    QString m_directory;
     Attachment m_attachment;
-    QByteArray m_digest;
-    State m_seen; ///< of the file when it had that digest
+    Outside_Copy m_copy;
+    const QString m_database = App().Conn_Str;
+    bool m_givenUp = false;
 };

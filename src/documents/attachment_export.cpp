@@ -5,6 +5,7 @@
 #include "core/error_text.h"
 #include "core/language_pack.h"
 #include "documents/attachment_place.h"
+#include "documents/watched_copy.h"
 #include "platform/files/paths.h"
 
 #include <QFileInfo>
@@ -16,8 +17,7 @@ bool Write_Out(const Attachment &attachment, const QString &path, Work &work)
 {
     if (attachment.type == Attachment_Type::Internal)
         return Write_Attachment(attachment.id, path, work);
-    Files::Copy_File(Attachment_Place::Expanded(attachment.path).target, path, Files::Durability::Given);
-    return true;
+    return Copy_File_Watched(Attachment_Place::Expanded(attachment.path).target, path, Files::Durability::Given, work);
 }
 
 /// A plain name that no file of the folder has.
@@ -78,4 +78,24 @@ Work_Result Export_Attachments(const QList<Attachment> &attachments, const QStri
             result.stopped = true;
     }
     return result;
+}
+
+QList<QUrl> Lay_Out_Attachments(const QList<Attachment> &attachments, const QString &folder, Work &work)
+{
+    QList<QUrl> urls;
+    const QString directory = Files::With_Final_Separator(folder);
+    for (const Attachment &attachment : attachments) {
+        const Attachment_Place::Place place = Attachment_Place::Expanded(attachment.path);
+        if (attachment.type != Attachment_Type::Internal) {
+            urls << (place.kind == Attachment_Place::Kind::Page ? QUrl(place.target)
+                                                                : QUrl::fromLocalFile(place.target));
+            continue;
+        }
+        Files::Make_Directory(folder);
+        const QString path = Free_Path(directory, attachment.name);
+        if (!Write_Attachment(attachment.id, path, work, Files::Durability::Staging))
+            return {};
+        urls << QUrl::fromLocalFile(path);
+    }
+    return urls;
 }

@@ -2,11 +2,14 @@
 #include "documents/attachments.h"
 
 #include "core/error_log.h"
+#include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/settings.h"
 #include "core/sql_text.h"
 #include "core/yield.h"
 #include "documents/attachment_place.h"
 #include "documents/attachments_sql.h"
+#include "documents/watched_copy.h"
 #include "platform/database/blob_stream.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
@@ -15,6 +18,7 @@
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
@@ -22,28 +26,16 @@ namespace
 {
 const QString Own_Source = QStringLiteral("S_SaveFile");
 
-Attachment Attachment_From(Recordset &row)
-{
-    Attachment file;
-    file.id = row[QStringLiteral("file_id")].Number();
-    file.type = static_cast<Attachment_Type>(row[QStringLiteral("file_type")].Number());
-    file.name = row[QStringLiteral("file_name")].Text();
-    file.size = row[QStringLiteral("file_size")].Text();
-    file.date = row[QStringLiteral("file_date")].Text();
-    file.path = row[QStringLiteral("file_path")].Text();
-    file.remark = row[QStringLiteral("file_infor")].Text();
-    return file;
-}
-
 Database_Engine::Blob_Place Bytes_Of(qint64 id)
 {
     return {App().Conn_Str, QStringLiteral("tab_file"), QStringLiteral("file_cont"), id};
 }
 
+constexpr double Kilobyte = 1024.0;
+
 /// Kilobytes with two decimals.
 QString Size_Text(qint64 bytes)
 {
-    constexpr double Kilobyte = 1024.0;
     return QString::number(static_cast<double>(bytes) / Kilobyte, 'f', 2) + QLatin1Char('K');
 }
 
@@ -126,15 +118,32 @@ qint64 Add_Internal(const QString &code_id, const QString &path, const QString &
     return id;
 }
 
-/// Copies the file to `Addin`, a folder for each day; a file of its name that is there already is the one.
-QString Copy_To_Addin(const QString &path)
+bool Is_Same_File(const QString &one, const QString &other)
+{
+    const auto digest = [](const QString &path) {
+        QFile file;
+        Files::Open_To_Read(file, path);
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        hash.addData(&file);
+        return hash.result();
+    };
+    return QFileInfo(one).size() == QFileInfo(other).size() && digest(one) == digest(other);
+}
+
+/// Copies the file to `Addin`, a folder for each day. One of its name that is there already is the one where it holds
+/// the same; else a number is put behind the name.
+QString Copy_To_Addin(const QString &path, Work &work)
 {
     const QString folder =
         App().App_Path + QStringLiteral("Addin/") + Machine::Now().toString(QStringLiteral("yyyyMMdd"));
     Files::Make_Directory(folder);
-    QString copy = folder + QLatin1Char('/') + QFileInfo(Files::Native_Path(path)).fileName();
-    if (!QFileInfo::exists(copy))
-        Files::Copy_File(path, copy);
+    const QFileInfo source(Files::Native_Path(path));
+    const QString suffix = source.suffix().isEmpty() ? QString() : QLatin1Char('.') + source.suffix();
+    QString copy = folder + QLatin1Char('/') + source.fileName();
+    for (int i = 2; QFileInfo::exists(copy) && !Is_Same_File(copy, source.filePath()); ++i)
+        copy = QStringLiteral("%1/%2 (%3)%4").arg(folder, source.fileName().chopped(suffix.size())).arg(i).arg(suffix);
+    if (!QFileInfo::exists(copy) && !Copy_File_Watched(source.filePath(), copy, Files::Durability::Kept, work))
+        throw Called_Off();
     return copy;
 }
 
@@ -195,6 +204,32 @@ void Write_Page_Picture(Recordset &row)
 }
 } // namespace
 
+Attachment Attachment_From(Recordset &row)
+{
+    Attachment file;
+    file.id = row[QStringLiteral("file_id")].Number();
+    file.type = static_cast<Attachment_Type>(row[QStringLiteral("file_type")].Number());
+    file.name = row[QStringLiteral("file_name")].Text();
+    file.size = row[QStringLiteral("file_size")].Text();
+    file.date = row[QStringLiteral("file_date")].Text();
+    file.path = row[QStringLiteral("file_path")].Text();
+    file.remark = row[QStringLiteral("file_infor")].Text();
+    return file;
+}
+
+qint64 Attachment_Bytes(const Attachment &attachment)
+{
+    return qRound64(attachment.size.chopped(attachment.size.endsWith(QLatin1Char('K'))).toDouble() * Kilobyte);
+}
+
+QString Attachment_Trouble(const Pending_Error &trouble)
+{
+    if (trouble.failure != Failure::Too_Large)
+        return Error_Text(trouble);
+    constexpr qint64 Megabyte = 1 << 20;
+    return Pack_Text("Page_Attachments", "_Too_Large").arg(Database_Engine::Longest_Blob(App().Conn_Str) / Megabyte);
+}
+
 QList<Attachment> Attachments_Of(const QString &code_id)
 {
     QList<Attachment> files;
@@ -223,7 +258,7 @@ Saved_Attachment S_SaveFile(const QString &code_id, const QString &path, const Q
     if (mode == Addin_Mode::Internal)
         return Saved([&] { return Add_Internal(code_id, path, shown, QString(), work); });
     return Saved([&] {
-        const QString link = mode == Addin_Mode::Copy ? Attachment_Place::Reduced(Copy_To_Addin(path)) : path;
+        const QString link = mode == Addin_Mode::Copy ? Attachment_Place::Reduced(Copy_To_Addin(path, work)) : path;
         return Add_Row({code_id, shown, Attachment_Type::External, source.size(), link, QString()});
     });
 }
@@ -275,14 +310,42 @@ void Set_Attachment_Remark(qint64 id, const QString &remark)
     Run_Statement(Sql_Text(Sql::Set_File_Remark, remark, id), App().Conn_Str);
 }
 
-bool Write_Attachment(qint64 id, const QString &path, Work &work)
+void Set_Attachment_Place(const Attachment &link, const QString &path)
 {
-    Files::Atomic_File file(path);
+    const bool folder = Attachment_Place::Expanded(link.path).kind == Attachment_Place::Kind::Folder;
+    const bool follows = link.path.startsWith(QLatin1Char('<')) && !folder;
+    Recordset row;
+    row.CursorType = Cursor_Type::Keyset;
+    row.LockType = Lock_Type::Optimistic;
+    row.Open(Sql_Text(Sql::One_Attachment, link.id), App().Conn_Str);
+    if (row.Eof())
+        return;
+    row[QStringLiteral("file_path")].Set(folder    ? Attachment_Place::Folder_Link(path)
+                                         : follows ? Attachment_Place::Reduced(path)
+                                                   : path);
+    row[QStringLiteral("file_size")].Set(Size_Text(folder ? 0 : QFileInfo(path).size()));
+    row.Update();
+}
+
+void Give_Attachments(const QList<qint64> &ids, const QString &code_id)
+{
+    Database_Engine::One_Action(App().Conn_Str, [&] {
+        for (const qint64 id : ids) {
+            const qint64 order = Next_Order(code_id);
+            Run_Statement(Sql_Text(Sql::Give_Attachment, code_id, order, id), App().Conn_Str);
+        }
+    });
+}
+
+bool Write_Attachment(qint64 id, const QString &path, Work &work, Files::Durability durability)
+{
+    Files::Atomic_File file(path, durability);
     qint64 written = 0;
     bool whole = true;
     const QString name = QFileInfo(path).fileName();
+    const qint64 all = Database_Engine::Blob_Size(Bytes_Of(id));
     Database_Engine::Read_Blob(Bytes_Of(id), [&](const char *block, qint64 size) {
-        whole = work.Next(written, 0, name);
+        whole = work.Next(written, all, name);
         if (whole)
             file.Write(block, size);
         written += size;
@@ -291,6 +354,21 @@ bool Write_Attachment(qint64 id, const QString &path, Work &work)
     if (whole)
         file.Commit();
     return whole;
+}
+
+QByteArray Attachment_Digest(qint64 id, Work &work, const QString &name)
+{
+    QCryptographicHash digest(QCryptographicHash::Sha256);
+    bool whole = true;
+    qint64 done = 0;
+    const qint64 all = Database_Engine::Blob_Size(Bytes_Of(id));
+    Database_Engine::Read_Blob(Bytes_Of(id), [&](const char *block, qint64 size) {
+        whole = work.Next(done, all, name);
+        digest.addData(QByteArrayView(block, size));
+        done += size;
+        return whole;
+    });
+    return whole ? digest.result() : QByteArray();
 }
 
 void s_ReadAllFile(const QString &code_id)

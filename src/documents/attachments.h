@@ -3,9 +3,12 @@
 
 #include "core/process_state.h"
 #include "core/work.h"
+#include "platform/files/paths.h"
 
 #include <QList>
 #include <QString>
+
+class Recordset;
 
 /// The files that a document carries: rows of `tab_file` whose bytes are in the database, or that say where a file, a
 /// folder or a page is.
@@ -22,7 +25,13 @@ struct Attachment {
     QString remark;
     QString document; ///< id of its document
     QString title;    ///< its document's, where that was asked for
+    bool has_document = true;
 };
+/// The columns that every statement over attachments asks for.
+Attachment Attachment_From(Recordset &row);
+
+/// Bytes of the file, as its size tells.
+qint64 Attachment_Bytes(const Attachment &attachment);
 
 /// A document's list, in its order; "" is what a new document has before its first save. @throws Run_Time_Error
 QList<Attachment> Attachments_Of(const QString &code_id);
@@ -43,6 +52,9 @@ struct Saved_Attachment {
     Pending_Error trouble;
     bool stopped = false;
 };
+
+/// Why nothing was added, as the user reads it.
+QString Attachment_Trouble(const Pending_Error &trouble);
 
 /// Adds a file to a document, behind those that it has, as one commit. A long file is copied block by block, and may be
 /// called off; nothing of it stays then. An error is recorded under "S_SaveFile".
@@ -65,10 +77,18 @@ void ChangeFileOrder(qint64 one, qint64 other);
 void Delete_Attachments(const QList<qint64> &ids);
 /// @throws Run_Time_Error when it is too long, or holds an apostrophe.
 void Set_Attachment_Remark(qint64 id, const QString &remark);
+/// A link leads to another file or folder from now on; its spelling follows the program as the old one did.
+/// @throws Run_Time_Error when the path is too long
+void Set_Attachment_Place(const Attachment &link, const QString &path);
+/// Gives attachments to another document, behind those that it has. @throws Run_Time_Error
+void Give_Attachments(const QList<qint64> &ids, const QString &code_id);
 
 /// Writes an internal attachment's bytes to a file, whole or not at all, and replaces what stands there.
 /// @returns false when it was called off. @throws Run_Time_Error
-bool Write_Attachment(qint64 id, const QString &path, Work &work);
+bool Write_Attachment(qint64 id, const QString &path, Work &work,
+                      Files::Durability durability = Files::Durability::Given);
+/// Digest of an internal attachment's bytes; "" when it was called off. @throws Run_Time_Error
+QByteArray Attachment_Digest(qint64 id, Work &work, const QString &name);
 
 /// Writes the pictures of a stored page below the picture directory, each in a folder of its name's first six
 /// characters; those that are there stay. Errors are recorded under "s_ReadAllFile".

@@ -71,18 +71,18 @@ bool Document_Session::Begin(const QString &kind, const QString &folder)
     return true;
 }
 
-Document_Session::Opening Document_Session::Open(const QString &code_id)
+bool Document_Session::Open(const QString &code_id)
 {
     const bool whole = GetCodeContent_Ex(code_id, m_form);
     if (!whole && m_form.code_id != code_id)
-        return m_form.code_id.isEmpty() ? Opening::Refused : Opening::Failed;
+        return false;
     if (!whole)
         m_form.type.clear();
     m_form.password_again = m_form.password;
     m_state = whole ? State_Of_Row() : State::Partial;
     m_consents = {};
     m_outside.reset();
-    return Opening::Shown;
+    return true;
 }
 
 Document_Session::State Document_Session::State_Of_Row() const

@@ -23,11 +23,6 @@ public:
         Partial, ///< only a part could be read, or nothing is held: it is shown and never stored
         Foreign, ///< another program writes its content: of it the facts are stored
     };
-    enum class Opening {
-        Failed,  ///< it could not be read; what was held stays
-        Refused, ///< the password was wrong: nothing is held
-        Shown,   ///< wholly, or in part
-    };
 
     /// The panes' documents belong to who shows them.
     Document_Session(QTextDocument &content, QTextDocument &memo, QTextDocument &sum);
@@ -53,7 +48,9 @@ public:
     /// Begins a new document. @returns false, and nothing happens, for a kind that is none of "ADDCODE" and its
     /// variants
     bool Begin(const QString &kind, const QString &folder);
-    Opening Open(const QString &code_id);
+    /// Reads a stored document. @returns false when there is nothing to show: after a wrong password nothing is held,
+    /// and when the row cannot be read what was held stays
+    bool Open(const QString &code_id);
     /// Fills the form from a draft that a dead process left.
     Draft_Answer Take_Draft(const Left_Draft &draft, const QString &password);
     /// Drafts are sealed with that password while no other is typed twice.

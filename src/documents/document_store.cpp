@@ -7,6 +7,7 @@
 #include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
+#include "core/trouble.h"
 #include "core/yield.h"
 #include "documents/busy_pointer.h"
 #include "documents/coder.h"
@@ -379,7 +380,7 @@ Save_Outcome Save_Document(Document_Form &form, const QString &code_id, bool loc
 QString AddCodeContent_Ex(const QTextDocument &source, const QString &folder_id, const QString &code_id,
                           const QString &title, const QString &type)
 {
-    return Trap(QStringLiteral("Mod_DataBase\\AddCodeContent_Ex"), [&] {
+    return Trap_Told(QStringLiteral("Mod_DataBase\\AddCodeContent_Ex"), [&] {
         const Busy_Pointer busy;
         return Save_Captured(source, folder_id, code_id, title, type);
     });

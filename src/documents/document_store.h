@@ -36,7 +36,7 @@ QMap<QString, int> Field_Rooms();
 bool AddCodeContent_Ex_Standard(Document_Form &form, const QString &code_id);
 
 /// Stores rich text that was captured quickly, with no form. Nothing is shown when it fails: it is recorded under
-/// "Mod_DataBase\AddCodeContent_Ex".
+/// "Mod_DataBase\AddCodeContent_Ex", and Last_Trouble tells it.
 /// @param code_id  an existing id updates that document, "0" or an unknown one inserts
 /// @param title    "" takes the first 30 characters of the text
 /// @returns the document's id, "" after an error

@@ -127,6 +127,39 @@ bool Is_Shown_Outside(const QString &type)
     return Row_For(type.toUpper()).shows;
 }
 
+bool May_Hold_Text(const QString &type)
+{
+    static const QStringList others{
+        QStringLiteral("7Z"),  QStringLiteral("AVI"),  QStringLiteral("BMP"),  QStringLiteral("DLL"),
+        QStringLiteral("EXE"), QStringLiteral("FLAC"), QStringLiteral("GIF"),  QStringLiteral("GZ"),
+        QStringLiteral("ICO"), QStringLiteral("ISO"),  QStringLiteral("JPEG"), QStringLiteral("JPG"),
+        QStringLiteral("MKV"), QStringLiteral("MOV"),  QStringLiteral("MP3"),  QStringLiteral("MP4"),
+        QStringLiteral("OGG"), QStringLiteral("PNG"),  QStringLiteral("RAR"),  QStringLiteral("SO"),
+        QStringLiteral("TIF"), QStringLiteral("TIFF"), QStringLiteral("WAV"),  QStringLiteral("WEBP"),
+        QStringLiteral("WMV"), QStringLiteral("XZ"),   QStringLiteral("ZIP")};
+    return !others.contains(type.toUpper());
+}
+
+QString Text_In_File(const QString &path, const QString &type)
+{
+    constexpr qsizetype Looked_At = 4096;
+    switch (Row_For(type.toUpper()).kind) {
+    case Kind::Rich_Text:
+        return Rich_File_Text(path);
+    case Kind::Plain_Text:
+        return Plain_File_Text(path);
+    case Kind::Office:
+        return ExtractText::TextExtractor().ExtractText(path, ExtractText::Most_Characters);
+    case Kind::Path_Only:
+    case Kind::Wrapper_Page:
+        break;
+    }
+    if (!May_Hold_Text(type))
+        return {};
+    const QByteArray bytes = First_Bytes(path);
+    return bytes.first(std::min(bytes.size(), Looked_At)).contains('\0') ? QString() : Rich_Text::Decode_Plain(bytes);
+}
+
 QString Wrapped_Picture(const QString &page)
 {
     return Wrapped_At(page, Html::Picture_Sources(page).value(0));

@@ -8,7 +8,6 @@
 #include "documents/data_update.h"
 #include "documents/document_sql.h"
 #include "documents/document_store.h"
-#include "documents/draft_folder.h"
 #include "documents/staging.h"
 #include "platform/database/recordset.h"
 #include "platform/files/door.h"
@@ -16,13 +15,11 @@
 #include "tree/folder_ids.h"
 
 #include <QCborMap>
-#include <QCborValue>
 #include <QScopeGuard>
 
 namespace
 {
 const QString Copy_Suffix = QStringLiteral(".copy");
-const QString Record_Name = QStringLiteral("record.cbor");
 
 /// A name that a person recognises in the other program's title bar.
 QString Copy_Name(const QString &title, const QString &type)
@@ -42,108 +39,85 @@ QString Updated(const QString &id)
 }
 } // namespace
 
-bool Is_Open_In_Office(const QString &path)
-{
-    const QString name = path.section(QLatin1Char('/'), -1);
-    const QString directory = path.chopped(name.size());
-    // Office programs put one of these beside the file: the whole name, or the name with its first two characters gone.
-    for (const QString &lock :
-         {QStringLiteral(".~lock.%1#").arg(name), QStringLiteral("~$") + name, QStringLiteral("~$") + name.mid(2)}) {
-        if (Files::Look(directory + lock))
-            return true;
-    }
-    return false;
-}
+Outside_File::Outside_File(const QString &code_id) : Outside_File(Source_Of(code_id)) {}
 
-Outside_File::Outside_File(const QString &code_id) : m_directory(Draft_Folder::New_Path(Copy_Suffix))
+Outside_File::Source Outside_File::Source_Of(const QString &code_id)
 {
     Recordset row;
     row.Open(Sql_Text(Sql::Read_Document, code_id), App().Conn_Str);
     if (row.Eof())
         throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Document is gone: ") + code_id);
-    m_record = {code_id,
-                row[QStringLiteral("Code_Title")].Text(),
-                row[QStringLiteral("Cate_ID")].Text(),
-                row[QStringLiteral("Code_Type")].Text(),
-                {},
-                row[QStringLiteral("Code_Update")].Text(),
-                {}};
-    m_record.file = Copy_Name(m_record.title, m_record.type);
-    if (!Files::Is_Plain_Name(m_record.file))
-        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Bad document type: ") + m_record.file);
+    return {{code_id, row[QStringLiteral("Code_Title")].Text(), row[QStringLiteral("Cate_ID")].Text(),
+             row[QStringLiteral("Code_Type")].Text(), row[QStringLiteral("Code_Update")].Text()},
+            row[QStringLiteral("Code_Content_IO")].Bytes()};
+}
+
+Outside_File::Outside_File(const Source &source)
+    : m_record(source.record), m_copy(Copy_Suffix, Copy_Name(source.record.title, source.record.type))
+{
     const QString raw = QStringLiteral("zip.cc");
     const Staging staging(10000, {raw});
-    auto giveUp = qScopeGuard([this] { Files::Delete_Folder(m_directory); });
-    Files::Write_Bytes(staging.Path(raw), row[QStringLiteral("Code_Content_IO")].Bytes(), Files::Durability::Staging);
-    Files::Make_Directory(m_directory);
+    auto giveUp = qScopeGuard([this] { m_copy.Remove(); });
+    Files::Write_Bytes(staging.Path(raw), source.bytes, Files::Durability::Staging);
     Run_Coder("d", staging.Path(raw), Path());
     staging.Drop(raw);
     if (!Files::Is_File(Path()))
         throw Run_Time_Error(Error_Number::File_Not_Found, QStringLiteral("File not found: ") + Path(),
                              Failure::No_Output);
-    m_record.taken = m_seen = Now();
-    Write_Record();
+    m_copy.Note(Facts());
     giveUp.dismiss();
 }
 
-Outside_File::Outside_File(QString directory, Record record)
-    : m_directory(std::move(directory)), m_record(std::move(record))
+Outside_File::Outside_File(Outside_Copy copy) : m_copy(std::move(copy))
 {
+    const auto text = [this](const char *key) {
+        return m_copy.Facts()[QLatin1String(key)].toString();
+    };
+    m_record = {text("id"), text("title"), text("folder"), text("type"), text("updated")};
 }
 
 Outside_File::~Outside_File()
 {
     if (!Is_In_Use() && !Is_Changed())
-        Files::Delete_Folder(m_directory);
+        m_copy.Remove();
 }
 
-QString Outside_File::Path() const
+/// A program that is killed while it saves may leave a file of no bytes, which is nobody's document.
+bool Outside_File::Is_Changed()
 {
-    return m_directory + QLatin1Char('/') + m_record.file;
-}
-
-bool Outside_File::Is_Changed() const
-{
-    const State now = Now();
-    return m_failed || (now != m_record.taken && now.size > 0);
+    return m_failed || (m_copy.Now().size > 0 && m_copy.Is_Changed());
 }
 
 bool Outside_File::Is_Settled_Change()
 {
-    const State now = Now();
-    const bool settled = now == m_seen && now != m_record.taken && now.size > 0;
-    m_seen = now;
-    return settled;
+    const Outside_Copy::Moment now = m_copy.Now();
+    return now.size > 0 && m_failed != now && m_copy.Is_Settled_Change();
 }
 
 bool Outside_File::Take_Back(QString &text)
 {
-    const State taken = Now();
-    m_failed = !Replace_File_Content(m_record.id, Path(), text);
-    if (!m_failed)
-        Note_Taken(taken);
-    else
-        m_record.taken = taken; // tried once for each save in the other program
-    return !m_failed;
+    const Outside_Copy::Moment taken = m_copy.Now();
+    if (!Replace_File_Content(m_record.id, Path(), text)) {
+        m_failed = taken;
+        return false;
+    }
+    Note_Taken(taken);
+    return true;
 }
 
-void Outside_File::Note_Taken(const State &taken)
+void Outside_File::Note_Taken(const Outside_Copy::Moment &taken)
 {
-    m_record.taken = taken;
+    m_failed.reset();
     m_record.updated = Updated(m_record.id);
-    Write_Record();
+    m_copy.Note(Facts(), taken);
 }
 
 QList<Stored_Copy> Outside_File::Take_Back_Left()
 {
     QList<Stored_Copy> stored;
-    for (const QString &directory : Draft_Folder::Left(Copy_Suffix)) {
-        if (!Files::Is_File(directory + QLatin1Char('/') + Record_Name)) { // killed before the copy was given away
-            Files::Delete_Folder(directory);
-            continue;
-        }
+    for (Outside_Copy &left : Outside_Copy::Left(Copy_Suffix)) {
         Trap(QStringLiteral("Outside_File\\Take_Back_Left"), [&] {
-            Outside_File copy(directory, Read_Record(directory));
+            Outside_File copy(std::move(left));
             if (copy.Is_Changed() && copy.Take_Back_Late())
                 stored.append({copy.m_record.id, copy.m_record.title});
         });
@@ -161,49 +135,18 @@ bool Outside_File::Take_Back_Late()
         if (id.isEmpty())
             return false;
         m_record.id = id;
-        Note_Taken(Now());
+        Note_Taken(m_copy.Now());
         return true;
     }
     QString text;
     return Take_Back(text);
 }
 
-Outside_File::Record Outside_File::Read_Record(const QString &directory)
+QCborMap Outside_File::Facts() const
 {
-    const QByteArray bytes = Files::Read_Bytes(directory + QLatin1Char('/') + Record_Name);
-    const QCborMap map = QCborValue::fromCbor(bytes).toMap();
-    const auto text = [&](const char *key) {
-        return map[QLatin1String(key)].toString();
-    };
-    Record record{text("id"),
-                  text("title"),
-                  text("folder"),
-                  text("type"),
-                  text("file"),
-                  text("updated"),
-                  {map[QStringLiteral("size")].toInteger(), {}}};
-    record.taken.written = QDateTime::fromMSecsSinceEpoch(map[QStringLiteral("written")].toInteger());
-    if (!Files::Is_Plain_Name(record.file))
-        throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("Damaged record: ") + directory);
-    return record;
-}
-
-void Outside_File::Write_Record() const
-{
-    const QCborMap map{{QStringLiteral("id"), m_record.id},
-                       {QStringLiteral("title"), m_record.title},
-                       {QStringLiteral("folder"), m_record.folder},
-                       {QStringLiteral("type"), m_record.type},
-                       {QStringLiteral("file"), m_record.file},
-                       {QStringLiteral("updated"), m_record.updated},
-                       {QStringLiteral("size"), m_record.taken.size},
-                       {QStringLiteral("written"), m_record.taken.written.toMSecsSinceEpoch()}};
-    Files::Write_Bytes(m_directory + QLatin1Char('/') + Record_Name, map.toCborValue().toCbor(),
-                       Files::Durability::Staging);
-}
-
-Outside_File::State Outside_File::Now() const
-{
-    const std::optional<Files::Entry> file = Files::Look(Path());
-    return file ? State{file->size, file->changed} : State();
+    return {{QStringLiteral("id"), m_record.id},
+            {QStringLiteral("title"), m_record.title},
+            {QStringLiteral("folder"), m_record.folder},
+            {QStringLiteral("type"), m_record.type},
+            {QStringLiteral("updated"), m_record.updated}};
 }

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDateTime>
+#include "documents/outside_copy.h"
+
 #include <QList>
 #include <QString>
+#include <optional>
 
 /// A document that holds what was saved in a copy.
 struct Stored_Copy {
     QString id;
     QString title;
 };
-
-/// Whether an office program holds a file open, as its lock file tells.
-bool Is_Open_In_Office(const QString &path);
 
 /// The file of a stored document while another program edits it: a copy among the drafts, and the way back. It goes
 /// with the object, unless a program still has it open or it holds what could not be taken back: then the next start
@@ -27,13 +26,13 @@ public:
     Outside_File(const Outside_File &) = delete;
     Outside_File &operator=(const Outside_File &) = delete;
 
-    [[nodiscard]] QString Path() const;
+    [[nodiscard]] QString Path() const { return m_copy.Path(); }
     /// Whether the copy is another one than was taken back last.
-    [[nodiscard]] bool Is_Changed() const;
-    /// The same, once the copy has been left alone from one call to the next: a program may still be writing it.
+    [[nodiscard]] bool Is_Changed();
+    /// The same, once the copy has been left alone from one call to the next, and once for each save there.
     [[nodiscard]] bool Is_Settled_Change();
-    /// Whether an office program holds the copy open.
-    [[nodiscard]] bool Is_In_Use() const { return Is_Open_In_Office(Path()); }
+    /// Whether another program has the copy, as far as can be known.
+    [[nodiscard]] bool Is_In_Use() { return m_copy.Is_In_Use(); }
     /// Stores what was saved in the copies that earlier processes left. A document that was changed meanwhile, or
     /// deleted, is not written over: the copy becomes a document of its own.
     static QList<Stored_Copy> Take_Back_Left();
@@ -42,30 +41,26 @@ public:
     bool Take_Back(QString &text);
 
 private:
-    struct State {
-        qint64 size = 0;
-        QDateTime written;
-        bool operator==(const State &) const = default;
-    };
-    /// Beside the copy: what it is a copy of, and how it was when it was written or taken back last.
+    /// What the copy is one of.
     struct Record {
         QString id;
         QString title;
         QString folder;
         QString type;
-        QString file;    ///< the copy's name
         QString updated; ///< when the document was changed last, as its row says
-        State taken;
     };
-    explicit Outside_File(QString directory, Record record);
-    static Record Read_Record(const QString &directory);
-    void Write_Record() const;
-    void Note_Taken(const State &taken);
+    struct Source {
+        Record record;
+        QByteArray bytes;
+    };
+    explicit Outside_File(const Source &source);
+    explicit Outside_File(Outside_Copy copy);
+    static Source Source_Of(const QString &code_id);
+    [[nodiscard]] QCborMap Facts() const;
+    void Note_Taken(const Outside_Copy::Moment &taken);
     bool Take_Back_Late();
-    [[nodiscard]] State Now() const;
 
-    QString m_directory;
     Record m_record;
-    State m_seen;
-    bool m_failed = false;
+    Outside_Copy m_copy;
+    std::optional<Outside_Copy::Moment> m_failed; ///< the copy as it was when it could not be stored
 };

@@ -270,3 +270,16 @@ void Character_Commands::Keep_Emphasis(QTextDocument &document, const QTextCharF
             format.setFontPointSize(like.fontPointSize());
     });
 }
+
+void Character_Commands::Fill_Font(QTextDocument &document, const QTextCharFormat &like)
+{
+    Change_Runs(document, 0, document.characterCount(), [&](QTextCharFormat &format) {
+        const bool sized = format.hasProperty(QTextFormat::FontPointSize) ||
+                           format.hasProperty(QTextFormat::FontPixelSize) ||
+                           format.hasProperty(QTextFormat::FontSizeAdjustment);
+        if (!sized && !format.isImageFormat() && like.fontPointSize() > 0)
+            format.setFontPointSize(like.fontPointSize());
+        if (!format.hasProperty(QTextFormat::FontFamilies) && like.hasProperty(QTextFormat::FontFamilies))
+            format.setFontFamilies(like.fontFamilies().toStringList());
+    });
+}

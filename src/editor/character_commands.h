@@ -46,4 +46,6 @@ void Smaller(Text_Editor &editor, bool on);
 void Clear_Format(Text_Editor &editor, bool on);
 /// Gives a text the font of another one and takes its colours away; what is bold, a link or a picture stays so.
 void Keep_Emphasis(QTextDocument &document, const QTextCharFormat &like);
+/// Gives a text the font and the size of another one where it says none itself.
+void Fill_Font(QTextDocument &document, const QTextCharFormat &like);
 } // namespace Character_Commands

@@ -23,11 +23,24 @@ void Editor_Commands::Serve(const QList<Text_Editor *> &editors, QWidget &form)
     m_target = editors.value(0);
     for (Text_Editor *editor : editors)
         Watch(editor);
+    Hear_Keys();
     for (const Entry &entry : m_entries) {
         if ((entry.row->traits & Anywhere) != 0)
             form.addAction(entry.action);
     }
     Show_State();
+}
+
+void Editor_Commands::Hear_Keys()
+{
+    for (const Entry &entry : m_entries) {
+        if (entry.action->shortcut().isEmpty() || (entry.row->traits & Anywhere) != 0)
+            continue;
+        for (Text_Editor *editor : m_editors) {
+            if (!editor->actions().contains(entry.action))
+                editor->addAction(entry.action);
+        }
+    }
 }
 
 Text_Editor *Editor_Commands::Target() const
@@ -116,10 +129,6 @@ void Editor_Commands::Run(const Command_Row &row, bool on)
 void Editor_Commands::Watch(Text_Editor *editor)
 {
     editor->installEventFilter(this);
-    for (const Entry &entry : m_entries) {
-        if (!entry.action->shortcut().isEmpty() && (entry.row->traits & Anywhere) == 0)
-            editor->addAction(entry.action);
-    }
     const auto showState = [this, editor] {
         if (editor == m_target)
             Show_State();

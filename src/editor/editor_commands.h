@@ -25,6 +25,8 @@ public:
     /// The panes that the commands act on; the first is the target until another one is entered.
     /// @param form  the widget in which the keys of find and the like work
     void Serve(const QList<Text_Editor *> &editors, QWidget &form);
+    /// Commands that have got keys are heard in the panes too.
+    void Hear_Keys();
     /// nullptr before the first Serve.
     [[nodiscard]] Text_Editor *Target() const;
     [[nodiscard]] const QList<Text_Editor *> &Editors() const { return m_editors; }

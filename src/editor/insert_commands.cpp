@@ -18,8 +18,7 @@
 
 namespace
 {
-const QString Page = QStringLiteral("Page");
-const QString Picture_Path = QStringLiteral("PicturePath");
+constexpr Kept_Value Picture_Path{"Page", "PicturePath"};
 
 /// Selects the whole link that the cursor stands in.
 QTextCursor Around_Link(QTextCursor cursor)
@@ -68,11 +67,11 @@ void Unlink(QTextCursor &cursor)
 
 void Insert_Commands::Picture(Text_Editor &editor, bool /*on*/)
 {
-    const QString path = Prompts::Open_File(Pack_Text("Editor_Bar", "_Choose_Picture"), GetIni(Page, Picture_Path),
+    const QString path = Prompts::Open_File(Pack_Text("Editor_Bar", "_Choose_Picture"), Picture_Path.Read(),
                                             Pack_Text("Editor_Bar", "_Pictures"));
     if (path.isEmpty())
         return;
-    WriteIni(Page, Picture_Path, QFileInfo(path).path());
+    Picture_Path.Keep(QFileInfo(path).path());
     QTextCursor cursor = editor.textCursor();
     if (!Pictures::Insert(cursor, Raster::Read_File(path)))
         Prompts::Message(Pack_Text("Editor_Bar", "_No_Picture"), App().App_Title, Prompts::Icon::Exclamation);

@@ -12,9 +12,12 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
+#include <algorithm>
 
 namespace
 {
+const char *const Picture_Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp", "image/webp"};
+
 QString Name_Of(const QByteArray &bytes)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
@@ -52,6 +55,19 @@ QByteArray Pictures::Held(const QTextDocument &document, const QString &name)
         return Raster::Size(bytes).isValid() ? bytes : QByteArray();
     }
     return Rich_Text::Held_Picture(document, name);
+}
+
+QByteArray Pictures::In(const QMimeData &data)
+{
+    for (const char *type : Picture_Types) {
+        if (QByteArray bytes = data.data(QLatin1String(type)); Raster::Size(bytes).isValid())
+            return bytes;
+    }
+    const QStringList formats = data.formats();
+    const bool vector = std::any_of(formats.begin(), formats.end(), [](const QString &format) {
+        return format.startsWith(QLatin1String("image/svg")); // the toolkit itself would draw it
+    });
+    return vector ? QByteArray() : As_File(data.imageData().value<QImage>());
 }
 
 QByteArray Pictures::As_File(const QImage &image)

@@ -28,6 +28,8 @@ QSizeF Size_Of(const QTextCursor &picture);
 QSizeF Own_Size_Of(const QTextCursor &picture);
 /// Gives the selected picture a size in pixels; one undo step.
 void Set_Size(QTextCursor picture, const QSizeF &size);
+/// The bytes of the picture of a clipboard or a drag, none where there is none.
+QByteArray In(const QMimeData &data);
 /// Local picture files among what is dragged or pasted.
 QStringList Files_In(const QMimeData &data);
 /// The bytes of a picture by the name that a document gives it, or none.

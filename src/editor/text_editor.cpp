@@ -10,7 +10,6 @@
 #include "editor/paragraph_commands.h"
 #include "editor/picture_handler.h"
 #include "editor/pictures.h"
-#include "editor/printing.h"
 #include "editor/size_grips.h"
 #include "editor/table_commands.h"
 #include "platform/html/bounded_page.h"
@@ -35,14 +34,8 @@
 
 namespace
 {
-constexpr int Column_Width = 740;     // pixels: the longest line that reads well at the usual size
-constexpr double Paper_Inches = 6.27; // an A4 page between its usual margins
-constexpr int Least_Margin = 8;
-constexpr int Top_Margin = 6;
-constexpr int Side_Margin = 24; // pixels, where the text has room enough
 /// Marks what was copied from a pane of this program.
 const QString Own_Type = QStringLiteral("application/x-zelqor-text");
-const char *const Picture_Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp", "image/webp"};
 const char *const Rtf_Types[] = {"text/rtf", "application/rtf", "text/richtext"};
 
 QByteArray Rtf_In(const QMimeData &data)
@@ -59,20 +52,6 @@ bool Read_Clipboard(const QByteArray &rtf, QTextDocument &document)
 {
     return !rtf.isEmpty() &&
            Trap(QStringLiteral("Text_Editor\\Insert_Data"), [&] { return Rich_Text::Read_Rtf(rtf, document); });
-}
-
-/// The picture of a clipboard or a drag. A vector one would be drawn by the toolkit itself.
-QByteArray Picture_In(const QMimeData &data)
-{
-    for (const char *type : Picture_Types) {
-        if (QByteArray bytes = data.data(QLatin1String(type)); Raster::Size(bytes).isValid())
-            return bytes;
-    }
-    const QStringList formats = data.formats();
-    const bool vector = std::any_of(formats.begin(), formats.end(), [](const QString &format) {
-        return format.startsWith(QLatin1String("image/svg"));
-    });
-    return vector ? QByteArray() : Pictures::As_File(data.imageData().value<QImage>());
 }
 } // namespace
 
@@ -95,6 +74,8 @@ Text_Editor::Text_Editor(QWidget *parent)
     viewport()->setMouseTracking(true);
     Composition::Watch();
     Use_Surroundings();
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget * /*old*/, const QWidget *now) { Follow_Focus(now); });
 }
 
 /// The document outlives the measures by which it was laid out.
@@ -136,45 +117,6 @@ void Text_Editor::Paste_Plain()
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     textCursor().insertText(text);
     ensureCursorVisible();
-}
-
-void Text_Editor::Set_Page_Look(Page_Look look)
-{
-    if (look == m_look)
-        return;
-    m_look = look;
-    m_pageStarts.clear();
-    if (look == Page_Look::Paper)
-        m_pagesLater.start();
-    Use_Look();
-    Fit();
-}
-
-void Text_Editor::Set_Zoom(int percent)
-{
-    if (percent == Zoom())
-        return;
-    m_scale.Set_Percent(percent);
-    Fit();
-    // The whole text is laid out anew, which is no change of it.
-    const int caret = verticalScrollBar()->value();
-    const int height = std::max(1, verticalScrollBar()->maximum());
-    document()->markContentsDirty(0, document()->characterCount());
-    verticalScrollBar()->setValue(caret * verticalScrollBar()->maximum() / height);
-}
-
-void Text_Editor::Use_Column(bool on)
-{
-    m_isColumn = on;
-    Fit();
-}
-
-void Text_Editor::Set_Ground(const QColor &ground)
-{
-    if (ground == m_ground)
-        return;
-    m_ground = ground;
-    Use_Look();
 }
 
 bool Text_Editor::Has_Picture() const
@@ -238,40 +180,6 @@ bool Text_Editor::event(QEvent *event)
         return true;
     }
     return Pass_To_Text(*event) || QTextEdit::event(event);
-}
-
-/// What the mouse does beside the column is meant for the line there.
-bool Text_Editor::Pass_To_Text(QEvent &event)
-{
-    switch (event.type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove: {
-        const auto &mouse = static_cast<const QMouseEvent &>(event);
-        const QPointF place = viewport()->mapFrom(this, mouse.position());
-        QMouseEvent inside(mouse.type(), place, mouse.globalPosition(), mouse.button(), mouse.buttons(),
-                           mouse.modifiers());
-        return QCoreApplication::sendEvent(viewport(), &inside);
-    }
-    case QEvent::Wheel: {
-        const auto &wheel = static_cast<const QWheelEvent &>(event);
-        QWheelEvent inside(viewport()->mapFrom(this, wheel.position()), wheel.globalPosition(), wheel.pixelDelta(),
-                           wheel.angleDelta(), wheel.buttons(), wheel.modifiers(), wheel.phase(), wheel.inverted());
-        return QCoreApplication::sendEvent(viewport(), &inside);
-    }
-    default:
-        return false;
-    }
-}
-
-void Text_Editor::wheelEvent(QWheelEvent *event)
-{
-    if (!event->modifiers().testFlag(Qt::ControlModifier))
-        return QTextEdit::wheelEvent(event);
-    if (event->angleDelta().y() != 0)
-        emit Zoom_Wanted(event->angleDelta().y() > 0 ? 1 : -1);
-    event->accept();
 }
 
 void Text_Editor::keyPressEvent(QKeyEvent *event)
@@ -392,7 +300,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
     const int begin = cursor.selectionStart();
     cursor.beginEditBlock();
     const QStringList files = Pictures::Files_In(source);
-    const bool keepsLooks = source.hasFormat(Own_Type) || Config().CH_KeepWord != QLatin1String("0");
+    const bool keepsLooks = source.hasFormat(Own_Type) || Is_On(&Settings_Record::CH_KeepWord);
     Html::Closed_Door door;
     QTextDocument foreign(&door);
     if (!files.isEmpty()) {
@@ -404,7 +312,7 @@ void Text_Editor::Insert_Data(const QMimeData &source)
         foreign.setHtml(Html::Bounded(source.html()));
         Insert_Document(foreign, keepsLooks);
     } else if (source.hasImage()) {
-        Pictures::Insert(cursor, Picture_In(source));
+        Pictures::Insert(cursor, Pictures::In(source));
     } else {
         cursor.insertText(source.text());
     }
@@ -447,7 +355,7 @@ bool Text_Editor::Handle_Tab(bool back)
     const QTextCursor cursor = textCursor();
     if (cursor.currentTable() != nullptr && !cursor.hasSelection())
         return Table_Commands::Step(*this, back);
-    const bool shifts = cursor.block().textList() != nullptr || Config().CH_Tab == QLatin1String("1");
+    const bool shifts = cursor.block().textList() != nullptr || Is_On(&Settings_Record::CH_Tab);
     if (!back && (!shifts || (!cursor.atBlockStart() && !cursor.hasSelection())))
         return false;
     back ? Paragraph_Commands::Outdent(*this, true) : Paragraph_Commands::Indent(*this, true);
@@ -490,63 +398,7 @@ void Text_Editor::Insert_Document(QTextDocument &foreign, bool keepsLooks)
 {
     if (!keepsLooks)
         Character_Commands::Keep_Emphasis(foreign, currentCharFormat());
+    Character_Commands::Fill_Font(foreign, currentCharFormat());
     Pictures::Carry_Over(foreign, *document());
     textCursor().insertFragment(QTextDocumentFragment(&foreign));
-}
-
-void Text_Editor::Count_Pages()
-{
-    constexpr int Most_Characters = 200'000; // beyond that the count would be felt while typing
-    m_pageStarts = document()->characterCount() <= Most_Characters ? Printing::Page_Starts(*document()) : QList<int>();
-    viewport()->update();
-}
-
-/// A line where each page begins on paper, with the page's number.
-void Text_Editor::Paint_Page_Breaks(QPainter &painter) const
-{
-    painter.setPen(QPen(Qt::gray, 1, Qt::DashLine));
-    for (qsizetype i = 0; i < m_pageStarts.size(); ++i) {
-        QTextCursor start(document());
-        start.setPosition(std::min(m_pageStarts[i], document()->characterCount() - 1));
-        const int y = cursorRect(start).top() - 2;
-        if (y < 0 || y > viewport()->height())
-            continue;
-        painter.drawLine(0, y, viewport()->width(), y);
-        painter.drawText(QRect(0, y + 2, viewport()->width() - 2, fontMetrics().height()),
-                         Qt::AlignRight | Qt::AlignTop, QString::number(i + 2));
-    }
-}
-
-/// Gives the text its width. What is left of the pane stands on both sides of it.
-void Text_Editor::Fit()
-{
-    if (m_fitting)
-        return;
-    m_fitting = true;
-    const double inches = Paper_Inches * logicalDpiX() * Zoom() / 100;
-    const int wanted = m_look == Page_Look::Paper ? static_cast<int>(inches) : Column_Width;
-    const int whole = contentsRect().width() - (verticalScrollBar()->isVisible() ? verticalScrollBar()->width() : 0);
-    const bool fills = m_look == Page_Look::Normal && !m_isColumn;
-    const int least = m_isColumn ? std::min(Side_Margin, whole / 16) : 0;
-    const int margin = fills ? 0 : std::max(least, (whole - wanted) / 2 - Least_Margin);
-    setViewportMargins(margin, m_isColumn ? Top_Margin : 0, margin, 0);
-    m_pictures->Set_Room(std::max(Least_Margin, viewport()->width() - 4 * Least_Margin));
-    m_fitting = false;
-}
-
-void Text_Editor::Use_Look()
-{
-    const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
-    setStyleSheet(ground.isValid() ? QStringLiteral("QTextEdit { background: %1; color: %2; }")
-                                         .arg(ground.name(), Legible_Color(Qt::black, ground).name())
-                                   : QString());
-    Use_Surroundings();
-}
-
-void Text_Editor::Use_Surroundings()
-{
-    const QPalette skin = QApplication::palette(this);
-    const QColor ground = m_look == Page_Look::Paper ? QColor(Qt::white) : m_ground;
-    m_colors->Set_Surroundings(ground.isValid() ? Legible_Color(Qt::black, ground) : skin.color(QPalette::Text),
-                               ground.isValid() ? ground : skin.color(QPalette::Base));
 }

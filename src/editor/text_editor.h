@@ -94,6 +94,7 @@ private:
     void Paint_Decorations(QPainter &painter, const QRect &area) const;
     void Paint_Page_Breaks(QPainter &painter) const;
     void Use_Look();
+    void Follow_Focus(const QWidget *now);
     void Use_Surroundings();
 
     Legible_Colors *m_colors;
@@ -104,7 +105,8 @@ private:
     Page_Look m_look = Page_Look::Normal;
     View_Scale m_scale;
     QColor m_ground;
-    qreal m_startSize = 0; ///< in points
+    bool m_selectionShown = true; ///< while the keyboard is elsewhere
+    qreal m_startSize = 0;        ///< in points
     bool m_isColumn = false;
     bool m_fitting = false;
 };

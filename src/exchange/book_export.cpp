@@ -84,7 +84,7 @@ private:
 };
 
 /// A document's item. @throws Run_Time_Error for one that has nothing of its own
-QByteArray Item_Of(const Book_Row &row, Book_Mode mode)
+QByteArray Item_Of(const Book_Row &row, Book_Mode mode, Work &work)
 {
     if (mode == Book_Mode::Text) {
         const QString text = Document_Body::Listed_Text(row.code_id);
@@ -94,7 +94,7 @@ QByteArray Item_Of(const Book_Row &row, Book_Mode mode)
     }
     Html::Closed_Door door;
     QTextDocument document(&door);
-    Document_Body::Load(row.code_id, document);
+    Document_Body::Load(row.code_id, document, work);
     if (mode == Book_Mode::Rich)
         return Rich_Text::Write_Rtf(document);
     QByteArray picture = Page_Picture(document);
@@ -117,16 +117,20 @@ std::vector<Book::Entry> Add_Documents(const Book_Order &order, const Unfinished
     std::vector<Book::Entry> index;
     qint64 behind = 0;
     for (const Book_Row &row : order.rows) {
-        result.stopped = !work.Next(behind++, order.rows.size(), row.title);
+        Item_Work item(work, behind++, order.rows.size(), row.title);
+        result.stopped = !item.Next(0, 0, {});
         if (result.stopped)
             break;
-        QByteArray item;
-        if (!Resume_Next([&] { item = Item_Of(row, order.mode); })) {
+        QByteArray bytes;
+        if (!Resume_Next([&] { bytes = Item_Of(row, order.mode, item); })) {
+            result.stopped = Err().failure == Failure::Stopped;
+            if (result.stopped)
+                break;
             result.failed.append({row.title, Error_Text(Err())});
             continue;
         }
         const auto id = Book::First_Document_Id + static_cast<quint32>(index.size());
-        book.Add(id, item);
+        book.Add(id, bytes);
         index.push_back({id, Type_Of(row, order.mode).toStdString(), row.title.toStdString()});
         if (Book::Index_Title(index.back().title) != index.back().title)
             result.changed_titles.append(row.title);

@@ -31,6 +31,26 @@ struct Book_Result : Work_Result {
     QStringList lost_links;     ///< of an EPUB: links to documents that are not in it
 };
 
+/// Work on one item, which says the same of itself however often it is asked.
+class Item_Work : public Work
+{
+public:
+    Item_Work(Work &whole, qint64 done, qint64 all, const QString &name)
+        : m_whole(whole), m_done(done), m_all(all), m_name(name)
+    {
+    }
+    bool Next(qint64 /*done*/, qint64 /*all*/, const QString & /*name*/) override
+    {
+        return m_whole.Next(m_done, m_all, m_name);
+    }
+
+private:
+    Work &m_whole;
+    qint64 m_done;
+    qint64 m_all;
+    QString m_name;
+};
+
 /// Writes a book. Documents are numbered without gaps; one that has nothing of its own, because it has a password or
 /// cannot be read, fails alone. What stands at the target is replaced when the whole book is written, and stays
 /// otherwise: after an error, when the work is called off, and when no document is left for the book.

@@ -10,9 +10,11 @@
 #include "documents/stored_stream.h"
 #include "editor/web_page.h"
 #include "exchange/book_export_sql.h"
+#include "exchange/outgoing_document.h"
 #include "platform/database/recordset.h"
 #include "platform/files/door.h"
 #include "platform/files/paths.h"
+#include "platform/office/office_engine.h"
 #include "platform/richtext/rich_text.h"
 
 #include <QTextDocument>
@@ -21,6 +23,7 @@ namespace
 {
 const QString Stored = QStringLiteral("book.dd");
 const QString Decoded = QStringLiteral("book.doc");
+const QStringList Office_Types{QStringLiteral("DOC"), QStringLiteral("DOCX")};
 
 [[noreturn]] void Refuse(const char *key)
 {
@@ -63,7 +66,7 @@ private:
     Staging m_files{10'000, {Stored, Decoded}};
 };
 
-void Fill(const QString &code_id, QTextDocument &document)
+void Fill(const QString &code_id, QTextDocument &document, Work &work)
 {
     Recordset row;
     Open(row, code_id);
@@ -76,6 +79,13 @@ void Fill(const QString &code_id, QTextDocument &document)
     const QString file = stream.Is_Null() ? QString() : stage.Decode(stream.Bytes());
     if (!file.isEmpty() && (isRich || kind == QLatin1String("TXT")))
         return Rich_Text::Load_File(file, isRich ? Rich_Text::Format::Rtf : Rich_Text::Format::Plain, document);
+    if (!file.isEmpty() && Office_Types.contains(kind) && !Office::Engine().isEmpty()) {
+        const Export_Room room;
+        const QString source = room.Path(QStringLiteral("stored.") + kind.toLower());
+        Files::Copy_File(file, source, Files::Durability::Staging);
+        return Rich_Text::Load_File(Convert(source, QStringLiteral("rtf"), room, work), Rich_Text::Format::Rtf,
+                                    document);
+    }
     const QString page = !file.isEmpty() && isPage ? Files::Decode_Text(Files::Read_Bytes(file)) : QString();
     if (page.contains(u'<')) // else it is the path of a page that lies elsewhere
         return Web_Page::Show(page, document);
@@ -84,9 +94,9 @@ void Fill(const QString &code_id, QTextDocument &document)
 
 } // namespace
 
-void Document_Body::Load(const QString &code_id, QTextDocument &document)
+void Document_Body::Load(const QString &code_id, QTextDocument &document, Work &work)
 {
-    Fill(code_id, document);
+    Fill(code_id, document, work);
     if (document.toPlainText().trimmed().isEmpty()) // a picture has a sign in it
         Refuse("_ContentEn");
 }

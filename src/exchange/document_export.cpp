@@ -123,7 +123,7 @@ bool Is_Page(const QString &target)
 /// The engine takes the document's own file, where it has one. @returns false where it has none, or there is no engine
 bool Write_Own_File(const QString &target, const Outgoing_Document &document, const Export_Room &room, Work &work)
 {
-    const QString own = Office_File(document, room, Office_Kind::Text);
+    const QString own = Stored_File_Of(document, room, File_Kind::Office_Text);
     const bool isIt = Suffix_Of(own) == Suffix_Of(target);
     if (own.isEmpty() || (!isIt && Office::Engine().isEmpty()))
         return false;
@@ -166,7 +166,7 @@ Export_Outcome Write_Pdf(Outgoing_Document &document, const Export_Order &order,
 {
     const Export_Room room;
     const QString own = document.type == QLatin1String("PDF") ? Files::Native_Path(document.file) : QString();
-    const QString source = Office_File(document, room, Office_Kind::Any);
+    const QString source = Stored_File_Of(document, room, File_Kind::Office);
     const bool isEngine = !source.isEmpty() && !Office::Engine().isEmpty();
     if (!own.isEmpty())
         Files::Copy_File(own, order.target, Files::Durability::Given);
@@ -187,14 +187,26 @@ Export_Outcome Write_Help(Outgoing_Document &document, const Export_Order &order
     return Make_Chm(order.target, document, work);
 }
 
+/// A document of another program, in that program's own format.
+Export_Outcome Write_Stored_File(Outgoing_Document &document, const Export_Order &order, Work & /*work*/)
+{
+    const Export_Room room;
+    const QString stored = Stored_File_Of(document, room, File_Kind::Any);
+    if (stored.isEmpty())
+        Refuse_Export(Text("_Unreadable"));
+    Files::Copy_File(stored, order.target, Files::Durability::Given);
+    return {};
+}
+
 struct Format {
     const char *suffix;
     const char *source; ///< of its records in the error log
     Export_Outcome (*write)(Outgoing_Document &document, const Export_Order &order, Work &work);
 };
+constexpr Format Rich_Text_Format{"rtf", "Frm_Main\\SaveAs", Write_Rich_Text};
 constexpr Format Formats[] = {
     {"txt", "Frm_Main\\SaveAs", Write_Text},
-    {"rtf", "Frm_Main\\SaveAs", Write_Rich_Text},
+    Rich_Text_Format,
     {"htm", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
     {"html", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
     {"mht", "Frm_Main\\Db_to_file", Write_By_Db_To_File},
@@ -208,12 +220,17 @@ constexpr Format Formats[] = {
     {"markdown", "Frm_Main\\SaveAs", Write_Markdown},
 };
 
+constexpr Format Stored_Format{"", "Frm_Main\\SaveAs", Write_Stored_File};
+
 /// A name that tells no format is rich text.
-const Format &Format_Of(const QString &target)
+const Format &Format_For(const QString &target, const QString &type)
 {
+    const QString suffix = Suffix_Of(target);
     const auto *found = std::find_if(std::begin(Formats), std::end(Formats),
-                                     [&](const Format &row) { return Suffix_Of(target) == QLatin1String(row.suffix); });
-    return found == std::end(Formats) ? Formats[1] : *found;
+                                     [&](const Format &row) { return suffix == QLatin1String(row.suffix); });
+    if (found != std::end(Formats))
+        return *found;
+    return !suffix.isEmpty() && suffix == type.toLower() ? Stored_Format : Rich_Text_Format;
 }
 } // namespace
 
@@ -243,7 +260,7 @@ Export_Outcome Export_Document(Outgoing_Document &document, const Export_Order &
     document.Take_To_This_Thread();
     const auto leave = qScopeGuard([&] { document.Leave_Thread(); });
     try {
-        return Format_Of(order.target).write(document, order, work);
+        return Format_For(order.target, document.type).write(document, order, work);
     } catch (const Run_Time_Error &error) {
         if (error.failure != Failure::Stopped)
             throw;
@@ -253,5 +270,5 @@ Export_Outcome Export_Document(Outgoing_Document &document, const Export_Order &
 
 QString Export_Source(const QString &target)
 {
-    return QLatin1String(Format_Of(target).source);
+    return QLatin1String(Format_For(target, {}).source);
 }

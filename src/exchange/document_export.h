@@ -20,7 +20,8 @@ struct Export_Outcome {
 };
 
 /// Writes a document in the format that the target's suffix says: txt, rtf, htm, html, mht, mhtml, doc, chm, docx, odt,
-/// pdf, md or markdown. It may run in any thread, which takes the document to itself meanwhile.
+/// pdf, md, markdown, or the document's own type. It may run in any thread, which takes the document to itself
+/// meanwhile.
 /// @throws Run_Time_Error that says in words why nothing was written
 Export_Outcome Export_Document(Outgoing_Document &document, const Export_Order &order, Work &work);
 

@@ -84,7 +84,7 @@ public:
     Book_Result Run();
 
 private:
-    void Add_Page(const Book_Row &row);
+    void Add_Page(const Book_Row &row, Work &work);
     [[nodiscard]] Section Keep(const QByteArray &bytes);
     [[nodiscard]] QByteArray Kept(const Section &section) const;
     QString Picture_Address(const QTextDocument &document, const QTextImageFormat &format);
@@ -149,11 +149,11 @@ QString Export::Picture_Address(const QTextDocument &document, const QTextImageF
     return address;
 }
 
-void Export::Add_Page(const Book_Row &row)
+void Export::Add_Page(const Book_Row &row, Work &work)
 {
     Html::Closed_Door door;
     QTextDocument document(&door);
-    Document_Body::Load(row.code_id, document);
+    Document_Body::Load(row.code_id, document, work);
     Page_Part page{row, {}, {}};
     Epub_Page writer(document, {[&](const QTextImageFormat &format) { return Picture_Address(document, format); },
                                 [&](const QString &target, const QString &words) {
@@ -224,10 +224,15 @@ Book_Result Export::Run()
 {
     qint64 behind = 0;
     for (const Book_Row &row : m_order.rows) {
-        m_result.stopped = !m_work.Next(behind++, m_order.rows.size(), row.title);
+        Item_Work item(m_work, behind++, m_order.rows.size(), row.title);
+        m_result.stopped = !item.Next(0, 0, {});
         if (m_result.stopped)
             return m_result;
-        if (!Resume_Next([&] { Add_Page(row); }))
+        const bool done = Resume_Next([&] { Add_Page(row, item); });
+        m_result.stopped = !done && Err().failure == Failure::Stopped;
+        if (m_result.stopped)
+            return m_result;
+        if (!done)
             m_result.failed.append({row.title, Error_Text(Err())});
     }
     m_result.done = m_pages.size();

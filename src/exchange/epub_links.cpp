@@ -60,7 +60,7 @@ Epub_Links::Epub_Links(const QList<Book_Row> &rows)
 /// @returns an id, which may be of no document that was chosen
 QString Epub_Links::Document_Meant(const QString &target) const
 {
-    if (const QString id = Id_In(target); !id.isEmpty())
+    if (QString id = Id_In(target); !id.isEmpty())
         return id;
     const QUrl url(target);
     if (!url.isRelative() && !url.isLocalFile())
@@ -76,7 +76,7 @@ QString Epub_Links::Address(const QString &target, const QString &words, const B
         linked << id;
         return Page_Of(id);
     }
-    const QString address = id.isEmpty() ? Web_Address(target) : QString();
+    QString address = id.isEmpty() ? Web_Address(target) : QString();
     if (address.isEmpty()) {
         const QString title = id.isEmpty() ? QString() : Stored_Title(id);
         lost << from.title + QStringLiteral(" → ") + (title.isEmpty() ? (words.isEmpty() ? target : words) : title);

@@ -30,6 +30,21 @@ constexpr qint64 Largest_File = Q_INT64_C(256) << 20;
 const QStringList Text_Types{QStringLiteral("DOC"), QStringLiteral("DOCX")};
 const QStringList Other_Types{QStringLiteral("XLS"), QStringLiteral("XLSX"), QStringLiteral("PPT"),
                               QStringLiteral("PPTX")};
+/// PDF and SWF are kept outside of the database.
+const QStringList No_File_Types{QString(), QStringLiteral("RTF"), QStringLiteral("PDF"), QStringLiteral("SWF")};
+
+bool Is_Of_Kind(const QString &type, File_Kind kind)
+{
+    switch (kind) {
+    case File_Kind::Office_Text:
+        return Text_Types.contains(type);
+    case File_Kind::Office:
+        return (Text_Types + Other_Types).contains(type);
+    case File_Kind::Any:
+        break;
+    }
+    return !No_File_Types.contains(type) && Files::Is_Plain_Name(type);
+}
 
 QString Text(const char *key)
 {
@@ -77,10 +92,9 @@ void Stop_Export()
     throw Run_Time_Error(Error_Number::Path_Access, {}, Failure::Stopped);
 }
 
-QString Office_File(const Outgoing_Document &document, const Export_Room &room, Office_Kind kind)
+QString Stored_File_Of(const Outgoing_Document &document, const Export_Room &room, File_Kind kind)
 {
-    const QStringList types = kind == Office_Kind::Text ? Text_Types : Text_Types + Other_Types;
-    if (document.code_id.isEmpty() || !types.contains(document.type))
+    if (document.code_id.isEmpty() || !Is_Of_Kind(document.type, kind))
         return {};
     Recordset row;
     row.Open(Sql_Text(Sql::Read_Document, document.code_id), App().Conn_Str);
@@ -117,7 +131,7 @@ QString Convert(const QString &source, const QString &suffix, const Export_Room 
 
 bool Take_Whole_Text(Outgoing_Document &document, const Export_Room &room, Work &work)
 {
-    const QString source = Office_File(document, room, Office_Kind::Text);
+    const QString source = Stored_File_Of(document, room, File_Kind::Office_Text);
     if (source.isEmpty())
         return !Other_Types.contains(document.type);
     if (Office::Engine().isEmpty())

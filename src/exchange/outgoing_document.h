@@ -54,10 +54,10 @@ private:
     QString m_path;
 };
 
-/// Text, or tables and presentations as well.
-enum class Office_Kind { Text, Any };
-/// Puts the stored file of a document of an office program into a room. @returns its path, "" for any other document
-QString Office_File(const Outgoing_Document &document, const Export_Room &room, Office_Kind kind);
+/// Texts of office programs, their tables and presentations as well, or whatever other programs write.
+enum class File_Kind { Office_Text, Office, Any };
+/// Puts the stored file of a document of another program into a room. @returns its path, "" for any other document
+QString Stored_File_Of(const Outgoing_Document &document, const Export_Room &room, File_Kind kind);
 
 /// Has the office engine convert a file in a room. @returns the path of what it wrote
 /// @throws Run_Time_Error with Failure::Stopped when the work is called off; else one that says in words why not

@@ -65,7 +65,7 @@ Candidates Fill_Candidates(const QString &folderId, List_Model &list, const QStr
         refused = direction == Direction::Export && Is_Refused(folderId, connection, ask);
         if (refused)
             return;
-        const bool tips = direction == Direction::Import && Config().CH_Lsv_ToolTips == QLatin1String("1");
+        const bool tips = direction == Direction::Import && Is_On(&Settings_Record::CH_Lsv_ToolTips);
         Folder_Names folders(connection);
         Recordset found;
         for (found.Open(Statement(folderId, direction), connection); !found.Eof(); found.MoveNext()) {

@@ -13,7 +13,7 @@
 
 namespace
 {
-const QString Database_Section = QStringLiteral("DataBase");
+constexpr Kept_Value Path_As_Written{"DataBase", "DATABASE_NAME"}; ///< the record has the full one
 const QString Default_Path = QStringLiteral("\\data\\Zelqor.db");
 
 QString Flag(bool set)
@@ -21,16 +21,6 @@ QString Flag(bool set)
     return set ? QStringLiteral("1") : QStringLiteral("0");
 }
 
-void Keep(QString &field, const char *key, const QString &value, const QString &written)
-{
-    field = value;
-    WriteIni(Database_Section, QLatin1String(key), written);
-}
-
-void Keep(QString &field, const char *key, const QString &value)
-{
-    Keep(field, key, value, value);
-}
 QString Full_Path_Of(const Database_Choice &choice)
 {
     return Files::Native_Path(Full_Database_Path(choice.path));
@@ -44,8 +34,8 @@ QString Conn_Str_Of(const Database_Choice &choice)
 
 Database_Choice Present_Database_Choice()
 {
-    return {Config().Op_DB_Type == QLatin1String("1"), Config().Op_DB_Sql == QLatin1String("1"),
-            GetIni(Database_Section, QStringLiteral("DATABASE_NAME")), Config().CH_PATH.startsWith(QLatin1Char('1'))};
+    return {Config().Op_DB_Type == QLatin1String("1"), Config().Op_DB_Sql == QLatin1String("1"), Path_As_Written.Read(),
+            Config().CH_PATH.startsWith(QLatin1Char('1'))};
 }
 
 QString Default_Database_Choice(bool relative)
@@ -76,14 +66,15 @@ bool Apply_Database_Choice(const Database_Choice &choice)
     if (!Opening_Test(connStr))
         return false;
     const QString previous = App().Conn_Str;
-    Keep(Config().Op_DB_Type, "Op_DB_Type", Flag(choice.data_source));
-    Keep(Config().Op_DB_Sql, "Op_DB_Sql", Flag(choice.server_dialect));
+    Keep_Setting(&Settings_Record::Op_DB_Type, Flag(choice.data_source));
+    Keep_Setting(&Settings_Record::Op_DB_Sql, Flag(choice.server_dialect));
     App().Date_Delim = choice.server_dialect ? QStringLiteral("'") : QStringLiteral("#");
     App().Conn_Str = connStr;
     App().Conn_OK = true;
-    Keep(Config().CH_PATH, "CH_PATH", Flag(choice.relative));
+    Keep_Switch(&Settings_Record::CH_PATH, choice.relative);
     const bool sameAtStart = choice.relative || Files::Is_Absolute(choice.path);
-    Keep(Config().DATABASE_NAME, "DATABASE_NAME", fullPath, sameAtStart ? choice.path : fullPath);
+    Keep_Setting(&Settings_Record::DATABASE_NAME, sameAtStart ? choice.path : fullPath);
+    Config().DATABASE_NAME = fullPath;
     App().Root_Name = App().App_Title;
     if (!previous.isEmpty() && previous != connStr)
         Database_Engine::Let_Go(previous);

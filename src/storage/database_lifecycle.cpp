@@ -9,6 +9,7 @@
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "platform/database/server.h"
+#include "platform/files/door.h"
 #include "platform/files/paths.h"
 #include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
@@ -16,6 +17,7 @@
 #include "storage/schema_sql.h"
 #include "storage/server_link.h"
 
+#include <QFileInfo>
 #include <cstdlib>
 #include <limits>
 
@@ -78,7 +80,7 @@ void Keep_Default_Path()
 {
     const QString full = Files::Native_Path(Full_Database_Path(Default_Database));
     const bool relative = Config().CH_PATH.startsWith(QLatin1Char('1'));
-    WriteIni(QStringLiteral("DataBase"), QStringLiteral("DATABASE_NAME"), relative ? Default_Database : full);
+    Keep_Setting(&Settings_Record::DATABASE_NAME, relative ? Default_Database : full);
     Config().DATABASE_NAME = full;
 }
 
@@ -205,26 +207,33 @@ bool Use_Default_Database()
     return missing;
 }
 
+/// It is made beside its place and takes it with all its tables: after a kill there is a database or none.
 bool CreateDataBase(const QString &path)
 {
     const QString native = Files::Native_Path(path);
-    const QString connStr = File_Conn_Str(native);
-    bool fileMade = false;
+    const QString beside = native + QStringLiteral(".new");
+    const QString connStr = File_Conn_Str(beside);
     const bool made = Resume_Next([&] {
+        if (Exists(native))
+            throw Run_Time_Error(Error_Number::Path_Access, QStringLiteral("The file exists already: ") + native,
+                                 Failure::Path_Access);
+        for (const QString &left : {beside, beside + QStringLiteral("-journal")}) // by a kill
+            Files::Delete_If_Present(left);
         Database_Engine::Create_File(connStr);
-        fileMade = true;
         Database_Engine::One_Action(connStr, [&] {
             for (const char16_t *statement : Schema::All_Tables)
                 Run_Statement(Sql_Text(statement), connStr);
         });
+        Database_Engine::Let_Go(connStr);
+        Files::Rename_File(beside, QFileInfo(native).fileName());
     });
     if (made)
         return true;
     App().Conn_Trouble = Err();
     Clear_Pending();
     Database_Engine::Let_Go(connStr);
-    if (fileMade)
-        Resume_Next([&] { Files::Delete_If_Present(native); });
+    if (!Resume_Next([&] { Files::Delete_If_Present(beside); }))
+        Clear_Pending();
     return false;
 }
 
@@ -261,8 +270,7 @@ void Back_Up()
     const QString folder = Files::With_Final_Separator(Files::Native_Path(Config().Backup_Path));
     Files::Make_Directory(folder);
     Database_Engine::Copy_Database(App().Conn_Str, folder + QStringLiteral("zelqor_") + today + QStringLiteral(".db"));
-    Config().Backup_Date = today;
-    WriteIni(QStringLiteral("Col"), QStringLiteral("Backup_Date"), today);
+    Keep_Setting(&Settings_Record::Backup_Date, today);
 }
 
 Cleaning_Count Count_For_Cleaning()

@@ -15,7 +15,7 @@ void Tell(const QString &text)
 
 bool Confirm(const QString &question)
 {
-    return Config().CH_Tree_Comfirm != QLatin1String("1") ||
+    return !Is_On(&Settings_Record::CH_Tree_Comfirm) ||
            Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No, Prompts::Answer::Yes,
                         {.yes = Pack_Text("Buttons", "_Move"), .no = Pack_Text("Buttons", "_Cancel")}) ==
                Prompts::Answer::Yes;

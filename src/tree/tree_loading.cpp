@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/tree_loading.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/language_pack.h"
 #include "core/process_state.h"
@@ -190,7 +189,7 @@ bool GetClassInfo_Ex(Tree_Model &tree, const QString &connection, const QString 
             connection, {Sql_Text(Sql::All_Folders), Sql_Text(Sql::Count_By_Folder), Sql_Text(Sql::Locked_Folders)});
         const QList<Folder_Row> folders = Read_Folders(connection);
         const Document_Counts counts(connection);
-        const bool subtree = Is_Shown(Config().ShowLow);
+        const bool subtree = Is_On(&Settings_Record::ShowLow);
         const QSet<QString> icons = Icon_Files();
         bool inPlace = true;
         for (const Folder_Row &folder : folders)
@@ -255,7 +254,7 @@ void Reload_Cate(Folder_Combo &combo, const QString &allFolders)
 void Save_Tree_Status(const QString &id, bool expanded)
 {
     Trap(QStringLiteral("Frm_Main\\Save_Tree_Status"), [&] {
-        WriteIni(QStringLiteral("Col"), QStringLiteral("Tree_LastKey"), id);
+        Keep_Setting(&Settings_Record::Tree_LastKey, id);
         Run_Statement(Sql_Text(Sql::Save_Expanded, expanded ? 1 : 0, id), App().Conn_Str);
     });
 }

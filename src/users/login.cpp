@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "users/login.h"
 
-#include "core/config_store.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "core/system_log.h"
@@ -28,7 +27,7 @@ std::optional<QString> Stored_Password(const QString &name)
 void Take_As_Current(const QString &name)
 {
     App().Curr_User = name;
-    WriteIni(QStringLiteral("Col"), QStringLiteral("Login_Uname"), name);
+    Last_Login.Keep(name);
     Add_Log(Log_Type::Changed, name + QStringLiteral("Login...."));
 }
 } // namespace
@@ -45,11 +44,6 @@ QStringList Login_Names()
 bool Is_User(const QString &name)
 {
     return Stored_Password(name).has_value();
-}
-
-QString Last_Login_Name()
-{
-    return GetIni(QStringLiteral("Col"), QStringLiteral("Login_Uname"));
 }
 
 Login_Result Try_Login(const QString &name, const QString &password)

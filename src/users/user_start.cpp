@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "users/user_start.h"
 
-#include "core/config_store.h"
 #include "core/process_state.h"
 #include "core/sql_text.h"
 #include "platform/database/recordset.h"
+#include "users/login.h"
 #include "users/user_start_sql.h"
 
 namespace
@@ -33,7 +33,7 @@ bool Has_Row(const char16_t *statement, const QString &user)
 /// before its rows are made: a process that dies between the two repairs them at the next start.
 void Become_Default_User()
 {
-    WriteIni(QStringLiteral("Col"), QStringLiteral("Login_Uname"), Default_User);
+    Last_Login.Keep(Default_User);
     App().Root_Name = Default_User;
     App().Root_Icon = QStringLiteral("Home.ico").toUpper();
     App().Curr_User = Default_User;
@@ -55,12 +55,10 @@ void Add_Default_User()
 
 void Read_Last_User()
 {
-    const QString section = QStringLiteral("Col");
-    const QString key = QStringLiteral("Login_Uname");
-    App().Curr_User = GetIni(section, key);
+    App().Curr_User = Last_Login.Read();
     if (!App().Curr_User.isEmpty())
         return;
-    WriteIni(section, key, App().Root_Name);
+    Last_Login.Keep(App().Root_Name);
     App().Curr_User = App().Root_Name;
 }
 

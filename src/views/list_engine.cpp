@@ -54,7 +54,7 @@ QString Count_Statement(const Request &request)
     if (!request.dateText.isEmpty())
         return Date_Text(request.dateText, Sql::Count_Of_Date, Sql::Count_Of_Date_Server, Sql::Count_Of_Date_Prefix)
             .Text();
-    return Sql_Text(Is_Shown(Config().ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
+    return Sql_Text(Is_On(&Settings_Record::ShowLow) ? Sql::Count_Of_Subtree : Sql::Count_Of_Folder, request.cateId);
 }
 
 qint64 Count_Rows(const Request &request)
@@ -112,7 +112,7 @@ QString All_Folders_Statement(const Request &request, qint64 rows, const Sql_Par
 QString Folder_Statement(const Request &request, qint64 rows, const Sql_Part &filter, const Sql_Part &order)
 {
     const char16_t *statement = nullptr;
-    if (Is_Shown(Config().ShowLow))
+    if (Is_On(&Settings_Record::ShowLow))
         statement = File_Dialect() ? Sql::Rows_Of_Subtree : Sql::Rows_Of_Subtree_Server;
     else
         statement = File_Dialect() ? Sql::Rows_Of_Folder : Sql::Rows_Of_Folder_Server;

@@ -194,8 +194,7 @@ std::vector<Sql_Part> Id_Groups(const QStringList &ids)
 
 List_Setting List_Setting::Now()
 {
-    return {App().Conn_Str, Config().CH_Lsv_ToolTips == QLatin1String("1"),
-            Config().CH_Lsv_Detail == QLatin1String("1")};
+    return {App().Conn_Str, Is_On(&Settings_Record::CH_Lsv_ToolTips), Is_On(&Settings_Record::CH_Lsv_Detail)};
 }
 
 std::vector<List_Row> Read_List_Rows(Recordset &rows, int maxRows, const QString &searchKey,

@@ -95,9 +95,9 @@ void Program::Start(const QStringList &extraEnvironment)
 
 QString Program::Visible_Window() const
 {
-    const QString found =
-        m_desktop.Do({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                      QString::number(m_process->processId()), QStringLiteral("--name"), QStringLiteral("(^| – )Zelqor  ")});
+    const QString found = m_desktop.Do(
+        {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+         QString::number(m_process->processId()), QStringLiteral("--name"), QStringLiteral("Zelqor  ")});
     return found.section(QLatin1Char('\n'), -1);
 }
 

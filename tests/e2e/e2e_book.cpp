@@ -106,11 +106,33 @@ class E2e_Book : public QObject
         m_viewer.waitForFinished();
     }
     /// Waits for a window with that title.
-    [[nodiscard]] bool Shows(const QString &title) const
+    [[nodiscard]] bool Shows(const QString &title, int milliseconds = 30'000) const
     {
-        return Wait_Until([&] {
-            return !m_desktop.Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^%1$"_s.arg(title)}).isEmpty();
-        });
+        return Wait_Until(
+            [&] {
+                return !m_desktop.Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^%1$"_s.arg(title)}).isEmpty();
+            },
+            milliseconds);
+    }
+    /// Types into whatever box the viewer shows, and again into the next one, until there is a window of that title.
+    [[nodiscard]] bool Leads_To(const QString &title, const QString &typed) const
+    {
+        for (int i = 0; i < 20 && Is_Alive(); ++i) {
+            m_desktop.Type(typed);
+            m_desktop.Key(u"Return"_s);
+            if (Shows(title, 1500))
+                return true;
+        }
+        return false;
+    }
+    /// Answers boxes until the viewer ends.
+    [[nodiscard]] bool Ends()
+    {
+        for (int i = 0; i < 20 && Is_Alive(); ++i) {
+            m_desktop.Key(u"Return"_s);
+            m_viewer.waitForFinished(1500);
+        }
+        return !Is_Alive() && m_viewer.exitStatus() == QProcess::NormalExit;
     }
     [[nodiscard]] bool Is_Alive() const { return m_viewer.state() == QProcess::Running; }
     [[nodiscard]] int Uses_Left() const
@@ -125,6 +147,14 @@ private slots:
     {
         if (!m_desktop.Is_Up())
             QSKIP("no virtual X server");
+        // A window that comes while the window manager takes over is never shown.
+        bool isShown = false;
+        for (int i = 0; i < 10 && !isShown; ++i) {
+            Start(Bytes_Of(QStringLiteral(ZELQOR_VIEWER)).toStdString());
+            isShown = Shows(u"Book"_s, 3000);
+            End();
+        }
+        QVERIFY(isShown);
     }
     void cleanup() { End(); }
 
@@ -153,13 +183,9 @@ private slots:
         QVERIFY(Shows(u"Book"_s));
         m_desktop.Type(u"wrong"_s);
         m_desktop.Key(u"Return"_s);
-        QTest::qWait(500);
-        m_desktop.Key(u"Return"_s); // what says that it is wrong
-        QTest::qWait(500);
+        QVERIFY(!Shows(u"First - Book"_s, 1000));
         QCOMPARE(Uses_Left(), 2);
-        m_desktop.Type(u"pw"_s);
-        m_desktop.Key(u"Return"_s);
-        QVERIFY(Shows(u"First - Book"_s));
+        QVERIFY(Leads_To(u"First - Book"_s, u"pw"_s));
         QCOMPARE(Uses_Left(), 1);
         m_desktop.Key(u"ctrl+f"_s);
         m_desktop.Type(u"RARE"_s);
@@ -168,24 +194,19 @@ private slots:
         m_desktop.Key(u"ctrl+Prior"_s);
         QVERIFY(Shows(u"First - Book"_s));
         m_desktop.Key(u"ctrl+q"_s);
-        QVERIFY(m_viewer.waitForFinished(5000));
+        QVERIFY(m_viewer.waitForFinished(30'000));
 
         Start_Again();
         QVERIFY(Shows(u"Book"_s));
-        m_desktop.Type(u"pw"_s);
-        m_desktop.Key(u"Return"_s);
-        QVERIFY(Wait_Until([&] { return Uses_Left() == 0; }));
-        QTest::qWait(300);
-        m_desktop.Key(u"Return"_s); // what says that it was the last time
-        QVERIFY(Shows(u"First - Book"_s));
+        QVERIFY(Leads_To(u"First - Book"_s, u"pw"_s)); // past the box that says that it was the last time
+        QCOMPARE(Uses_Left(), 0);
         const QByteArray left = Bytes_Of(m_path);
         QVERIFY(!left.contains("rare"));
         QVERIFY(left.size() < Bytes_Of(QStringLiteral(ZELQOR_VIEWER)).size() + 200);
         End();
         Start_Again();
         QVERIFY(Shows(u"Book"_s));
-        m_desktop.Key(u"Return"_s);
-        QVERIFY(m_viewer.waitForFinished(5000));
+        QVERIFY(Ends());
         QCOMPARE(m_viewer.exitCode(), 1);
     }
 
@@ -228,9 +249,7 @@ private slots:
         QFETCH(QByteArray, book);
         Start(book.toStdString());
         QVERIFY(Shows(u"Book"_s));
-        m_desktop.Key(u"Return"_s);
-        QVERIFY(m_viewer.waitForFinished(5000));
-        QCOMPARE(m_viewer.exitStatus(), QProcess::NormalExit);
+        QVERIFY(Ends());
         QCOMPARE(Bytes_Of(m_path), book);
     }
 };

@@ -314,12 +314,12 @@ void Test_Editor_Commands::Pastes()
 /// What comes from another program loses its looks when the settings say so, what was copied here never does.
 void Test_Editor_Commands::Foreign_Looks_Follow_The_Setting()
 {
-    const auto pasted = [](const QString &keep, bool own) {
+    const auto pasted = [](const QString &keep, bool own, const QString &size = u"font-size:30pt;"_s) {
         Desk desk;
         desk.editor.Start_In(u"Serif"_s, 12, 150);
         Config().CH_KeepWord = keep;
         QMimeData data;
-        data.setHtml(u"<p style='font-size:30pt;color:red'>a<b>b</b></p>"_s);
+        data.setHtml(u"<p style='%1color:red'>a<b>b</b></p>"_s.arg(size));
         if (own) {
             Desk source;
             source.editor.setHtml(data.html());
@@ -337,6 +337,7 @@ void Test_Editor_Commands::Foreign_Looks_Follow_The_Setting()
     QCOMPARE(pasted(u"1"_s, false), u"30 1 1"_s);
     QCOMPARE(pasted(u"0"_s, false), u"12 1 0"_s);
     QCOMPARE(pasted(u"0"_s, true), u"30 1 1"_s);
+    QCOMPARE(pasted(u"1"_s, false, {}), u"12 1 1"_s); // what says no size takes that of the text around
     Config() = {};
 }
 

@@ -4,10 +4,12 @@
 #include "platform/book/book_texts.h"
 #include "platform/files/door.h"
 #include "platform/files/paths.h"
+#include "platform/office/office_engine.h"
 #include "support/stopping_work.h"
 #include "support/stored_document.h"
 #include "support/test_program.h"
 
+#include <QFile>
 #include <QImage>
 #include <QTest>
 #include <optional>
@@ -121,6 +123,24 @@ private slots:
         QCOMPARE(isRefused, trouble == u"too many" || trouble == u"no viewer");
         QCOMPARE(m_program->Bytes(u"books/book.exe"_s), QByteArray("the older book"));
         QCOMPARE(Files::Entries(m_program->Path(u"books"_s)).size(), 1);
+    }
+
+    void A_Text_Of_An_Office_Program_Keeps_Its_Looks()
+    {
+        if (Office::Engine().isEmpty())
+            QSKIP("LibreOffice is not installed");
+        QFile file(QStringLiteral(ZELQOR_TEST_DATA "/office/words.docx"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        Store_Document(*m_program, u"3"_s, u"001"_s, u"last"_s, u"DOCX"_s, file.readAll(), u"words"_s);
+        Book_Order order = Order(Book_Mode::Rich);
+        order.rows = {order.rows[2]};
+        const Book_Result result = Export_Book(order, m_work);
+        QCOMPARE(result.failed.isEmpty() ? QString() : result.failed[0].reason, QString());
+        QCOMPARE(result.done, 1);
+        const std::string book = m_program->Bytes(u"book.exe"_s).toStdString();
+        const std::string text(*Book::Find(Book::Items(book), Book::First_Document_Id));
+        QVERIFY(text.starts_with("{\\rtf") && text.find("\\trowd") != std::string::npos);
+        QCOMPARE(Files::Entries(m_program->Path(u"data/temp"_s)).size(), 0);
     }
 
     void An_Item_Behind_A_Torn_One()

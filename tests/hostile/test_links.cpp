@@ -79,7 +79,7 @@ void Plant_Copy(const Trap_Set &set, const QString &id)
 {
     const QString copy = u"data/Zelqor.db-drafts/999999-dead_1.copy/"_s;
     const QCborMap record{{u"id"_s, id},         {u"title"_s, u"t"_s},       {u"folder"_s, u"001"_s},
-                          {u"type"_s, u"INI"_s}, {u"file"_s, u"kept.ini"_s}, {u"size"_s, 1}};
+                          {u"type"_s, u"INI"_s}, {u"file"_s, u"kept.ini"_s}, {u"digest"_s, QByteArray("x")}};
     set.program.Write(copy + u"record.cbor"_s, record.toCborValue().toCbor());
     set.Link(copy + u"kept.ini"_s, u"kept.ini"_s);
 }

@@ -17,7 +17,8 @@ inline void Store_Document(const Test_Program &program, const QString &id, const
     program.Write(QStringLiteral("coded"), {});
     if (!Run_Coder("e", program.Path(QStringLiteral("plain")), program.Path(QStringLiteral("coded"))))
         qFatal("the coder failed");
-    Write_Pass_Tail(program.Path(QStringLiteral("coded")), password);
+    if (!password.isEmpty()) // it takes the last byte's place
+        Write_Pass_Tail(program.Path(QStringLiteral("coded")), password);
     Recordset row;
     row.CursorType = Cursor_Type::Keyset;
     row.LockType = Lock_Type::Batch_Optimistic;

@@ -12,10 +12,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListView>
+#include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -211,6 +215,110 @@ private slots:
         QCOMPARE(Get<QTreeView>(*m_form, "Lsv_File").model()->rowCount(), 1);
     }
 
+    /// The question waits for the program that has the file, here one that has it on its command line.
+    void A_Program_Is_Waited_For()
+    {
+        Show(Stored(), 1);
+        Add(u"a.txt"_s, "old");
+        Select(0);
+        Run("Mnu_Open");
+        QProcess reader;
+        reader.start(u"tail"_s, {u"-f"_s, m_started.value(0)});
+        QVERIFY(reader.waitForReadyRead());
+        QVERIFY(QFile::remove(m_started[0])); // as programs do that put a new file in the place of the old one
+        Files::Write_Bytes(m_started[0], "new");
+        Come_To_Front();
+        QCOMPARE(Sql_Cell(u"select file_size from tab_file"_s), u"0.00K"_s);
+        reader.kill();
+        reader.waitForFinished();
+        m_program->prompts.Expect(u"文件已经被更改,需要更新吗？"_s, u"no"_s);
+        Come_To_Front();
+        Run("Mnu_Open"); // what was not wanted is not shown again
+        QCOMPARE(Files::Read_Bytes(m_started[1]), QByteArray("old"));
+    }
+
+    void Files_Of_One_Name_Are_Open_Apart()
+    {
+        for (int i = 0; i < 2; ++i) {
+            Show(Stored(), 1);
+            Add(u"a.txt"_s, QByteArray::number(i));
+            Select(0);
+            Run("Mnu_Open");
+            QCOMPARE(Files::Read_Bytes(m_started[i]), QByteArray::number(i));
+        }
+        QVERIFY(m_started[0] != m_started[1]);
+    }
+
+    void What_The_Desktop_Cannot_Open_Goes_To_A_Chosen_Program()
+    {
+        Links::Set_Opener([](const QUrl &) { return false; });
+        Show(Stored(), 1);
+        Add(u"a.txt"_s, "old");
+        Select(0);
+        m_program->prompts.Expect(u"打开文件失败"_s, u"yes"_s);
+        m_program->prompts.Expect(u"选择程序"_s, u"/bin/true"_s);
+        Run("Mnu_Open");
+    }
+
+    void Names_Do_No_Harm_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name :
+             {u"../../../a.txt"_s, u"/etc/a.txt"_s, u"a\nb.txt"_s, u".."_s, u"x/y.txt"_s, QString()})
+            QTest::addRow("[%s]", QUrl::toPercentEncoding(name).constData()) << name;
+        QTest::newRow("300 characters") << QString(300, u'x').left(251) + u".txt"_s;
+    }
+    void Names_Do_No_Harm()
+    {
+        QFETCH(QString, name);
+        const QString id = Stored();
+        Sql_Run(
+            u"insert into tab_file (code_id,file_name,file_type,file_cont) values ('%1','%2',0,'x')"_s.arg(id, name));
+        Show(id, 1);
+        Select(0);
+        if (name.size() < 250 && !name.endsWith(u".txt"_s))
+            m_program->prompts.Expect(u"可能"_s, u"yes"_s);
+        if (name.size() < 250)
+            m_program->prompts.Expect(name.left(2), u"ok"_s);
+        Run("Mnu_Open");
+        QCOMPARE(m_started.size(), name.size() < 250 ? 0 : 1);
+    }
+
+    void Files_Come_And_Go_By_Clipboard_And_Mouse()
+    {
+        Show(Stored(), 1);
+        m_program->Write(u"box/one.txt"_s, "1");
+        m_program->Write(u"box/below/two.txt"_s, "2");
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(m_program->Path(u"box"_s))});
+        m_program->prompts.Expect(u"2 个文件"_s, u"yes"_s);
+        auto *page = Get<QTreeView>(*m_form, "Lsv_File").parentWidget();
+        const auto drop = [&] {
+            QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(page, &enter);
+            QDropEvent event(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(page, &event);
+        };
+        drop();
+        QCOMPARE(Names(), u"one.txt two.txt"_s);
+        m_program->prompts.Expect(u"2 个文件"_s, u"no"_s);
+        drop();
+        QVERIFY(Names().endsWith(u"/box"_s)); // a link
+
+        auto &list = Get<QTreeView>(*m_form, "Lsv_File");
+        list.selectAll();
+        const std::unique_ptr<QMimeData> dragged(list.model()->mimeData(list.selectionModel()->selectedRows()));
+        QCOMPARE(dragged->urls().size(), 3);
+        QCOMPARE(Files::Read_Bytes(dragged->urls().at(1).toLocalFile()), QByteArray("2"));
+
+        QImage picture(4, 3, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QGuiApplication::clipboard()->setImage(picture);
+        Run("Mnu_Paste");
+        QVERIFY2(Names().endsWith(u".png"_s), qPrintable(Names()));
+        QCOMPARE(Sql_Cell(u"select max(file_type) from tab_file where file_name like '%.png'"_s), u"0"_s);
+    }
+
     void Links_Are_Followed_With_Care_data()
     {
         QTest::addColumn<QString>("path");
@@ -220,6 +328,7 @@ private slots:
         QTest::addRow("unsafe") << u"<W>file:///bin/sh"_s << u"file:///bin/sh"_s << QString();
         QTest::addRow("folder") << u"<F>/usr"_s << QString() << u"/usr"_s;
         QTest::addRow("folder that is a program") << u"<F>/bin/sh"_s << u"不存在"_s << QString();
+        QTest::addRow("a path that is none") << u"a.txt"_s << u"不存在"_s << QString();
         QTest::addRow("file that is gone") << u"/nowhere/a.txt"_s << u"不存在"_s << QString();
     }
     void Links_Are_Followed_With_Care()

@@ -4,15 +4,18 @@
 #include "support/controls.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
+#include "ui/kit/command_keys.h"
 #include "ui/program/frm_login.h"
 #include "ui/program/frm_users.h"
 #include "ui/window/frm_main.h"
+#include "ui/window/program_lock.h"
 #include "users/user_list.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -20,6 +23,7 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
+#include <QWindow>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -105,6 +109,7 @@ private slots:
             Press_Key(&menu);
             QVERIFY(!menu.isVisible());
             QCOMPARE(Seen(), QStringList(u"frmLogin"_s));
+            QVERIFY(m_window->windowHandle()->handle() == nullptr); // the desktop has forgotten it, and its name
             QVERIFY(!QDir(m_program->Path(u"data"_s)).entryList({u"*-drafts"_s}).isEmpty());
 
             late = new QMessageBox(QMessageBox::Warning, u"late"_s, u"late"_s, QMessageBox::Ok, Login());
@@ -145,6 +150,32 @@ private slots:
         m_window->Lock();
         QCOMPARE(find.currentText(), QString());
         QCOMPARE(password.text(), u"of the document"_s);
+        Type_Login(u"Anna"_s, u"Anna pw"_s);
+        QVERIFY(m_window->isVisible());
+    }
+
+    void The_Key_Is_The_One_That_Was_Chosen()
+    {
+        auto &keys = Command_Keys::Of_Program();
+        keys.Change({{u"Mnu_OnLock"_s, {QKeySequence(u"Ctrl+F9"_s)}}});
+        Press_Key(m_window.get());
+        QVERIFY(Login() == nullptr);
+        QTest::keyClick(m_window.get(), Qt::Key_F9, Qt::ControlModifier);
+        QTRY_VERIFY(Login() != nullptr);
+        Type_Login(u"Anna"_s, u"Anna pw"_s);
+        keys.Change({{u"Mnu_OnLock"_s, {QKeySequence(u"Ctrl+Alt+L"_s)}}});
+    }
+
+    /// Whoever comes by reads how many, and not which.
+    void What_Cannot_Be_Hidden_Is_Told()
+    {
+        Program_Lock lock(*m_window, *m_window->findChild<QAction *>(u"Mnu_OnLock"_s));
+        lock.Left_Outside = [] {
+            return QStringList{u"plan.docx"_s, u"list.xlsx"_s};
+        };
+        lock.Lock();
+        const QString told = Get<QLabel>(*Login(), "Lab_Note").text();
+        QVERIFY(told.contains(u'2') && !told.contains(u"plan"_s));
         Type_Login(u"Anna"_s, u"Anna pw"_s);
         QVERIFY(m_window->isVisible());
     }

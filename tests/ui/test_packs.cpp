@@ -9,6 +9,7 @@
 #include "ui/document/document_page.h"
 #include "ui/document/frm_bookmark_admin.h"
 #include "ui/document/frm_doc_standard.h"
+#include "ui/document/frm_file_admin.h"
 #include "ui/exchange/frm_data_export_node_exe.h"
 #include "ui/exchange/frm_data_export_node_files.h"
 #include "ui/exchange/frm_file_import.h"
@@ -40,6 +41,11 @@
 #include "ui/program/frm_user_change_pwd.h"
 #include "ui/program/frm_users.h"
 #include "ui/tools/frm_date.h"
+#include "ui/tools/frm_note.h"
+#include "ui/tools/frm_on_top.h"
+#include "ui/tools/frm_on_top_drop.h"
+#include "ui/tools/frm_show_up.h"
+#include "ui/tools/page_hand.h"
 #include "ui/window/frm_keys.h"
 #include "ui/window/frm_main.h"
 #include "ui/writing/editor_bar.h"
@@ -60,6 +66,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -176,8 +183,20 @@ std::unique_ptr<QWidget> New_Form(const QString &name)
         return std::make_unique<Frm_Transfer_Conflicts>(QStringList());
     if (name == u"Frm_Date")
         return std::make_unique<Frm_Date>(shell);
+    if (name == u"Frm_OnTop")
+        return std::make_unique<Frm_OnTop>();
+    if (name == u"Frm_OnTop_Drop")
+        return std::make_unique<Frm_OnTop_Drop>();
+    if (name == u"Frm_Note")
+        return std::make_unique<Frm_Note>();
+    if (name == u"frm_ShowUp")
+        return std::make_unique<frm_ShowUp>(Version_Notice{u"12.11.10"_s, QUrl(u"https://example.org/page"_s)});
+    if (name == u"Page_Hand")
+        return std::make_unique<Page_Hand>();
     if (name == u"Frm_BookMark_Admin")
         return std::make_unique<Frm_BookMark_Admin>(Bookmark());
+    if (name == u"Frm_File_Admin")
+        return std::make_unique<Frm_File_Admin>(&shell);
     if (const int page = static_cast<int>(Document_Page_Names.indexOf(name)); page >= 0) {
         static QWidget form;
         return Document_Pages()[static_cast<size_t>(page)].make(shell, form);
@@ -220,8 +239,14 @@ const QStringList Form_Names = {u"Frm_Main"_s,
                                 u"Frm_DataExport_Node_Exe"_s,
                                 u"Frm_Transfer_Conflicts"_s,
                                 u"Frm_BookMark_Admin"_s,
+                                u"Frm_File_Admin"_s,
                                 u"Frm_Date"_s,
-                                u"Frm_Keys"_s};
+                                u"Frm_Keys"_s,
+                                u"Frm_OnTop"_s,
+                                u"Frm_OnTop_Drop"_s,
+                                u"Frm_Note"_s,
+                                u"frm_ShowUp"_s,
+                                u"Page_Hand"_s};
 
 QString Read_Text(const QString &path)
 {
@@ -315,6 +340,12 @@ void For_Each_Page(QWidget &form, const std::function<void()> &look)
     form.show();
     QApplication::processEvents();
     look();
+    auto *pages = form.findChild<QListWidget *>(u"Lst_Pages"_s);
+    for (int i = 0; pages != nullptr && i < pages->count(); ++i) {
+        pages->setCurrentRow(i);
+        QApplication::processEvents();
+        look();
+    }
     for (QTabWidget *tabs : form.findChildren<QTabWidget *>()) {
         for (int i = 0; i < tabs->count(); ++i) {
             tabs->setCurrentIndex(i);

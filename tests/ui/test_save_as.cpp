@@ -118,6 +118,19 @@ private slots:
         QVERIFY(m_desk->tabs.Current_Document()->Is_Changed());
     }
 
+    void A_Document_Of_Another_Program_Goes_As_Its_File()
+    {
+        m_desk->program.Write(u"a.ini"_s, "[a]\r\nb=\xd6\xd0");
+        m_desk->tabs.Open(
+            AddCodeContent_File_Ex(m_desk->program.Path(u"a.ini"_s), u"001"_s, u"0"_s, u"Facts"_s, u"ini"_s, false));
+        for (const char *answer : {"b|0", "c|1"}) {
+            m_desk->program.prompts.Expect(u"另存为"_s, m_desk->program.Path(QLatin1String(answer)));
+            m_desk->Action(u"SaveAs"_s)->trigger();
+        }
+        QCOMPARE(m_desk->program.Bytes(u"b.ini"_s), "[a]\r\nb=\xd6\xd0");
+        QVERIFY(m_desk->program.Bytes(u"c.txt"_s).startsWith("[a]"));
+    }
+
     void Paper_Is_Read_By_Another_Program()
     {
         m_desk->Open_Document();

@@ -41,21 +41,26 @@ Blob Open(Connection &connection, const Database_Engine::Blob_Place &place, bool
 
 void Make_Room(Connection &connection, const Database_Engine::Blob_Place &place, qint64 size)
 {
-    connection.Before_Write(place.table);
     const QString sql = u"UPDATE "_s + Quoted_Name(place.table) + u" SET "_s + Quoted_Name(place.column) +
                         u" = zeroblob(?1) WHERE rowid = ?2"_s;
     if (connection.Change(sql.toUtf8(), {size, place.row}) == 0)
         throw Engine_Error::No_Current_Row();
 }
 
-bool Is_Empty(Connection &connection, const Database_Engine::Blob_Place &place)
+void Fill(Connection &connection, const Database_Engine::Blob_Place &place, qint64 size,
+          const std::function<qint64(char *block, qint64 size)> &source)
 {
-    const QString sql = u"SELECT ifnull(length("_s + Quoted_Name(place.column) + u"), 0) FROM "_s +
-                        Quoted_Name(place.table) + u" WHERE rowid = ?1"_s;
-    Row row;
-    if (!connection.Read_Row(sql.toUtf8(), {place.row}, row))
-        throw Engine_Error::No_Current_Row();
-    return std::get<qint64>(row.at(0)) == 0;
+    const Blob blob = Open(connection, place, true);
+    QByteArray block(std::min(Block, size), Qt::Uninitialized);
+    for (qint64 at = 0; at < size;) {
+        const qint64 given = source(block.data(), std::min<qint64>(block.size(), size - at));
+        if (given <= 0)
+            throw Run_Time_Error(Error_Number::Path_Access, u"The source ended early."_s, Failure::Path_Access);
+        if (sqlite3_blob_write(blob.get(), block.constData(), static_cast<int>(given), static_cast<int>(at)) !=
+            SQLITE_OK)
+            connection.Fail();
+        at += given;
+    }
 }
 } // namespace
 
@@ -65,7 +70,8 @@ qint64 Longest_Blob(const QString &connection)
 {
     if (Server_Of(connection) != nullptr)
         return Server_Blob::Longest;
-    return sqlite3_limit(Connection_To(connection)->Handle(), SQLITE_LIMIT_LENGTH, -1) - Rest_Of_Row;
+    Connection_To(connection); // a data source has none
+    return Long_Rows::Longest() - Rest_Of_Row;
 }
 
 void Write_Blob(const Blob_Place &place, qint64 size, const std::function<qint64(char *block, qint64 size)> &source)
@@ -78,20 +84,25 @@ void Write_Blob(const Blob_Place &place, qint64 size, const std::function<qint64
         return;
     }
     const std::shared_ptr<Connection> connection = Connection_To(place.connection);
-    Make_Room(*connection, place, size);
-    if (size == 0)
-        return;
-    const Blob blob = Open(*connection, place, true);
-    QByteArray block(std::min(Block, size), Qt::Uninitialized);
-    for (qint64 at = 0; at < size;) {
-        const qint64 given = source(block.data(), std::min<qint64>(block.size(), size - at));
-        if (given <= 0)
-            throw Run_Time_Error(Error_Number::Path_Access, u"The source ended early."_s, Failure::Path_Access);
-        if (sqlite3_blob_write(blob.get(), block.constData(), static_cast<int>(given), static_cast<int>(at)) !=
-            SQLITE_OK)
-            connection->Fail();
-        at += given;
-    }
+    connection->Before_Write(place.table);
+    connection->Whole([&] { // else a failure would leave the file as long as it has become
+        const Long_Rows longRows(connection->Handle());
+        Make_Room(*connection, place, size);
+        if (size > 0)
+            Fill(*connection, place, size, source);
+    });
+}
+
+qint64 Blob_Size(const Blob_Place &place)
+{
+    if (const auto server = Server_Of(place.connection))
+        return Server_Blob::Size(*server, place);
+    const QString sql = u"SELECT ifnull(length("_s + Quoted_Name(place.column) + u"), 0) FROM "_s +
+                        Quoted_Name(place.table) + u" WHERE rowid = ?1"_s;
+    Row row;
+    if (!Connection_To(place.connection)->Read_Row(sql.toUtf8(), {place.row}, row))
+        throw Engine_Error::No_Current_Row();
+    return std::get<qint64>(row.at(0));
 }
 
 void Read_Blob(const Blob_Place &place, const std::function<bool(const char *block, qint64 size)> &sink)
@@ -101,7 +112,7 @@ void Read_Blob(const Blob_Place &place, const std::function<bool(const char *blo
         return;
     }
     const std::shared_ptr<Connection> connection = Connection_To(place.connection);
-    if (Is_Empty(*connection, place))
+    if (Blob_Size(place) == 0)
         return;
     const Blob blob = Open(*connection, place, false);
     const qint64 size = sqlite3_blob_bytes(blob.get());

@@ -54,6 +54,12 @@ const Catalog_Column *Catalog_Table::Find(const QString &column) const
     return found == columns.end() ? nullptr : &*found;
 }
 
+bool Catalog_Table::Has_Bytes_Last() const
+{
+    const Catalog_Column *key = Single_Key();
+    return key != nullptr && key->autoIncrement && columns.back().type == Value_Type::Blob;
+}
+
 const Catalog_Column *Catalog_Table::Single_Key() const
 {
     const Catalog_Column *key = nullptr;

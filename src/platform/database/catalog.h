@@ -42,6 +42,8 @@ struct Catalog_Table {
     QString rowColumn; ///< of a server: the column that numbers its rows; "" in a file, which has rowids
 
     [[nodiscard]] const Catalog_Column *Find(const QString &column) const;
+    /// Numbered rows with bytes at their end, which can be written piece by piece.
+    [[nodiscard]] bool Has_Bytes_Last() const;
     /// The only column of the primary key, or null.
     [[nodiscard]] const Catalog_Column *Single_Key() const;
 };

@@ -22,8 +22,10 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A value of 256 MB, and what stands beside it; longer ones are refused before they are read.
+/// A value of 256 MB, and what stands beside it; longer ones are refused before they are read as a whole.
 constexpr int Longest_Row = 288 << 20;
+/// What SQLite is built for where nothing else is said.
+constexpr int Longest_Written_Row = 1'000'000'000;
 constexpr size_t Most_Kept_Statements = 128;
 constexpr qsizetype Longest_Kept_Shape = 4096;
 } // namespace
@@ -34,6 +36,18 @@ Prepared_Statement::~Prepared_Statement()
 }
 
 Connection::Connection(const QString &path) : m_path(path), m_hold(path) {}
+
+Long_Rows::Long_Rows(sqlite3 *db) : m_db(db), m_before(sqlite3_limit(db, SQLITE_LIMIT_LENGTH, Longest_Written_Row)) {}
+
+Long_Rows::~Long_Rows()
+{
+    sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, m_before);
+}
+
+qint64 Long_Rows::Longest()
+{
+    return Longest_Written_Row;
+}
 
 std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 {
@@ -487,6 +501,11 @@ void Connection::Run_Write(Prepared_Statement &statement, const std::vector<Toke
 void Connection::Run_Keyed(Prepared_Statement &statement, const std::vector<Token> &tokens)
 {
     const Plan &plan = *statement.plan;
+    const Catalog_Table *table = plan.tables.empty() ? nullptr : m_catalog.Find(plan.tables.front());
+    std::optional<Long_Rows> longRows;
+    if (table != nullptr && table->Has_Bytes_Last()) {
+        longRows.emplace(m_db);
+    }
     QStringList keys;
     for (const Token &token : tokens) {
         for (const Parameter &parameter : plan.parameters) {

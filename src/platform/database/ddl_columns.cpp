@@ -117,6 +117,18 @@ QString Column_Sql(const Column_Definition &column, bool key)
     return sql;
 }
 
+namespace
+{
+/// The bytes of a numbered row stand last in it: only there can they be made and written piece by piece, and the
+/// columns before them are read without going through them.
+void Put_Bytes_Last(std::vector<Column_Definition> &columns)
+{
+    if (std::any_of(columns.begin(), columns.end(), Is_Auto))
+        std::stable_partition(columns.begin(), columns.end(),
+                              [](const Column_Definition &column) { return Kind_Of(column) != Kind::Bytes; });
+}
+} // namespace
+
 /// The numbered column must be SQLite's key to be numbered at all; another key then becomes unique and not null,
 /// which is the same rule.
 QString Create_Table_Sql(const Create_Table &create)
@@ -135,6 +147,7 @@ QString Create_Table_Sql(const Create_Table &create)
     if (autos > 1) {
         throw Engine_Error::Failed(u"A table can have one numbered column only."_s);
     }
+    Put_Bytes_Last(columns);
     QStringList parts;
     for (Column_Definition &column : columns) {
         const auto isSame = [&column](const QString &name) {

@@ -69,4 +69,16 @@ void Read(Server_Connection &server, const Database_Engine::Blob_Place &place,
             return;
     }
 }
+
+qint64 Size(Server_Connection &server, const Database_Engine::Blob_Place &place)
+{
+    const Words words = Words_Of(server, place);
+    const auto run =
+        server.Execute(u"SELECT coalesce(octet_length("_s + words.column + u"), 0) FROM "_s + words.table + words.row);
+    if (!run->Fetch())
+        throw Engine_Error::No_Current_Row();
+    const Cell cell = run->Read(0, Value_Type::Integer);
+    const auto *size = std::get_if<qint64>(&cell);
+    return size == nullptr ? 0 : *size;
+}
 } // namespace Server_Blob

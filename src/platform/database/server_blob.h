@@ -13,4 +13,6 @@ void Write(Server_Connection &server, const Database_Engine::Blob_Place &place, 
            const std::function<qint64(char *block, qint64 size)> &source);
 void Read(Server_Connection &server, const Database_Engine::Blob_Place &place,
           const std::function<bool(const char *block, qint64 size)> &sink);
+/// Bytes of the value.
+qint64 Size(Server_Connection &server, const Database_Engine::Blob_Place &place);
 } // namespace Server_Blob

@@ -16,6 +16,6 @@ Programs::End Help::Compile(const QString &project, const std::function<bool()> 
     call.program = Compiler();
     call.arguments = {Files::Short_Path(project)};
     call.folder = QFileInfo(project).path();
-    const Programs::Bounds bounds{.time = 60'000, .file_size = Q_INT64_C(1) << 30};
+    const Programs::Bounds bounds{.time = 300'000, .processor_seconds = 600, .file_size = Q_INT64_C(1) << 30};
     return Programs::Run(call, bounds, goOn).end;
 }

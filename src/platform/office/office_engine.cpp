@@ -9,7 +9,7 @@
 
 namespace
 {
-int Time = 180'000;
+int Time = 300'000;
 
 /// What this engine calls the formats, where a suffix alone would leave it a choice.
 struct Filter {

@@ -5,8 +5,6 @@
 
 #include <QFile>
 #include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <zip.h>
 
 Zip_Writer::Zip_Writer(const QString &path) : m_path(path)
@@ -44,12 +42,8 @@ void Zip_Writer::Add_Source(const QString &name, void *source, bool isPacked)
 
 void Zip_Writer::Add(const QString &name, const QByteArray &bytes, bool isPacked)
 {
-    const auto size = static_cast<size_t>(bytes.size());
-    void *copy = std::malloc(size + 1); // the archive frees it
-    if (copy == nullptr)
-        throw Run_Time_Error(Error_Number::Out_Of_Memory, name);
-    std::memcpy(copy, bytes.constData(), size);
-    Add_Source(name, zip_source_buffer(m_zip, copy, size, 1), isPacked);
+    const QByteArray &kept = m_added.emplace_back(bytes);
+    Add_Source(name, zip_source_buffer(m_zip, kept.constData(), static_cast<zip_uint64_t>(kept.size()), 0), isPacked);
 }
 
 void Zip_Writer::Add_Part(const QString &name, const QString &file, qint64 begin, qint64 size, bool isPacked)

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <deque>
 #include <functional>
 
 struct zip;
@@ -32,5 +33,6 @@ private:
     [[noreturn]] void Fail();
 
     QString m_path;
+    std::deque<QByteArray> m_added; ///< what the archive reads at the end
     zip *m_zip = nullptr;
 };

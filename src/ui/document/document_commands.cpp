@@ -9,6 +9,7 @@
 #include "platform/richtext/rich_text.h"
 #include "ui/document/document_tabs.h"
 #include "ui/document/frm_doc_standard.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/ctrl_language.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -114,6 +115,7 @@ void Document_Tabs::Add_Commands()
         action->setCheckable(command.isSwitch);
         connect(action, &QAction::triggered, this, [this, run = command.run] { run(*this); });
         m_actions.push_back(action);
+        Command_Keys::Of_Program().Give(*action);
     }
     Show_State();
 }

@@ -11,7 +11,7 @@ struct Document_Facts {
     bool shown = false; ///< else no document is on screen, and the rest says nothing
     bool unsaved = false;
     QDateTime saved; ///< when it was stored last; invalid for never
-    int words = 0;   ///< of the text, or of what is selected in it
+    int words = 0;   ///< of the text, or of what is selected in it; -1 where counting would be felt
     bool of_selection = false;
     int line = 1; ///< the paragraph of the cursor
     int lines = 1;

@@ -25,6 +25,8 @@ public:
     virtual void Set_Changeable(bool /*changeable*/) {}
     /// The form is about to leave the document.
     virtual void Leave() {}
+    /// What other programs were given to show or to edit.
+    [[nodiscard]] virtual QStringList Left_Outside() const { return {}; }
     [[nodiscard]] virtual QString Caption() const = 0;
     /// Texts of the language pack in force.
     virtual void Load_Lang() = 0;

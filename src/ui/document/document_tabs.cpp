@@ -240,6 +240,14 @@ void Document_Tabs::Keep_Drafts()
         Document_At(i)->Keep_Draft();
 }
 
+QStringList Document_Tabs::Left_Outside() const
+{
+    QStringList names;
+    for (int i = 1; i < count(); ++i)
+        names << Document_At(i)->Left_Outside();
+    return names;
+}
+
 void Document_Tabs::Show_Style(const QString &code_id)
 {
     if (const int index = Find(code_id); index >= 0)
@@ -264,7 +272,7 @@ void Document_Tabs::Auto_Save_Tick()
     // A box on screen may be asking about this very document.
     if (document == nullptr || !document->DataChanged() || QApplication::activeModalWidget() != nullptr)
         return;
-    const int period = Config().CH_Auto_Save == QLatin1String("1") ? Config().COB_Auto_Save.toInt() : 0;
+    const int period = Is_On(&Settings_Record::CH_Auto_Save) ? Config().COB_Auto_Save.toInt() : 0;
     const int counted = document->unsaved_ticks + 1;
     const bool due = period > 0 && counted % period == 0;
     document->unsaved_ticks = period <= 0 || due ? 0 : counted;

@@ -46,6 +46,8 @@ public:
     bool Save_All();
     /// Puts every unsaved text into its draft; nothing is asked or stored.
     void Keep_Drafts();
+    /// Documents and attachments that other programs were given.
+    [[nodiscard]] QStringList Left_Outside() const;
     /// Open documents read the folders anew; a folder with its subtree may have other ids now. A document that went
     /// for good with its folder closes; one with unsaved text stays, and saving it stores it as a new one.
     void Follow_Folders(const QString &oldId = {}, const QString &newId = {});

@@ -6,12 +6,10 @@
 #include "core/settings_table.h"
 #include "editor/word_count.h"
 #include "platform/files/paths.h"
-#include "platform/richtext/rich_text.h"
 #include "ui/document/frm_doc_standard.h"
 #include "ui/kit/icons.h"
 #include "ui_frm_doc_standard.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
@@ -66,7 +64,7 @@ void Frm_Doc_Standard::Set_Up_Facts()
     m_factsTimer.setSingleShot(true);
     m_factsTimer.setInterval(Soon);
     connect(&m_factsTimer, &QTimer::timeout, this, &Frm_Doc_Standard::Count_Words_Now);
-    connect(m_ui->Txt_Content, &QTextEdit::cursorPositionChanged, &m_factsTimer, qOverload<>(&QTimer::start));
+    connect(m_ui->Txt_Content, &QTextEdit::cursorPositionChanged, this, &Frm_Doc_Standard::Tell_Facts);
     connect(m_ui->Txt_Content, &QTextEdit::selectionChanged, &m_factsTimer, qOverload<>(&QTimer::start));
     // The mark has its room at all times: nothing moves when it comes.
     const QFontMetrics metrics(m_ui->Fra_Code_Content->font());
@@ -77,21 +75,24 @@ void Frm_Doc_Standard::Set_Up_Facts()
     m_ui->Fra_Code_Content->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-/// Long texts are counted less often than they are changed.
+void Frm_Doc_Standard::Tell_Facts()
+{
+    if (isVisible())
+        emit Facts_Changed(Facts());
+}
+
 void Frm_Doc_Standard::Count_Words_Now()
 {
+    constexpr int Most_Characters = 4'000'000;
     if (!isVisible())
         return;
-    constexpr int Soon = 250;
-    constexpr qint64 Share_Of_Time = 20;
-    QElapsedTimer clock;
-    clock.start();
     const QTextCursor cursor = m_ui->Txt_Content->textCursor();
     m_ofSelection = cursor.hasSelection();
-    m_words = Count_Words(m_ofSelection ? cursor.selectedText() : Rich_Text::Shown_Text(*m_ui->Txt_Content->document()))
-                  .words;
-    m_factsTimer.setInterval(std::max(Soon, static_cast<int>(clock.elapsed() * Share_Of_Time)));
-    emit Facts_Changed(Facts());
+    const QTextDocument &whole = *m_ui->Txt_Content->document();
+    const int length = m_ofSelection ? cursor.selectionEnd() - cursor.selectionStart() : whole.characterCount();
+    m_words =
+        length > Most_Characters ? -1 : Count_Words(m_ofSelection ? cursor.selectedText() : whole.toRawText()).words;
+    Tell_Facts();
 }
 
 Document_Facts Frm_Doc_Standard::Facts() const

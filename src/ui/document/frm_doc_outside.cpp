@@ -66,6 +66,16 @@ bool Frm_Doc_Standard::Leave_Outside()
                         Prompts::Choice::Yes_No, Prompts::Answer::No) == Prompts::Answer::Yes;
 }
 
+QStringList Frm_Doc_Standard::Left_Outside() const
+{
+    QStringList names;
+    if (m_session->Outside() != nullptr)
+        names << Title();
+    for (const Document_Page *page : m_pages)
+        names << page->Left_Outside();
+    return names;
+}
+
 void Frm_Doc_Standard::Follow_Outside()
 {
     Outside_File *outside = m_session->Outside();

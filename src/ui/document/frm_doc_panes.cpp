@@ -37,9 +37,6 @@ void Frm_Doc_Standard::Set_Up_Panes()
     fold->setAccessibleName(fold->toolTip());
     m_ui->TabS_Header->setCornerWidget(fold);
     connect(fold, &QToolButton::clicked, m_ui->Chk_Addon_Title, &QToolButton::toggle);
-    constexpr uint Plain = 0xFFFFFF; // white stands for the skin's own
-    if (const uint ground = Config().Col_Cont.toUInt(); Config().Col_Cont.isValid() && ground != Plain)
-        m_ui->Txt_Content->Set_Ground(Character_Commands::Stored_Color(ground));
     m_ui->Txt_Content->Use_Column(true);
     for (Text_Editor *pane : {m_ui->Txt_Content, m_ui->Txt_Memo, m_ui->Txt_Sum})
         connect(pane, &Text_Editor::Zoom_Wanted, this, &Frm_Doc_Standard::Zoom);
@@ -71,7 +68,7 @@ void Frm_Doc_Standard::Set_Up_Tools()
         {m_ui->Chk_Memo_Title, "pane-memo"}, {m_ui->Chk_Sum_Title, "pane-sum"},
         {m_ui->Img_Tool_Action_0, "take"},   {m_ui->Img_Tool_Action_1, "take"},
         {m_ui->Img_Tool_Action_3, "take"},   {m_ui->Cmd_Del, "delete"},
-        {m_ui->Cmd_Look, "zoom_in"},
+        {m_ui->Cmd_Look, "text_size"},
     };
     for (const Tool &tool : tools)
         tool.button->setIcon(Line_Icon(QLatin1String(tool.icon)));
@@ -90,8 +87,12 @@ void Frm_Doc_Standard::Set_Up_Tools()
 
 void Frm_Doc_Standard::Adjuest_Memo()
 {
+    constexpr uint Plain = 0xFFFFFF; // white stands for the skin's own
+    const uint ground = Config().Col_Cont.isValid() ? Config().Col_Cont.toUInt() : Plain;
+    m_ui->Txt_Content->Set_Ground(ground == Plain ? QColor() : Character_Commands::Stored_Color(ground));
     const bool all = static_cast<Page_Look>(m_viewMode) != Page_Look::Writing;
-    const bool facts = Is_Shown(Config().M_FILE), memo = Is_Shown(Config().ViewMemo), sum = Is_Shown(Config().ViewSum);
+    const bool facts = Is_On(&Settings_Record::M_FILE), memo = Is_On(&Settings_Record::ViewMemo),
+               sum = Is_On(&Settings_Record::ViewSum);
     const struct {
         QWidget *pane;
         QToolButton *button;
@@ -101,7 +102,7 @@ void Frm_Doc_Standard::Adjuest_Memo()
         {m_ui->Pic_Memo, m_ui->Chk_Memo_Title, memo},
         {m_ui->Pic_Sum, m_ui->Chk_Sum_Title, sum},
     };
-    const bool low = Is_Shown(Config().Panes_Below);
+    const bool low = Is_On(&Settings_Record::Panes_Below);
     Place_Panes(low);
     for (const auto &one : panes) {
         const QSignalBlocker blocker(one.button);
@@ -178,13 +179,13 @@ void Frm_Doc_Standard::Zoom(int step)
 {
     constexpr int Steps[] = {50, 67, 80, 90, 100, 110, 120, 135, 150, 175, 200, 250, 300, 400};
     const int now = Config().Text_Zoom.toInt();
-    int next = now;
-    if (step == 0)
-        next = Initial_Value(Setting_Named(QStringLiteral("Text_Zoom"))).toInt();
-    else if (step > 0)
-        next = *std::find_if(std::begin(Steps), std::end(Steps) - 1, [&](int one) { return one > now; });
-    else
-        next = *std::find_if(std::rbegin(Steps), std::rend(Steps) - 1, [&](int one) { return one < now; });
+    const auto chosen = [&] {
+        if (step == 0)
+            return Initial_Value(Setting_Named(QStringLiteral("Text_Zoom"))).toInt();
+        return step > 0 ? *std::find_if(std::begin(Steps), std::end(Steps) - 1, [&](int one) { return one > now; })
+                        : *std::find_if(std::rbegin(Steps), std::rend(Steps) - 1, [&](int one) { return one < now; });
+    };
+    const int next = chosen();
     if (next == now)
         return;
     Keep_Setting("Text_Zoom", QString::number(next));

@@ -38,9 +38,8 @@ bool Frm_Doc_Standard::Save(Asking asking)
         Refuse(Save_Refusal::Nothing_To_Save);
         return false;
     }
-    if (Config().CH_Save == QLatin1String("1") &&
-        Prompts::Ask(Pack_Text("Frm_Doc_Standard", "_IsSave"), App().App_Title, Prompts::Choice::Yes_No) !=
-            Prompts::Answer::Yes)
+    if (Is_On(&Settings_Record::CH_Save) && Prompts::Ask(Pack_Text("Frm_Doc_Standard", "_IsSave"), App().App_Title,
+                                                         Prompts::Choice::Yes_No) != Prompts::Answer::Yes)
         return false;
     const Save_Refusal refusal = m_session->Check();
     if (refusal != Save_Refusal::None) {
@@ -190,6 +189,7 @@ void Frm_Doc_Standard::Show_Mark()
     m_ui->Fra_Code_Content->setText(m_changed ? Pack_Text("Frm_Doc_Standard", "_NeedSave") + QLatin1Char('*')
                                               : QString());
     emit Mark_Changed();
+    Tell_Facts();
 }
 
 bool Frm_Doc_Standard::Is_Long() const

@@ -115,10 +115,9 @@ void Frm_Doc_Standard::Take_Page(const QString &page, const QString &folder)
 bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
 {
     m_showing = true;
-    const Document_Session::Opening opening = m_session->Open(code_id);
+    const bool shown = m_session->Open(code_id);
     const Document_Form &form = m_session->Form();
     // What is read and edited of a page is what it shows, not its source.
-    const bool shown = opening == Document_Session::Opening::Shown;
     if (shown && m_session->Is_Page() && !m_session->Is_Partial())
         Web_Page::Show(form.page.isEmpty() ? form.content->toPlainText() : form.page, *form.content);
     m_showing = false;
@@ -128,7 +127,7 @@ bool Frm_Doc_Standard::GetCode_ViaID(const QString &code_id)
     Show_Style();
     if (form.lock_is_open)
         m_shell.Set_Status(m_lang.GetString("_Lock_Open"));
-    Set_Edit_Mode(!m_session->Is_Page() && Config().CH_Lock != QLatin1String("1"));
+    Set_Edit_Mode(!m_session->Is_Page() && !Is_On(&Settings_Record::CH_Lock));
     if (const QString loss = Not_Kept(*form.content); !loss.isEmpty())
         m_shell.Set_Status(loss);
     return true;

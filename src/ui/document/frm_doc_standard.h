@@ -95,6 +95,8 @@ public:
     /// Takes back what another program has saved. @returns false when that program still has the file and the user
     /// wants to finish there first
     bool Leave_Outside();
+    /// What other programs were given of this document: its file and its attachments.
+    [[nodiscard]] QStringList Left_Outside() const;
     /// 0 shows everything, 1 only the text, 2 the text as on paper.
     void Use_View_Mode(int mode);
     /// Shows the memo, summary and additional panes where the settings say, and the text as large.
@@ -170,6 +172,7 @@ private:
     void Zoom(int step);
     void Fit_Quiet_Line();
     void Count_Words_Now();
+    void Tell_Facts();
     [[nodiscard]] QString Selected_Text() const;
     void Take_Selection(QLineEdit *field);
     void Follow_Outside();

@@ -7,7 +7,14 @@
 #include "core/settings.h"
 #include "documents/attachment_export.h"
 #include "documents/attachment_place.h"
+#include "editor/pictures.h"
+#include "platform/files/directory_walk.h"
+#include "platform/files/door.h"
+#include "platform/machine/machine.h"
 #include "platform/prompts/prompts.h"
+#include "ui/document/attachment_actions.h"
+#include "ui/document/attachment_news.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/file_drops.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -20,6 +27,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMimeDatabase>
 
 struct Page_Attachments::Command {
     const char *name;
@@ -33,23 +41,7 @@ struct Page_Attachments::Command {
 namespace
 {
 const QString Source = QStringLiteral("Frm_Doc_Standard\\Attachments");
-
-void Report(const QString &text)
-{
-    Prompts::Message(text, App().App_Title, Prompts::Icon::Exclamation);
-}
-
-void Report_Failures(const QList<Failed_Item> &failed)
-{
-    constexpr qsizetype Most_Named = 8;
-    QStringList lines;
-    for (const Failed_Item &item : failed.first(std::min(failed.size(), Most_Named)))
-        lines << item.name + QStringLiteral(": ") + item.reason;
-    if (failed.size() > Most_Named)
-        lines << QStringLiteral("… (%1)").arg(failed.size());
-    if (!lines.isEmpty())
-        Report(lines.join(QLatin1Char('\n')));
-}
+using Attachment_Actions::Report;
 } // namespace
 
 std::span<const Page_Attachments::Command> Page_Attachments::Commands()
@@ -59,6 +51,7 @@ std::span<const Page_Attachments::Command> Page_Attachments::Commands()
         {"Mnu_Open", "open", "Return", &Page::Open, false, "Cmd_Open"},
         {"Mnu_Add", "new", "Ins", &Page::Add_Chosen, true, "Cmd_Add"},
         {"Mnu_Paste", "paste", "Ctrl+V", &Page::Paste, true, ""},
+        {"Mnu_Copy", "copy", "Ctrl+C", &Page::Copy, false, ""},
         {"mnuFile_Path", "link", "", &Page::Add_Reference, true, "Cmd_Link"},
         {"mnuFile_Path_Curr", "link", "", &Page::Add_Reduced, true, "Cmd_Link"},
         {"Mnu_Out_Direct", "folder", "", &Page::Add_Folder, true, "Cmd_Link"},
@@ -72,33 +65,40 @@ std::span<const Page_Attachments::Command> Page_Attachments::Commands()
     return commands;
 }
 
-Page_Attachments::Page_Attachments(Shell &shell, QWidget & /*form*/)
+Page_Attachments::Page_Attachments(Shell &shell, QWidget &form)
     : m_shell(shell), m_ui(std::make_unique<Ui::Page_Attachments>()), m_lang(*this, QStringLiteral("Page_Attachments")),
-      m_opened(*this)
+      m_list({Attachment_Model::Column::Name, Attachment_Model::Column::Size, Attachment_Model::Column::Date,
+              Attachment_Model::Column::Kind, Attachment_Model::Column::Remark}),
+      m_opened(Opened_Attachments::Of(form))
 {
     m_ui->setupUi(this);
     setAcceptDrops(true);
+    m_list.Files_For = [this](const QList<Attachment> &files) {
+        return Laid_Out(files);
+    };
     m_ui->Lsv_File->setModel(&m_list);
+    m_ui->Lsv_File->setDragDropMode(QAbstractItemView::DragOnly); // drops go to the page
     Add_Commands();
     Load_Lang();
     connect(m_ui->Lsv_File, &QTreeView::doubleClicked, this, &Page_Attachments::Open);
     connect(m_ui->Lsv_File, &QTreeView::customContextMenuRequested, this, &Page_Attachments::Show_Menu);
-    connect(&m_opened, &Opened_Attachments::Replaced, this, [this](const QString &code_id) {
+    connect(&m_opened, &Opened_Attachments::Told, this, [this](const QString &text) { m_shell.Set_Status(text); });
+    connect(&Attachment_News::The(), &Attachment_News::Changed, this, [this](const QString &code_id) {
         if (code_id == m_id)
-            return Changed();
-        m_shell.Document_Changed(code_id);
+            Refresh();
     });
 }
 
-Page_Attachments::~Page_Attachments() = default;
+Page_Attachments::~Page_Attachments()
+{
+    if (!m_laidOut.isEmpty())
+        Files::Delete_Folder(m_laidOut);
+}
 
 void Page_Attachments::Load_Lang()
 {
     m_lang.LoadControlsCaption();
-    std::vector<List_Column> columns;
-    for (const char *key : {"_Col_Name", "_Col_Size", "_Col_Date", "_Col_Kind", "_Col_Remark"})
-        columns.push_back({QLatin1String(key), m_lang.GetString(key)});
-    m_list.Set_Columns(std::move(columns));
+    m_list.Load_Lang();
     constexpr int widths[] = {26, 12, 22, 12};
     for (int i = 0; i < static_cast<int>(std::size(widths)); ++i)
         m_ui->Lsv_File->setColumnWidth(i, widths[i] * fontMetrics().averageCharWidth());
@@ -121,6 +121,7 @@ void Page_Attachments::Add_Commands()
         action->setShortcut(QKeySequence(QLatin1String(command.shortcut)));
         action->setShortcutContext(Qt::WidgetShortcut);
         m_ui->Lsv_File->addAction(action);
+        Command_Keys::Of_Program().Give(*action, Command_Keys::Place::Attachments);
         connect(action, &QAction::triggered, this, [this, &command] { Run(command); });
         auto *button = findChild<QToolButton *>(QLatin1String(command.button));
         if (button == m_ui->Cmd_Link) {
@@ -159,10 +160,13 @@ void Page_Attachments::Document_Saved(const QString &code_id, const QString & /*
 {
     if (m_id == code_id)
         return;
-    if (m_id.isEmpty())
+    const bool adopted = m_id.isEmpty();
+    if (adopted)
         m_opened.Adopt(code_id);
     m_id = code_id;
     Refresh();
+    if (adopted) // other new documents have none of them any more
+        emit Attachment_News::The().Changed({});
 }
 
 /// Counts always, and reads the rows when they are on screen.
@@ -173,7 +177,7 @@ void Page_Attachments::Refresh(const QString &selected)
     emit Caption_Changed();
     if (isVisible())
         Fill();
-    const QModelIndex row = m_list.index(m_list.Find(selected), 0);
+    const QModelIndex row = m_list.index(m_list.Find(selected.toLongLong()), 0);
     if (row.isValid())
         m_ui->Lsv_File->setCurrentIndex(row);
 }
@@ -183,18 +187,7 @@ void Page_Attachments::Fill()
     if (m_filled)
         return;
     m_filled = true;
-    m_files = m_count == 0 ? QList<Attachment>() : Trap(Source, [this] { return Attachments_Of(m_id); });
-    std::vector<List_Row> rows;
-    for (const Attachment &file : m_files) {
-        const bool inside = file.type == Attachment_Type::Internal;
-        List_Row row;
-        row.tag = QString::number(file.id);
-        row.texts = {file.name, file.size, file.date, Pack_Text("Frm_Doc_Standard", inside ? "_Inside" : "_Outside"),
-                     file.remark};
-        row.tool_tip = file.path;
-        rows.push_back(std::move(row));
-    }
-    m_list.Replace(std::move(rows));
+    m_list.Show(m_count == 0 ? QList<Attachment>() : Trap(Source, [this] { return Attachments_Of(m_id); }));
 }
 
 void Page_Attachments::Changed(const QString &selected)
@@ -206,12 +199,7 @@ void Page_Attachments::Changed(const QString &selected)
 
 QList<Attachment> Page_Attachments::Selected() const
 {
-    QList<Attachment> files;
-    for (int i = 0; i < m_files.size() && i < m_list.Row_Count(); ++i) {
-        if (m_ui->Lsv_File->selectionModel()->isRowSelected(i, {}))
-            files << m_files[i];
-    }
-    return files;
+    return Selected_Attachments(*m_ui->Lsv_File, m_list);
 }
 
 void Page_Attachments::showEvent(QShowEvent *event)
@@ -222,7 +210,7 @@ void Page_Attachments::showEvent(QShowEvent *event)
 
 void Page_Attachments::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!Dropped_Files(*event->mimeData()).isEmpty())
+    if (event->source() != m_ui->Lsv_File && !Dropped_Files(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
@@ -233,7 +221,9 @@ void Page_Attachments::dropEvent(QDropEvent *event)
         return;
     if (!m_changeable)
         return Report(Pack_Text("Frm_Doc_Standard", "_ReadOnly"));
-    Add_Files(Dropped_Files(*event->mimeData()), Config().Cob_AddinFileType);
+    Trap(
+        Source, [&] { Add_Dropped(Dropped_Files(*event->mimeData()), Config().Cob_AddinFileType); },
+        [] { Report(Error_Text(Err())); });
 }
 
 void Page_Attachments::Add_Chosen()
@@ -245,7 +235,48 @@ void Page_Attachments::Add_Chosen()
 
 void Page_Attachments::Paste()
 {
-    Add_Files(Dropped_Files(*QGuiApplication::clipboard()->mimeData()), Config().Cob_AddinFileType);
+    const QMimeData &clip = *QGuiApplication::clipboard()->mimeData();
+    const QString mode = Config().Cob_AddinFileType;
+    if (const QStringList files = Dropped_Files(clip); !files.isEmpty())
+        Add_Dropped(files, mode == Addin_Mode::Nothing ? Addin_Mode::Internal : mode);
+    else if (const QByteArray picture = Pictures::In(clip); !picture.isEmpty())
+        Paste_Picture(picture);
+}
+
+void Page_Attachments::Paste_Picture(const QByteArray &picture)
+{
+    const QString folder = App().App_Path + QStringLiteral("data/temp");
+    const QString name =
+        Files::Name_For(m_lang.GetString("_Picture") + Machine::Now().toString(QStringLiteral(" yyyy-MM-dd HHmmss")),
+                        QStringLiteral("picture")) +
+        QLatin1Char('.') + QMimeDatabase().mimeTypeForData(picture).preferredSuffix();
+    const QString path = folder + QLatin1Char('/') + name;
+    Files::Make_Directory(folder);
+    Files::Write_Bytes(path, picture, Files::Durability::Staging);
+    Add_Files({path}, Config().Cob_AddinFileType == Addin_Mode::Copy ? Addin_Mode::Copy : Addin_Mode::Internal);
+    Files::Delete_If_Present(path);
+}
+
+void Page_Attachments::Copy()
+{
+    if (QMimeData *files = m_list.mimeData(m_ui->Lsv_File->selectionModel()->selectedRows()))
+        QGuiApplication::clipboard()->setMimeData(files);
+}
+
+QList<QUrl> Page_Attachments::Laid_Out(const QList<Attachment> &files)
+{
+    return Trap(
+        Source,
+        [&] {
+            if (!m_laidOut.isEmpty())
+                Files::Delete_Folder(m_laidOut);
+            m_laidOut = App().App_Path + QStringLiteral("data/temp/attached_%1").arg(Machine::Random_Below(1000000));
+            QList<QUrl> urls;
+            Long_Work::Run(this, m_lang.GetString("_Copying"),
+                           [&](Work &work) { urls = Lay_Out_Attachments(files, m_laidOut, work); });
+            return urls;
+        },
+        [] { Report(Error_Text(Err())); });
 }
 
 void Page_Attachments::Add_Reference()
@@ -279,31 +310,80 @@ void Page_Attachments::Add_Page()
     }
 }
 
-/// A folder is linked; its files are not.
+/// Of a folder its files are added or, where they are to be linked or the user wants it so, a link to it.
+void Page_Attachments::Add_Dropped(const QStringList &paths, const QString &mode)
+{
+    QStringList files;
+    for (const QString &path : paths) {
+        const bool whole = mode == Addin_Mode::Link || !QFileInfo(path).isDir();
+        const QStringList taken = whole ? QStringList{path} : Wanted_Of_Folder(path);
+        if (taken.isEmpty())
+            return;
+        files += taken;
+    }
+    Add_Files(files, mode);
+}
+
+/// Asks what of a folder is to be added. @returns its files or itself, nothing when the user gave up
+QStringList Page_Attachments::Wanted_Of_Folder(const QString &folder)
+{
+    Files::Found_Files found;
+    Long_Work::Run(this, m_lang.GetString("_Adding"), [&](Work &work) {
+        const auto step = [&](const QString &below, qint64 count) {
+            return work.Next(count, 0, below);
+        };
+        found = Files::Walk_Directory(folder, QStringLiteral("*.*"), true, step);
+    });
+    if (found.stopped)
+        return {};
+    if (found.files.empty())
+        return {folder};
+    const QString question =
+        Filled(m_lang.GetString("_Ask_Folder"),
+               {QFileInfo(folder).fileName(), locale().toString(static_cast<qint64>(found.files.size()))});
+    switch (Prompts::Ask(question, App().App_Title, Prompts::Choice::Yes_No_Cancel)) {
+    case Prompts::Answer::Yes:
+        break;
+    case Prompts::Answer::No:
+        return {folder};
+    default:
+        return {};
+    }
+    QStringList files;
+    for (const Files::Found_File &file : found.files)
+        files << file.path;
+    return files;
+}
+
 void Page_Attachments::Add_Files(const QStringList &paths, const QString &mode)
 {
     if (paths.isEmpty() || mode == Addin_Mode::Nothing)
         return;
     QList<Failed_Item> failed;
     Saved_Attachment saved;
+    qint64 added = 0;
     Long_Work::Run(this, m_lang.GetString("_Adding"), [&](Work &work) {
         for (const QString &path : paths) {
             saved =
                 QFileInfo(path).isDir() ? Add_Folder_Link(m_id, path) : S_SaveFile(m_id, path, QString(), mode, work);
             if (saved.stopped)
                 return;
-            if (saved.id == 0)
-                failed << Failed_Item{QFileInfo(path).fileName(), Error_Text(saved.trouble)};
+            if (saved.id != 0)
+                ++added;
+            else
+                failed << Failed_Item{QFileInfo(path).fileName(), Attachment_Trouble(saved.trouble)};
         }
     });
     Changed(QString::number(saved.id));
-    Report_Failures(failed);
+    if (added > 0)
+        m_shell.Set_Status(m_lang.GetString("_Added") + locale().toString(added));
+    Attachment_Actions::Report_Failures(failed);
 }
 
 void Page_Attachments::Keep(const Saved_Attachment &saved, const QString &name)
 {
     if (saved.id == 0)
-        return Report(name + QLatin1Char('\n') + Error_Text(saved.trouble));
+        return Report(name + QLatin1Char('\n') + Attachment_Trouble(saved.trouble));
     Changed(QString::number(saved.id));
 }
 
@@ -317,78 +397,28 @@ void Page_Attachments::Open()
 void Page_Attachments::Edit_Remark()
 {
     const QList<Attachment> files = Selected();
-    if (files.size() != 1)
-        return;
-    QString remark = files.first().remark;
-    for (bool stored = false; !stored;) { // what was typed comes back for another try
-        remark =
-            Prompts::Input(Pack_Text("Frm_Main", "_IsModifyContent"), Pack_Text("Frm_Main", "_IsModifyTitle"), remark);
-        if (remark.isNull())
-            return;
-        stored = Trap(
-            Source,
-            [&] {
-                Set_Attachment_Remark(files.first().id, remark);
-                return true;
-            },
-            [] { Report(Error_Text(Err())); });
-    }
-    Changed(QString::number(files.first().id));
+    if (files.size() == 1 && Attachment_Actions::Edit_Remark(files.first()))
+        Changed(QString::number(files.first().id));
 }
 
 void Page_Attachments::Delete()
 {
-    QList<qint64> ids;
-    for (const Attachment &file : Selected())
-        ids << file.id;
-    if (ids.isEmpty() || Prompts::Ask(Pack_Text("Frm_Main", "_DeleteFile"), App().App_Title, Prompts::Choice::Yes_No,
-                                      Prompts::Answer::No) != Prompts::Answer::Yes)
-        return;
-    Delete_Attachments(ids);
-    Changed();
+    if (Attachment_Actions::Delete_After_Question(*this, Selected()))
+        Changed();
 }
 
 void Page_Attachments::Move(int step)
 {
     const int row = m_ui->Lsv_File->currentIndex().row();
     const int other = row + step;
-    if (row < 0 || other < 0 || other >= m_files.size())
+    if (row < 0 || other < 0 || other >= m_list.rowCount())
         return;
-    const qint64 id = m_files[row].id;
-    ChangeFileOrder(id, m_files[other].id);
+    const qint64 id = m_list.Files()[row].id;
+    ChangeFileOrder(id, m_list.Files()[other].id);
     Refresh(QString::number(id));
 }
 
-/// One file under a name that is asked for; several under their own names in a folder, where none is replaced.
 void Page_Attachments::Export()
 {
-    const QList<Attachment> files = Selected();
-    const auto linked = [](const Attachment &file) {
-        return file.type != Attachment_Type::Internal;
-    };
-    if (files.isEmpty() || !std::all_of(files.begin(), files.end(), Is_Exportable))
-        return Report(Pack_Text("Frm_Main", "_ExpType"));
-    if (std::any_of(files.begin(), files.end(), linked) &&
-        Prompts::Ask(Pack_Text("Frm_Main", "_ExportFileOut"), App().App_Title, Prompts::Choice::Yes_No) !=
-            Prompts::Answer::Yes)
-        return;
-    QString target;
-    if (files.size() == 1) {
-        const QString suffix = QFileInfo(files.first().name).suffix();
-        const QString kind =
-            suffix.isEmpty() ? QString() : QStringLiteral("%1(*.%2)|*.%2|").arg(Pack_Text("Frm_Main", "_File"), suffix);
-        target = Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), files.first().name,
-                                    kind + Pack_Text("Frm_Main", "_AllFile") + QStringLiteral("(*.*)|*.*"));
-    } else
-        target = Prompts::Folder(Pack_Text("Frm_Main", "_Seldb"), {});
-    if (target.isEmpty())
-        return;
-    Work_Result result;
-    Long_Work::Run(this, Pack_Text("Frm_Main", "_SaveAs"), [&](Work &work) {
-        result = files.size() == 1 ? Export_Attachment(files.first(), target, work)
-                                   : Export_Attachments(files, target, work);
-    });
-    Report_Failures(result.failed);
-    if (!result.stopped && result.failed.isEmpty())
-        Prompts::Message(Pack_Text("Frm_Main", "_ExportFile"), App().App_Title);
+    Attachment_Actions::Export(*this, Selected());
 }

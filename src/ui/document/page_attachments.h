@@ -2,7 +2,7 @@
 #pragma once
 
 #include "documents/attachments.h"
-#include "platform/models/list_model.h"
+#include "ui/document/attachment_model.h"
 #include "ui/document/document_page.h"
 #include "ui/document/opened_attachments.h"
 #include "ui/kit/ctrl_language.h"
@@ -12,8 +12,8 @@ namespace Ui
 class Page_Attachments;
 }
 
-/// The files that the document carries. What is done here is stored at once; those of a new document go with its first
-/// save.
+/// The files that the document carries, which can also be dragged in and out. What is done here is stored at once;
+/// those of a new document go with its first save.
 class Page_Attachments final : public Document_Page
 {
     Q_OBJECT
@@ -26,6 +26,7 @@ public:
     void Document_Saved(const QString &code_id, const QString &title) override;
     void Set_Changeable(bool changeable) override { m_changeable = changeable; }
     void Leave() override { m_opened.Look_After(); }
+    [[nodiscard]] QStringList Left_Outside() const override { return m_opened.Names(); }
     [[nodiscard]] QString Caption() const override;
     void Load_Lang() override;
 
@@ -47,6 +48,10 @@ private:
     void Add_Folder();
     void Add_Page();
     void Paste();
+    void Paste_Picture(const QByteArray &picture);
+    void Copy();
+    void Add_Dropped(const QStringList &paths, const QString &mode);
+    [[nodiscard]] QStringList Wanted_Of_Folder(const QString &folder);
     void Add_Files(const QStringList &paths, const QString &mode);
     void Keep(const Saved_Attachment &saved, const QString &name);
     void Open();
@@ -61,13 +66,15 @@ private:
     void Fill();
     void Changed(const QString &selected = {});
     [[nodiscard]] QList<Attachment> Selected() const;
+    /// Internal ones as copies, which stay until the next ones are made.
+    [[nodiscard]] QList<QUrl> Laid_Out(const QList<Attachment> &files);
 
     Shell &m_shell;
     std::unique_ptr<Ui::Page_Attachments> m_ui;
     ctrlLanguage m_lang;
-    List_Model m_list;
-    QList<Attachment> m_files;
-    Opened_Attachments m_opened;
+    Attachment_Model m_list;
+    Opened_Attachments &m_opened; ///< the window's: what is open outside outlives the page
+    QString m_laidOut;            ///< the folder of what was dragged away last
     QString m_id;
     int m_count = 0;
     bool m_filled = false; ///< the list shows the document's; it is filled when the page is first on screen

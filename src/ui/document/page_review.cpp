@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/document/page_review.h"
 
+#include "ui/kit/command_keys.h"
 #include "ui/kit/shell.h"
 #include "ui_page_review.h"
 
+#include <QAction>
 #include <QFrame>
-#include <QShortcut>
 #include <algorithm>
 
 Page_Review::Page_Review(Shell &shell, QWidget &form)
@@ -23,8 +24,12 @@ Page_Review::Page_Review(Shell &shell, QWidget &form)
                               m_ui->Cmd_Read_score_3};
     for (int i = 0; i < static_cast<int>(std::size(buttons)); ++i) {
         connect(buttons[i], &QPushButton::clicked, this, [this, i] { Cmd_Read_score_Click(i); });
-        auto *key = new QShortcut(QKeySequence(Qt::CTRL | Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), &form);
-        connect(key, &QShortcut::activated, buttons[i], &QPushButton::click);
+        auto *key = new QAction(buttons[i]->text(), this);
+        key->setShortcut(Qt::CTRL | Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i));
+        key->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        Command_Keys::Of_Program().Give(*key, Command_Keys::Place::Text, QStringLiteral("Cmd_Read_score_%1").arg(i));
+        form.addAction(key);
+        connect(key, &QAction::triggered, buttons[i], &QPushButton::click);
     }
     connect(m_ui->Cob_Gene, &QComboBox::activated, this, &Page_Review::Cob_Gene_Click);
 }

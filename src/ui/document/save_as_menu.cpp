@@ -47,6 +47,11 @@ QString First_Suffix(const char *patterns)
     return QString::fromLatin1(patterns).section(QLatin1Char(' '), 0, 0).mid(1);
 }
 
+QString Filter(const char *words, const QString &patterns)
+{
+    return Pack_Text("Frm_Main", words) + QStringLiteral("(%1)|%1").arg(patterns);
+}
+
 /// The folder that was used last, "" when it is gone.
 QString Last_Folder()
 {
@@ -87,24 +92,36 @@ void Save_As_Menu::Show_State()
         action->setEnabled(is);
 }
 
-QString Save_As_Menu::Ask_For_File(const QString &title, const Kind *kind) const
+/// The filters of all kinds, the one of a suffix first.
+QStringList Save_As_Menu::All_Filters(const QString &suffix)
 {
-    const auto filter = [](const Kind &one) {
-        return Pack_Text("Frm_Main", one.words) + QStringLiteral("(%1)|%1").arg(QLatin1String(one.patterns));
-    };
     QStringList filters;
-    if (kind != nullptr) {
-        filters << filter(*kind);
-    } else {
-        for (const Kind &one : Kinds)
-            filters << filter(one);
-        kind = &Kinds[1]; // rich text keeps most, and is offered first
-        filters.move(1, 0);
+    qsizetype first = -1;
+    for (const Kind &kind : Kinds) {
+        if (First_Suffix(kind.patterns) == suffix)
+            first = filters.size();
+        filters << Filter(kind.words, QLatin1String(kind.patterns));
     }
-    const QString name = Files::Name_For(title, Pack_Text("Frm_Doc_Standard", "_NewDoc"));
+    if (first < 0)
+        filters.prepend(Filter("_File", QLatin1Char('*') + suffix));
+    else
+        filters.move(first, 0);
+    return filters;
+}
+
+QString Save_As_Menu::Ask_For_File(const Kind *kind) const
+{
+    Frm_Doc_Standard &document = *m_tabs.Current_Document();
+    QString suffix = QStringLiteral(".rtf");
+    if (kind != nullptr)
+        suffix = First_Suffix(kind->patterns);
+    else if (document.Is_Foreign()) // its own format keeps all of it
+        suffix = QLatin1Char('.') + document.Form().type.toLower();
+    const QStringList filters =
+        kind != nullptr ? QStringList(Filter(kind->words, QLatin1String(kind->patterns))) : All_Filters(suffix);
+    const QString name = Files::Name_For(document.Title(), Pack_Text("Frm_Doc_Standard", "_NewDoc")) + suffix;
     const QString folder = Last_Folder();
-    const QString file = name + First_Suffix(kind->patterns);
-    return Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), folder.isEmpty() ? file : QDir(folder).filePath(file),
+    return Prompts::Save_File(Pack_Text("Frm_Main", "_SaveAs"), folder.isEmpty() ? name : QDir(folder).filePath(name),
                               filters.join(QLatin1Char('|')));
 }
 
@@ -114,7 +131,7 @@ void Save_As_Menu::Save(const Kind *kind)
     if (document == nullptr)
         return;
     document->Commit_Composition();
-    const QString path = Ask_For_File(document->Title(), kind);
+    const QString path = Ask_For_File(kind);
     if (path.isEmpty())
         return;
     WriteIni(Page, Open_Path, QFileInfo(path).path());

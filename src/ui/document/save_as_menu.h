@@ -25,7 +25,8 @@ private:
     void Show_State();
     /// @param kind  nullptr lets the dialog offer all of them
     void Save(const Kind *kind);
-    [[nodiscard]] QString Ask_For_File(const QString &title, const Kind *kind) const;
+    [[nodiscard]] QString Ask_For_File(const Kind *kind) const;
+    [[nodiscard]] static QStringList All_Filters(const QString &suffix);
     void Write(const QString &path);
 
     QMenu &m_menu;

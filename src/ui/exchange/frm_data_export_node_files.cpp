@@ -118,7 +118,7 @@ void Frm_DataExport_Node_Files::Tell(const Export_Result &result)
         Prompts::Message(Lang.GetString("_ErrPwd"), App().App_Title, Prompts::Icon::Exclamation);
     if (result.disk_full)
         Prompts::Message(Pack_Text("Error_Texts", "_Disk_Full"), App().App_Title, Prompts::Icon::Exclamation);
-    const QString sum = Lang.GetString("_ExpDone") + QLatin1Char('\n') + result.sum;
+    const QString sum = Lang.GetString(result.stopped ? "_ExpEnded" : "_ExpDone") + QLatin1Char('\n') + result.sum;
     m_ui->Lab_Processing->setText(result.sum);
     Prompts::Message(sum, App().App_Title);
     if (Prompts::Ask(Lang.GetString("_ReadReport") + QStringLiteral("\r\n") + result.report, App().App_Title,

@@ -16,7 +16,7 @@ constexpr int Button_Side = 20;
 constexpr int Icon_Side = 16;
 constexpr int Gap = 8;
 constexpr int Least_Row = 26;
-constexpr int Letters_To_Know_By = 20; ///< of a name, its icon and its count
+constexpr int Room_To_Know_By = 140; ///< pixels for a name, its icon and its count
 
 /// "576" of "Work[576]", "" for a node without a count.
 QString Count_Text(const QString &caption)
@@ -66,8 +66,7 @@ int Folder_Delegate::Whole_Width(const QStyleOptionViewItem &option, const QMode
 
 QSize Folder_Delegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const int known = option.fontMetrics.averageCharWidth() * Letters_To_Know_By;
-    return {std::min(Whole_Width(option, index), known),
+    return {std::min(Whole_Width(option, index), Room_To_Know_By),
             std::max(Node_Delegate::sizeHint(option, index).height(), Least_Row)};
 }
 

@@ -21,7 +21,7 @@ QVariant Folder_Model::data(const QModelIndex &index, int role) const
 {
     if (index.isValid() && role == Qt::EditRole)
         return m_editText.isNull() ? Editable_Name(Node(Node_Of(index))) : m_editText;
-    if (index.isValid() && role == Qt::ToolTipRole && Config().CH_Tree_ToolTips == QLatin1String("1"))
+    if (index.isValid() && role == Qt::ToolTipRole && Is_On(&Settings_Record::CH_Tree_ToolTips))
         return Plain_Tip(Node(Node_Of(index)).caption);
     return Tree_Model::data(index, role);
 }

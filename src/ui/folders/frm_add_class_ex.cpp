@@ -30,7 +30,7 @@ Frm_AddClass_Ex::Frm_AddClass_Ex(Tree_Model &tree, int node, bool asSibling, QWi
     m_ui->Lab_Trouble->hide();
     if (tree.Node_Count() > 0)
         m_ui->Lab_Cate->setText(Caption_Name(tree.Node(Parent_Of_New(tree, node, asSibling)).caption));
-    m_ui->Chk_Exp->setChecked(Config().CH_Exp_Node == QLatin1String("1"));
+    m_ui->Chk_Exp->setChecked(Is_On(&Settings_Record::CH_Exp_Node));
     Folder_Icon_Button::Set_Up(*m_ui->Cmd_Icon, First_Icon);
     m_ui->Txt_Name->setFocus();
     connect(m_ui->Cmd_OK, &QPushButton::clicked, this, &Frm_AddClass_Ex::Cmd_OK_Click);

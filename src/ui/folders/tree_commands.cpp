@@ -20,6 +20,7 @@
 #include "ui/folders/frm_nodes_search.h"
 #include "ui/folders/frm_re_name_ex.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
 
@@ -66,6 +67,8 @@ Tree_Commands::Tree_Commands(Tree_Pane &pane, Shell &shell) : QObject(&pane), m_
         action->setShortcutContext(Qt::WidgetShortcut);
         connect(action, &QAction::triggered, this, row.run);
         pane.addAction(action);
+        if (row.inMenu)
+            Command_Keys::Of_Program().Give(*action, Command_Keys::Place::Tree);
     }
 }
 

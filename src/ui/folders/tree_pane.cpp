@@ -108,7 +108,7 @@ bool Tree_Pane::Has_Selection() const
 
 void Tree_Pane::Recount(const QString &id)
 {
-    Update_Tree_Num_Ex(m_tree, id, App().Conn_Str, Is_Shown(Config().ShowLow));
+    Update_Tree_Num_Ex(m_tree, id, App().Conn_Str, Is_On(&Settings_Record::ShowLow));
 }
 
 void Tree_Pane::Show_Locks()

@@ -16,6 +16,7 @@ void Color_Button::Set_Number(const QString &number)
 {
     m_number = number;
     Show_Color();
+    emit Number_Changed();
 }
 
 void Color_Button::changeEvent(QEvent *event)

@@ -16,6 +16,9 @@ public:
     [[nodiscard]] QString Number() const { return m_number; }
     void Set_Number(const QString &number);
 
+signals:
+    void Number_Changed();
+
 protected:
     void changeEvent(QEvent *event) override;
 

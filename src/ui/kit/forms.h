@@ -8,6 +8,8 @@
 #include <memory>
 #include <span>
 
+class Shell;
+
 /// The forms that can be opened by name. Each wing has a table of those that others open, and nobody includes another
 /// one's dialog.
 namespace Forms
@@ -22,6 +24,7 @@ struct Opening {
     std::function<void()> changed = {};
     /// Asked before; false leaves everything as it is.
     std::function<bool()> may_change = {};
+    Shell *shell = nullptr; ///< of the main window
 };
 
 struct Row {

@@ -15,6 +15,13 @@ void Use_Setting_Font(QTreeView &view, const QString &family, const QString &poi
     view.setFont(font);
 }
 
+void Fit_Column(QTreeView &view, int column)
+{
+    constexpr int Air = 16;
+    view.resizeColumnToContents(column);
+    view.setColumnWidth(column, view.columnWidth(column) + Air);
+}
+
 /// A style sheet and not a palette: the skin's own sheet would win against one.
 void Use_Setting_Background(QTreeView &view, const QString &colorNumber)
 {

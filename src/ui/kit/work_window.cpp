@@ -218,4 +218,9 @@ void Ask(const std::function<void()> &question)
         QMetaObject::invokeMethod(
             Present_Window, [&] { Present_Window->Run_Question(question); }, Qt::BlockingQueuedConnection);
 }
+
+bool Is_Under_Way()
+{
+    return Present_Window != nullptr;
+}
 } // namespace Long_Work

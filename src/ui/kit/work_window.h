@@ -22,4 +22,7 @@ void Run_To_End(QWidget *parent, const QString &title, const std::function<void(
 
 /// Runs a question of the work's in the window's thread and waits for it. Without a window it just runs.
 void Ask(const std::function<void()> &question);
+
+/// Whether such work is going on: what comes in from outside the program waits for its end.
+bool Is_Under_Way();
 } // namespace Long_Work

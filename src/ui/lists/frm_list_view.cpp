@@ -30,11 +30,10 @@ namespace
 const QString Title_Key = QStringLiteral("Lsv_Code_Info_Title");
 constexpr int Least_Title = 180; // pixels
 constexpr int Skin_Padding = 10; ///< that a caption gets when the skin is put on the form
-const QString Columns_Section = QStringLiteral("Col");
-const QString Widths_Key = QStringLiteral("ListViewPara");
-const QString Order_Key = QStringLiteral("ListViewOrder");
-const QString Rows_Key = QStringLiteral("ListViewRows");         ///< "2" for rows of two lines
-const QString Language_Key = QStringLiteral("ListViewLanguage"); ///< whose captions the widths were chosen for
+constexpr Kept_Value Widths{"Col", "ListViewPara"};
+constexpr Kept_Value Order{"Col", "ListViewOrder"};
+constexpr Kept_Value Row_Lines{"Col", "ListViewRows"};           ///< "2" for rows of two lines
+constexpr Kept_Value Widths_Language{"Col", "ListViewLanguage"}; ///< whose captions the widths were chosen for
 } // namespace
 
 Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
@@ -48,7 +47,7 @@ Frm_ListView::Frm_ListView(Shell &shell, QWidget *parent)
     Apply_Columns();
     Add_Commands();
     Connect_Controls();
-    m_comfortable = GetIni(Columns_Section, Rows_Key) == QLatin1String("2");
+    m_comfortable = Row_Lines.Read() == QLatin1String("2");
     m_ui->Pic_Page_Facts->hide();
     Set_Heading({});
     setAcceptDrops(true);
@@ -282,16 +281,16 @@ void Frm_ListView::Apply_Columns()
     header->setSectionsMovable(true);
     header->setStretchLastSection(false);
     header->setMinimumSectionSize(Pixels(300));
-    const QString kept = GetIni(Columns_Section, Widths_Key);
+    const QString kept = Widths.Read();
     const std::vector<int> widths = kept.isEmpty() ? First_Widths() : Widths_From_Text(kept);
-    const bool chosen = GetIni(Columns_Section, Language_Key).compare(Config().LANGUAGE, Qt::CaseInsensitive) == 0;
+    const bool chosen = Widths_Language.Read().compare(Config().LANGUAGE, Qt::CaseInsensitive) == 0;
     for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
         const int width = Pixels(widths[static_cast<size_t>(i)]);
         header->setSectionHidden(i, width == 0);
         if (width > 0)
             header->resizeSection(i, chosen ? width : std::max(width, header->sectionSizeHint(i) + Skin_Padding));
     }
-    const QString keptOrder = GetIni(Columns_Section, Order_Key);
+    const QString keptOrder = Order.Read();
     const std::vector<int> order = kept.isEmpty() && keptOrder.isEmpty() ? First_Order() : Order_From_Text(keptOrder);
     for (int place = 0; place < static_cast<int>(order.size()); ++place)
         header->moveSection(header->visualIndex(order[static_cast<size_t>(place)]), place);
@@ -324,7 +323,7 @@ bool Frm_ListView::eventFilter(QObject *watched, QEvent *event)
 void Frm_ListView::Switch_Comfortable()
 {
     m_comfortable = !m_comfortable;
-    WriteIni(Columns_Section, Rows_Key, QString::number(m_comfortable ? 2 : 1));
+    Row_Lines.Keep(QString::number(m_comfortable ? 2 : 1));
     m_ui->Lsv_Code_Info->Set_Comfortable(m_comfortable && m_searchKey.isEmpty());
 }
 
@@ -345,15 +344,15 @@ void Frm_ListView::Save_Columns()
         widths.push_back(header->isSectionHidden(i) ? 0 : Twips(header->sectionSize(i)));
         order.push_back(header->logicalIndex(i));
     }
-    WriteIni(Columns_Section, Widths_Key, Numbers_To_Text(widths));
-    WriteIni(Columns_Section, Order_Key, Numbers_To_Text(order));
-    WriteIni(Columns_Section, Language_Key, Config().LANGUAGE);
+    Widths.Keep(Numbers_To_Text(widths));
+    Order.Keep(Numbers_To_Text(order));
+    Widths_Language.Keep(Config().LANGUAGE);
 }
 
 void Frm_ListView::Apply_Look()
 {
     Document_List_View *list = m_ui->Lsv_Code_Info;
-    list->Set_Grid(Config().CH_Lsv_Grid == QLatin1String("1"));
+    list->Set_Grid(Is_On(&Settings_Record::CH_Lsv_Grid));
     Use_Setting_Font(*list, Config().FontName_LSV, Config().FontSize_LSV);
     Use_Setting_Background(*list, Config().Lsv_BColor);
 }

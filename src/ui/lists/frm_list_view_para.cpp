@@ -12,12 +12,11 @@
 namespace
 {
 constexpr int Boxes_In_A_Row = 3;
-const QString Columns_Section = QStringLiteral("Col");
-const QString Widths_Key = QStringLiteral("ListViewPara");
+constexpr Kept_Value Widths{"Col", "ListViewPara"};
 
 std::vector<int> Kept_Widths()
 {
-    const QString kept = GetIni(Columns_Section, Widths_Key);
+    const QString kept = Widths.Read();
     return kept.isEmpty() ? First_Widths() : Widths_From_Text(kept);
 }
 } // namespace
@@ -67,6 +66,6 @@ void Frm_ListView_Para::Cmd_Update()
         const int shown = m_widths[i] > 0 ? m_widths[i] : initial[i];
         widths.push_back(m_boxes[i]->isChecked() ? shown : 0);
     }
-    WriteIni(Columns_Section, Widths_Key, Numbers_To_Text(widths));
+    Widths.Keep(Numbers_To_Text(widths));
     emit Columns_Changed();
 }

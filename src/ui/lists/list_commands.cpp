@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/language_pack.h"
@@ -7,6 +6,7 @@
 #include "core/settings.h"
 #include "platform/files/paths.h"
 #include "platform/prompts/prompts.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/forms.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/shell.h"
@@ -74,6 +74,7 @@ void Frm_ListView::Add_Commands()
         connect(action, &QAction::triggered, this, [this, run = command.run] { (this->*run)(); });
         action->setCheckable(command.run == &Frm_ListView::Switch_Comfortable);
         m_ui->Lsv_Code_Info->addAction(action);
+        Command_Keys::Of_Program().Give(*action, Command_Keys::Place::List);
         m_actions.push_back(action);
         if (command.endsGroup)
             m_menu->addSeparator();
@@ -233,8 +234,7 @@ void Frm_ListView::Choose_Picture()
         [&] {
             const bool isThere = QFileInfo(path).absolutePath() == QFileInfo(folder).absoluteFilePath();
             const QString name = isThere ? QFileInfo(path).fileName() : Take_Picture(path, folder);
-            Config().Pic_List = name;
-            WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), name);
+            Keep_Setting(&Settings_Record::Pic_List, name);
             setListPic(name);
         },
         [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
@@ -242,7 +242,6 @@ void Frm_ListView::Choose_Picture()
 
 void Frm_ListView::Close_Picture()
 {
-    Config().Pic_List.clear();
-    WriteIni(QStringLiteral("ViewMode"), QStringLiteral("Pic_List"), {});
+    Keep_Setting(&Settings_Record::Pic_List, {});
     setListPic({});
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/lists/search_pane.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
 #include "core/language_pack.h"
@@ -47,7 +46,7 @@ Search_Pane::Search_Pane(Shell &shell, QWidget *parent)
     m_ui->Cob_FindKey->lineEdit()->setClearButtonEnabled(true);
     m_ui->Cob_FindKey->setCompleter(nullptr);
     m_ui->Cmd_FindTxt->setIcon(Line_Icon(QStringLiteral("find")));
-    m_ui->Chk_Lsv_Detail->setChecked(Config().CH_Lsv_Detail == QLatin1String("1"));
+    m_ui->Chk_Lsv_Detail->setChecked(Is_On(&Settings_Record::CH_Lsv_Detail));
     m_ui->Cob_FindKey->addItems(Config().KEYS.split(QLatin1Char(','), Qt::SkipEmptyParts));
     m_ui->Cob_FindKey->setCurrentIndex(-1);
     Fill_Fields();
@@ -79,9 +78,8 @@ void Search_Pane::Save_History()
     QString history;
     for (int i = keys.count() - 1; i >= std::max(0, keys.count() - most); --i)
         history += keys.itemText(i) + QLatin1Char(',');
-    Config().KEYS = history;
-    WriteIni(QStringLiteral("Col"), QStringLiteral("KEYS_NUM"), Config().KEYS_NUM);
-    WriteIni(QStringLiteral("Col"), QStringLiteral("KEYS"), history);
+    Keep_Setting(&Settings_Record::KEYS_NUM, Config().KEYS_NUM);
+    Keep_Setting(&Settings_Record::KEYS, history);
 }
 
 void Search_Pane::Cmd_FindTxt()
@@ -253,10 +251,8 @@ void Search_Pane::Connect_Controls()
             m_typing.stop();
     });
     connect(m_ui->Cmd_Find_Stop, &QToolButton::clicked, this, [this] { m_run.Stop(); });
-    connect(m_ui->Chk_Lsv_Detail, &QCheckBox::toggled, this, [](bool on) {
-        Config().CH_Lsv_Detail = on ? QStringLiteral("1") : QStringLiteral("0");
-        WriteIni(QStringLiteral("Col"), QStringLiteral("CH_Lsv_Detail"), Config().CH_Lsv_Detail);
-    });
+    connect(m_ui->Chk_Lsv_Detail, &QCheckBox::toggled, this,
+            [](bool on) { Keep_Switch(&Settings_Record::CH_Lsv_Detail, on); });
     connect(&m_run, &Search_Run::Progressed, this, &Search_Pane::Show_Progress);
     connect(&m_run, &Search_Run::Found_Early, this,
             [this](const std::shared_ptr<Condition_Rows> &found) { Show_Early(*found); });

@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "core/trouble.h"
 #include "platform/prompts/prompts.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/forms.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/row_choice.h"
@@ -83,6 +84,7 @@ void Tag_Pane::Add_Commands()
         action->setShortcutContext(Qt::WidgetShortcut);
         connect(action, &QAction::triggered, this, command.run);
         m_ui->Lsv_Tags->addAction(action);
+        Command_Keys::Of_Program().Give(*action, Command_Keys::Place::Tags, QLatin1String(command.name));
         m_actions.push_back(action);
         if (auto *button = findChild<QToolButton *>(QLatin1String(command.name)))
             button->setDefaultAction(action);

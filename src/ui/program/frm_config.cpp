@@ -1,203 +1,239 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/program/frm_config.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
-#include "core/settings_table.h"
-#include "platform/files/door.h"
-#include "platform/files/paths.h"
-#include "platform/profile/profile.h"
 #include "platform/prompts/prompts.h"
-#include "ui/kit/color_button.h"
+#include "ui/program/config_mark.h"
+#include "ui/program/config_words.h"
+#include "ui/program/program_config_pages.h"
 #include "ui_frm_config.h"
 
-#include <QFileInfo>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QShortcut>
+#include <algorithm>
 
 namespace
 {
-constexpr const char *Setting_Property = "Setting";
-const QString Page = QStringLiteral("Page");
-const QString Language_Key = QStringLiteral("Language");
-
-QString Config_Path()
-{
-    return App().App_Path + QStringLiteral("Config.ini");
-}
-
-const Setting &Setting_Of(const QWidget &control)
-{
-    return Setting_Named(control.property(Setting_Property).toString());
-}
-
-void Show_Value(QWidget &control, const QString &text)
-{
-    if (auto *box = qobject_cast<QCheckBox *>(&control))
-        box->setChecked(Is_On(Setting_Of(control), text));
-    else if (auto *option = qobject_cast<QRadioButton *>(&control))
-        option->setChecked(option->property("Index").toString() == text);
-    else if (auto *font = qobject_cast<QFontComboBox *>(&control))
-        font->setEditText(text);
-    else if (auto *list = qobject_cast<QComboBox *>(&control))
-        list->setCurrentIndex(text.toInt() - list->property("First").toInt());
-    else if (auto *number = qobject_cast<QSpinBox *>(&control))
-        number->setValue(qRound(text.toDouble()));
-    else if (auto *color = qobject_cast<Color_Button *>(&control))
-        color->Set_Number(text);
-    else if (auto *line = qobject_cast<QLineEdit *>(&control))
-        line->setText(text);
-}
-
-/// What a control says for its setting; null where it says nothing: an option that is not the chosen one, a list
-/// without a chosen entry.
-QString Value_Of(const QWidget &control)
-{
-    if (const auto *box = qobject_cast<const QCheckBox *>(&control))
-        return Switch_Text(Setting_Of(control), box->isChecked());
-    if (const auto *option = qobject_cast<const QRadioButton *>(&control))
-        return option->isChecked() ? option->property("Index").toString() : QString();
-    if (const auto *font = qobject_cast<const QFontComboBox *>(&control))
-        return font->currentText().trimmed();
-    if (const auto *list = qobject_cast<const QComboBox *>(&control))
-        return list->currentIndex() < 0 ? QString()
-                                        : QString::number(list->currentIndex() + list->property("First").toInt());
-    if (const auto *number = qobject_cast<const QSpinBox *>(&control))
-        return QString::number(number->value());
-    if (const auto *color = qobject_cast<const Color_Button *>(&control))
-        return color->Number();
-    const auto *line = qobject_cast<const QLineEdit *>(&control);
-    return line == nullptr ? QString() : line->text().trimmed();
-}
-
-QList<QWidget *> Bound_Controls(const QWidget &form)
-{
-    QList<QWidget *> bound = form.findChildren<QWidget *>();
-    bound.removeIf([](const QWidget *control) { return !control->property(Setting_Property).isValid(); });
-    return bound;
-}
+constexpr int Least_Left = 180, Entry_Padding = 14;
+constexpr QMargins Caption_Margins(16, 8, 16, 8);
+const QString Changed_Mark = QStringLiteral(" •");
 } // namespace
 
 Frm_Config::Frm_Config(QWidget *parent) : QDialog(parent), m_ui(std::make_unique<Ui::Frm_Config>())
 {
     m_ui->setupUi(this);
+    m_mark = new Config_Mark(this);
+    Add_Pages();
     m_lang.LoadControlsCaption();
-    Show_Languages();
-    Show_Settings();
+    Name_Pages();
+    for (const Page &page : m_pages)
+        page.page->Show_Settings();
     Connect_Controls();
+    m_ui->Lst_Pages->setCurrentRow(0);
+    m_ui->Txt_Search->setFocus();
 }
 
 Frm_Config::~Frm_Config() = default;
 
-void Frm_Config::Show_Languages()
+void Frm_Config::Add_Pages()
 {
-    m_language = GetIni(Page, Language_Key);
-    int present = -1; // a language without a pack is nobody's choice of another one
-    QStringList names;
-    for (const Files::Entry &entry : Files::Entries(App().App_Path + QStringLiteral("Lang"))) {
-        if (!entry.is_folder && entry.name.endsWith(QLatin1String(".ini"), Qt::CaseInsensitive))
-            names << QFileInfo(entry.name).completeBaseName();
+    for (const Program_Pages::Row &row : Program_Pages::All()) {
+        Config_Page *page = row.make != nullptr ? row.make(nullptr) : new Rows_Page(row.rows, nullptr);
+        Add_Page(page, row.name, QString::fromUtf8(row.words));
     }
-    names.sort();
-    for (const QString &name : names) {
-        m_ui->Comb_Language->addItem(name);
-        if (name.compare(m_language, Qt::CaseInsensitive) == 0)
-            present = m_ui->Comb_Language->count() - 1;
-    }
-    m_ui->Comb_Language->setCurrentIndex(present);
+    for (const Config_Pages::Row &row : Config_Pages::All())
+        Add_Page(row.make(nullptr), "", {});
 }
 
-void Frm_Config::Show_Settings()
+/// @param name  of the caption in the section of this form; "" for a page that knows its own
+void Frm_Config::Add_Page(Config_Page *page, const char *name, const QString &words)
 {
-    for (QWidget *control : Bound_Controls(*this)) {
-        Show_Value(*control, Text_Of(Config(), Setting_Of(*control)));
-        m_shown.insert(control, Value_Of(*control));
+    constexpr double Larger = 1.3;
+    auto *around = new QWidget;
+    auto *layout = new QVBoxLayout(around);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto *caption = new QLabel(words, around);
+    caption->setObjectName(QLatin1String(name));
+    caption->setContentsMargins(Caption_Margins);
+    QFont font = caption->font();
+    font.setPointSizeF(font.pointSizeF() * Larger);
+    caption->setFont(font);
+    layout->addWidget(caption);
+    layout->addWidget(page, 1);
+    auto *area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(around);
+    m_ui->Stk_Pages->addWidget(area);
+    m_pages.push_back({new QListWidgetItem(m_ui->Lst_Pages), area, page, caption});
+    connect(page, &Config_Page::Edited, this, &Frm_Config::Show_State);
+}
+
+/// What the language control cannot know: captions that stand in two places, and names for a screen reader.
+void Frm_Config::Name_Pages()
+{
+    for (Page &page : m_pages) {
+        if (page.caption->objectName().isEmpty())
+            page.caption->setText(page.page->windowTitle());
+        page.entry->setText(page.caption->text());
+        page.entry->setSizeHint({0, fontMetrics().height() + Entry_Padding});
+        page.area->setAccessibleName(page.caption->text());
+    }
+    m_ui->Txt_Search->setPlaceholderText(m_lang.GetString("_Search"));
+    m_ui->Txt_Search->setAccessibleName(m_lang.GetString("_Search"));
+    m_ui->Lst_Pages->setAccessibleName(m_lang.GetString("_Pages"));
+    const int width = m_ui->Lst_Pages->sizeHintForColumn(0) + 24 + fontMetrics().horizontalAdvance(Changed_Mark);
+    m_ui->Lst_Pages->setFixedWidth(std::max(width, Least_Left));
+    m_ui->Txt_Search->setFixedWidth(m_ui->Lst_Pages->width());
+    m_ui->Lab_Found->hide();
+    m_ui->Lab_Found->setFixedWidth(m_ui->Lst_Pages->width());
+    for (QWidget *control : findChildren<QWidget *>()) {
+        if (control->accessibleName().isEmpty() && control->property("Setting").isValid())
+            control->setAccessibleName(control->toolTip());
     }
 }
 
 void Frm_Config::Connect_Controls()
 {
-    const auto browse = [this](QLineEdit *path) {
-        return [this, path] {
-            const QString chosen =
-                Prompts::Folder(m_lang.GetString("_Folder"), Files::Native_Path(path->text().trimmed()));
-            if (!chosen.isEmpty())
-                path->setText(chosen);
-        };
-    };
-    connect(m_ui->Cmd_Pic, &QPushButton::clicked, this, browse(m_ui->Txt_Pic));
-    connect(m_ui->Cmd_Backup, &QPushButton::clicked, this, browse(m_ui->Txt_Backup));
-    connect(m_ui->Cmd_Colors, &QPushButton::clicked, this, &Frm_Config::Reset_Colors);
-    connect(m_ui->Chk_Auto, &QCheckBox::toggled, m_ui->Spn_Auto, &QWidget::setEnabled);
-    m_ui->Spn_Auto->setEnabled(m_ui->Chk_Auto->isChecked());
-    connect(m_ui->Cmd_Apply, &QPushButton::clicked, this, &Frm_Config::Save);
-    connect(m_ui->Cmd_OK, &QPushButton::clicked, this, [this] {
-        if (Save())
-            accept();
-    });
+    connect(m_ui->Lst_Pages, &QListWidget::currentRowChanged, this, &Frm_Config::Open_Page);
+    connect(m_ui->Txt_Search, &QLineEdit::textChanged, this, &Frm_Config::Search);
+    m_ui->Txt_Search->installEventFilter(this);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_ui->Txt_Search,
+            qOverload<>(&QWidget::setFocus));
+    connect(m_ui->Cmd_Default, &QPushButton::clicked, this, [this] { Current().page->Show_Defaults(); });
+    connect(m_ui->Cmd_Apply, &QPushButton::clicked, this, &Frm_Config::Apply);
+    connect(m_ui->Cmd_OK, &QPushButton::clicked, this, &Frm_Config::Take_All);
     connect(m_ui->Cmd_Exit, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void Frm_Config::Reset_Colors()
+Frm_Config::Page &Frm_Config::Current()
 {
-    for (Color_Button *button : findChildren<Color_Button *>())
-        button->Set_Number(Initial_Value(Setting_Of(*button)));
+    return m_pages[static_cast<size_t>(std::max(0, m_ui->Stk_Pages->currentIndex()))];
 }
 
-bool Frm_Config::Save()
+void Frm_Config::Open_Page(int index)
 {
-    const bool newLanguage = Language_Differs();
-    if (!Write_Changes())
-        return false;
-    m_ui->Lab_Note->setText(m_lang.GetString("_SetOK"));
-    emit Settings_Changed();
-    if (newLanguage)
-        Prompts::Message(m_lang.GetString("_Restart"), App().App_Title);
-    return true;
+    m_ui->Stk_Pages->setCurrentIndex(index);
+    Show_State();
 }
 
-bool Frm_Config::Language_Differs() const
+/// A page that holds what is not stored yet says so in the list.
+void Frm_Config::Show_State()
 {
-    const QString chosen = m_ui->Comb_Language->currentText();
-    return !chosen.isEmpty() && chosen.compare(m_language, Qt::CaseInsensitive) != 0;
+    for (const Page &page : m_pages)
+        page.entry->setText(page.caption->text() + (page.page->Is_Changed() ? Changed_Mark : QString()));
+    m_ui->Cmd_Default->setEnabled(Current().page->Has_Defaults());
+    m_ui->Cmd_Apply->setEnabled(Current().page->Is_Changed() && Current().page->Refused() == nullptr);
+    m_ui->Lab_Note->clear();
 }
 
-/// Open forms keep their words, so the record keeps the language that this run began with.
-/// Folders that cannot be used are refused before anything is written.
-void Frm_Config::Check_Folders()
+void Frm_Config::Search(const QString &text)
 {
-    for (QWidget *control : Bound_Controls(*this)) {
-        const QString value = Value_Of(*control);
-        const QString key = QLatin1String(Setting_Of(*control).key);
-        if (value == m_shown.value(control) || (key != QLatin1String("Backup_Path") && key != QLatin1String("Pic_Dir")))
-            continue;
-        control->setFocus();
-        Files::Prepare_Folder(value);
+    if (m_words == nullptr)
+        m_words = std::make_unique<Config_Words>();
+    m_hits.clear();
+    for (size_t i = 0; i < m_pages.size(); ++i) {
+        const QList<Config_Hit> hits =
+            text.trimmed().isEmpty() ? QList<Config_Hit>() : m_pages[i].page->Find(*m_words, text.trimmed());
+        for (const Config_Hit &hit : hits)
+            m_hits.push_back({i, hit});
+        m_pages[i].entry->setHidden(hits.isEmpty() && !text.trimmed().isEmpty());
+    }
+    if (m_hits.empty() && !text.trimmed().isEmpty()) { // a search without a result takes nothing away
+        for (const Page &page : m_pages)
+            page.entry->setHidden(false);
+    }
+    Show_Hit(m_hits.empty() ? -1 : 0);
+}
+
+void Frm_Config::Show_Hit(int index)
+{
+    m_hit = index;
+    const QString none = m_ui->Txt_Search->text().trimmed().isEmpty() ? QString() : m_lang.GetString("_Not_Found");
+    m_ui->Lab_Found->setHidden(m_ui->Txt_Search->text().trimmed().isEmpty());
+    m_ui->Lab_Found->setText(
+        index < 0 ? none
+                  : Filled(m_lang.GetString("_Found"), {QString::number(index + 1), QString::number(m_hits.size())}));
+    if (index < 0)
+        return m_mark->Put_Around(nullptr);
+    const Hit &hit = m_hits[static_cast<size_t>(index)];
+    m_ui->Lst_Pages->setCurrentItem(m_pages[hit.page].entry);
+    if (hit.hit.show)
+        hit.hit.show();
+    m_pages[hit.page].area->ensureWidgetVisible(hit.hit.control);
+    m_mark->Put_Around(hit.hit.control);
+}
+
+/// From the box of the search, Down and Up go through what was found, and Enter goes to the control.
+bool Frm_Config::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_ui->Txt_Search || event->type() != QEvent::KeyPress || m_hits.empty())
+        return QDialog::eventFilter(watched, event);
+    const int count = static_cast<int>(m_hits.size());
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Down:
+        Show_Hit((m_hit + 1) % count);
+        return true;
+    case Qt::Key_Up:
+        Show_Hit((m_hit + count - 1) % count);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        m_hits[static_cast<size_t>(m_hit)].hit.control->setFocus(Qt::ShortcutFocusReason);
+        return true;
+    default:
+        return QDialog::eventFilter(watched, event);
     }
 }
 
-bool Frm_Config::Write_Changes()
+/// @returns false when something is refused; the user is at it then
+bool Frm_Config::Store(Page &page)
 {
+    if (QWidget *refused = page.page->Refused()) {
+        m_ui->Lst_Pages->setCurrentItem(page.entry);
+        page.area->ensureWidgetVisible(refused);
+        refused->setFocus();
+        return false;
+    }
     return Trap(
         QStringLiteral("Frm_Config\\Cmd_Apply_Click"),
-        [this] {
-            Check_Folders();
-            for (QWidget *control : Bound_Controls(*this)) {
-                const QString value = Value_Of(*control);
-                const Setting &setting = Setting_Of(*control);
-                if (value.isEmpty() || value == m_shown.value(control))
-                    continue;
-                Profile::Write(Config_Path(), QLatin1String(setting.section), QLatin1String(setting.key), value);
-                Store(Config(), setting, value);
-                m_shown.insert(control, value);
-            }
-            if (Language_Differs()) {
-                Profile::Write(Config_Path(), Page, Language_Key, m_ui->Comb_Language->currentText());
-                m_language = m_ui->Comb_Language->currentText();
-            }
-            Config().Backup_Path = Files::With_Final_Separator(Config().Backup_Path);
-            Config().Pic_Dir = Files::With_Final_Separator(Config().Pic_Dir);
+        [&] {
+            page.page->Save();
             return true;
         },
         [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Exclamation); });
+}
+
+void Frm_Config::Apply()
+{
+    if (!Store(Current()))
+        return;
+    emit Settings_Changed();
+    Show_State();
+    m_ui->Lab_Note->setText(m_lang.GetString("_SetOK"));
+}
+
+void Frm_Config::Take_All()
+{
+    bool changed = false;
+    bool stored = true;
+    for (Page &page : m_pages) {
+        if (!page.page->Is_Changed())
+            continue;
+        stored = Store(page);
+        if (!stored)
+            break;
+        changed = true;
+    }
+    if (changed)
+        emit Settings_Changed();
+    if (stored)
+        return accept();
+    Show_State();
 }

@@ -1,20 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/kit/config_page.h"
 #include "ui/kit/ctrl_language.h"
 
 #include <QDialog>
-#include <QHash>
 #include <memory>
+#include <vector>
 
+class Config_Mark;
+class QLabel;
+class QListWidgetItem;
+class QScrollArea;
 namespace Ui
 {
 class Frm_Config;
 }
 
-/// The options of the program. A control with the property `Setting` shows the setting of that name: a check box its
-/// two words, an option button one value (its `Index`), a list the number of its entry (counted from its `First`), any
-/// other control its text. Only what the user changed is written.
+/// The options of the program: pages, which know their settings themselves, a search over all of them, and the buttons.
+/// Only what the user changed is written.
 class Frm_Config : public QDialog
 {
     Q_OBJECT
@@ -27,18 +31,39 @@ signals:
     /// The settings have been written and are in force for whoever reads them next.
     void Settings_Changed();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
-    void Show_Languages();
-    void Show_Settings();
+    struct Page {
+        QListWidgetItem *entry;
+        QScrollArea *area;
+        Config_Page *page;
+        QLabel *caption;
+    };
+    struct Hit {
+        size_t page;
+        Config_Hit hit;
+    };
+
+    void Add_Pages();
+    void Add_Page(Config_Page *page, const char *name, const QString &words);
+    void Name_Pages();
     void Connect_Controls();
-    void Reset_Colors();
-    bool Save();
-    void Check_Folders();
-    bool Write_Changes();
-    [[nodiscard]] bool Language_Differs() const;
+    void Open_Page(int index);
+    void Show_State();
+    void Search(const QString &text);
+    void Show_Hit(int index);
+    [[nodiscard]] bool Store(Page &page);
+    void Apply();
+    void Take_All();
+    [[nodiscard]] Page &Current();
 
     std::unique_ptr<Ui::Frm_Config> m_ui;
     ctrlLanguage m_lang{*this, QStringLiteral("Frm_Config")};
-    QHash<const QWidget *, QString> m_shown; ///< what each control showed at first, or when it was last written
-    QString m_language;                      ///< the pack that the next start takes
+    std::vector<Page> m_pages;
+    std::unique_ptr<Config_Words> m_words; ///< read when the first search begins
+    std::vector<Hit> m_hits;
+    int m_hit = -1;
+    Config_Mark *m_mark;
 };

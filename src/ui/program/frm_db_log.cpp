@@ -28,16 +28,11 @@ constexpr Log_Column Log_Columns[] = {
     {"Lsv_Log|Index|Item7", u"计算机名", 16},
 };
 
-QString Day(const QDateEdit &edit)
+/// "" where no date is typed.
+QString Day(const Date_Field &field)
 {
-    return Database_Engine::Short_Date(edit.date().startOfDay());
-}
-
-void Set_Up_Date(QDateEdit &edit)
-{
-    const QString separator = QLatin1Char('\'') + QString(Machine::Date_Separator()) + QLatin1Char('\'');
-    edit.setDisplayFormat(QStringLiteral("yyyy%1MM%1dd").arg(separator));
-    edit.setDate(Machine::Now().date());
+    const QDateTime typed = Database_Engine::Date_From_Text(field.text());
+    return typed.isValid() ? Database_Engine::Short_Date(typed.date().startOfDay()) : QString();
 }
 } // namespace
 
@@ -78,12 +73,20 @@ void Frm_DbLog::Offer_Users_And_Dates()
     Trap(QStringLiteral("Frm_DbLog\\Form_Load"), [&] { m_ui->Cob_User->addItems(Log_Users()); });
     m_ui->Cob_User->setCurrentIndex(-1);
     m_ui->Cob_User->clearEditText();
-    Set_Up_Date(*m_ui->Txt_Start);
-    Set_Up_Date(*m_ui->Txt_End);
+    for (Date_Field *field : {m_ui->Txt_Start, m_ui->Txt_End})
+        field->setText(Database_Engine::Short_Date(Machine::Now().date().startOfDay()));
 }
 
 void Frm_DbLog::Cmd_Apply_Click()
 {
+    for (Date_Field *field : {m_ui->Txt_Start, m_ui->Txt_End}) {
+        if (!Day(*field).isEmpty())
+            continue;
+        Prompts::Message(Lang.GetString("_No_Date"), App().App_Title, Prompts::Icon::Exclamation);
+        field->setFocus();
+        field->selectAll();
+        return;
+    }
     Trap(
         QStringLiteral("Frm_DbLog\\Cmd_Apply_Click"), [&] { Fill_List(); },
         [] { Prompts::Message(Error_Text(Err()), App().App_Title, Prompts::Icon::Critical); });

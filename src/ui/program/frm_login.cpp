@@ -32,7 +32,8 @@ frmLogin::frmLogin(QWidget *parent, const QString &userName) : QDialog(parent), 
 {
     m_ui->setupUi(this);
     Load_Lang();
-    Offer_Names(userName.isNull() ? Last_Login_Name() : userName);
+    Tell({});
+    Offer_Names(userName.isNull() ? Last_Login.Read() : userName);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
 }
@@ -51,6 +52,12 @@ void frmLogin::Offer_Names(const QString &userName)
     m_ui->txtUserName->setEditText(userName);
     QWidget *first = userName.isEmpty() ? static_cast<QWidget *>(m_ui->txtUserName) : m_ui->txtPassword;
     first->setFocus();
+}
+
+void frmLogin::Tell(const QString &text)
+{
+    m_ui->Lab_Note->setText(text);
+    m_ui->Lab_Note->setVisible(!text.isEmpty());
 }
 
 void frmLogin::cmdOK_Click()

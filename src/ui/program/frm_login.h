@@ -25,6 +25,8 @@ public:
     ~frmLogin() override;
 
     void reject() override;
+    /// A sentence below the boxes, "" for none.
+    void Tell(const QString &text);
     /// True once for each box that this window is about to open, so that one of its own can be told from others.
     [[nodiscard]] bool Opens_Box();
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/tools/tools_forms.h"
 
+#include "ui/tools/at_hand.h"
 #include "ui/tools/frm_date.h"
+#include "ui/tools/page_hand.h"
 
 namespace
 {
@@ -18,12 +20,33 @@ void Show_Calendar(Shell &shell, QWidget *parent)
     calendar->activateWindow();
 }
 
+void Open_Note(Shell & /*shell*/, QWidget *parent)
+{
+    parent->findChild<At_Hand *>()->Open_Note();
+}
+
+void Check_Versions(Shell & /*shell*/, QWidget *parent)
+{
+    parent->findChild<At_Hand *>()->Check_Versions();
+}
+
 constexpr Commands::Row Command_Rows[] = {
     {"Mnu_Calendar", "calendar", "Mnu_Tools", Show_Calendar},
+    {"Mnu_Note", "note", "Mnu_Tools", Open_Note},
+    {"Mnu_Update", "", "Mnu_Help", Check_Versions},
+};
+
+constexpr Config_Pages::Row Page_Rows[] = {
+    {"Page_Hand", Config_Pages::Make<Page_Hand>},
 };
 } // namespace
 
 std::span<const Commands::Row> Tools_Commands()
 {
     return Command_Rows;
+}
+
+std::span<const Config_Pages::Row> Tools_Pages()
+{
+    return Page_Rows;
 }

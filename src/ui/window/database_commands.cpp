@@ -10,11 +10,14 @@
 #include "storage/database_lifecycle.h"
 #include "ui/document/document_tabs.h"
 #include "ui/kit/forms.h"
+#include "ui/kit/numbers.h"
 #include "ui/kit/shell.h"
 #include "ui/kit/work_window.h"
 #include "ui/window/left_tabs.h"
 
+#include <QFileInfo>
 #include <QWidget>
+#include <algorithm>
 
 namespace
 {
@@ -60,10 +63,12 @@ void Database_Commands::Compact()
         QStringLiteral("Frm_Main\\mnuComp_Click"),
         [this] {
             QString done;
+            const qint64 before = QFileInfo(Database_Path()).size();
             Database_Engine::Let_Go(); // the thread that compacts has a connection of its own
             Long_Work::Run_To_End(&m_window, Text("_Compacting"),
                                   [&] { done = Compact_Database(Database_Path(), QStringLiteral("no")); });
-            return done;
+            const qint64 freed = std::max<qint64>(0, before - QFileInfo(Database_Path()).size());
+            return done + QLatin1Char('\n') + Text("_Given_Back").arg(Grouped(freed));
         },
         Show_Error);
     m_shell.Set_Status(answer);

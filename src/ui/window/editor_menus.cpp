@@ -19,8 +19,7 @@
 namespace
 {
 // The section ViewMode has a key of this name too: the list's.
-const QString Page = QStringLiteral("Page");
-const QString View_Mode = QStringLiteral("ViewMode");
+constexpr Kept_Value View_Mode{"Page", "ViewMode"};
 constexpr int View_Modes = 3;
 } // namespace
 
@@ -84,11 +83,11 @@ void Editor_Menus::Add_View_Modes()
 
 void Editor_Menus::Use_View_Mode(int mode)
 {
-    WriteIni(Page, View_Mode, QString::number(mode));
+    View_Mode.Keep(QString::number(mode));
     Fill();
 }
 
 int Kept_View_Mode()
 {
-    return std::clamp(GetIni(Page, View_Mode).toInt(), 0, View_Modes - 1);
+    return std::clamp(View_Mode.Read().toInt(), 0, View_Modes - 1);
 }

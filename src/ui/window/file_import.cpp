@@ -19,7 +19,7 @@ namespace File_Import
 {
 QStringList Ask(const QString &title)
 {
-    const QStringList paths = Prompts::Open_Files(title, GetIni(Section, Path_Key));
+    QStringList paths = Prompts::Open_Files(title, GetIni(Section, Path_Key));
     if (!paths.isEmpty())
         WriteIni(Section, Path_Key, QFileInfo(paths.first()).path());
     return paths;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/window/frm_main.h"
 
-#include "core/config_store.h"
 #include "core/error_log.h"
 #include "core/error_text.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "editor/links.h"
@@ -16,19 +16,20 @@
 #include "ui/document/frm_doc_standard.h"
 #include "ui/folders/tree_commands.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/forms.h"
 #include "ui/kit/icons.h"
 #include "ui/kit/skins.h"
 #include "ui/kit/twips.h"
 #include "ui/lists/frm_list_view.h"
+#include "ui/program/user_tools.h"
+#include "ui/tools/at_hand.h"
 #include "ui/window/database_commands.h"
+#include "ui/window/fact_texts.h"
 #include "ui/window/file_import.h"
 #include "ui/window/left_tabs.h"
-#include "ui/window/program_lock.h"
 #include "ui/window/status_line.h"
 #include "ui/window/tab_memory.h"
-#include "ui/window/text_facts.h"
-#include "ui/window/tray.h"
 #include "ui/window/view_entries.h"
 #include "ui/window/window_placement.h"
 #include "ui/window/wings.h"
@@ -39,6 +40,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
@@ -54,9 +56,12 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Wing_Commands();
     Add_Status_Line();
     Add_Due_Button();
-    Add_Tray();
+    Add_Hand();
     Add_Lock();
     Add_Server_Watch();
+    constexpr int Least_Floor = 50, Highest_Floor = 400;
+    m_floor = std::max(Config().TC_TOP.toInt(), Least_Floor);
+    m_tabs->setMinimumHeight(std::min(m_floor, Highest_Floor));
     Log_Mark(QStringLiteral("Tree_Image"));
     m_ui->Pic_Main->setSizes({Pixels(Config().TrvWidth.toInt()), width() - Pixels(Config().TrvWidth.toInt())});
     Set_Icons();
@@ -72,6 +77,7 @@ Frm_Main::Frm_Main() : m_ui(std::make_unique<Ui::Frm_Main>()), m_lang(*this, QSt
     Add_Tab_Menu();
     Show_Title();
     Show_First_Steps();
+    Command_Keys::Of_Program().Give_Menus(menuBar()->actions());
 }
 
 Frm_Main::~Frm_Main() = default;
@@ -80,6 +86,7 @@ void Frm_Main::Show_As_Kept()
 {
     m_list->setListPic(Config().Pic_List);
     Window_Placement::Show(*this);
+    m_tree->setFocus(); // rather than the tabs above it
     QTimer::singleShot(0, m_tabs, [this] {
         m_tabs->Bring_Back_Unsaved();
         Tab_Memory::Bring_Back(*m_tabs, *this);
@@ -118,19 +125,13 @@ void Frm_Main::Save_Left_Side()
     m_left->Save();
     Tab_Memory::Save(*m_tabs);
     if (!m_ui->Pic_On_Left->isHidden())
-        WriteIni(QStringLiteral("Page"), QStringLiteral("TrvWidth"),
-                 QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
+        Keep_Setting(&Settings_Record::TrvWidth, QString::number(Twips(m_ui->Pic_Main->sizes().value(0))));
 }
 
 void Frm_Main::Save_Placement()
 {
     m_list->Save_Columns();
     Window_Placement::Keep(*this);
-}
-
-void Frm_Main::Remove_Tray_Icon()
-{
-    m_tray->Remove();
 }
 
 void Frm_Main::Set_Status(const QString &text)
@@ -330,33 +331,11 @@ void Frm_Main::Add_Panes()
     Add_First_Steps();
 }
 
-void Frm_Main::Add_Lock()
-{
-    m_lock = new Program_Lock(*this, findChild<QAction *>(QStringLiteral("Mnu_OnLock"))->shortcut());
-    connect(m_lock, &Program_Lock::About_To_Lock, this, [this] {
-        m_tabs->Keep_Drafts();
-        Remove_Tray_Icon();
-    });
-    connect(m_lock, &Program_Lock::Unlocked, m_tray, &Tray::Add);
-}
-
-void Frm_Main::Lock()
-{
-    m_lock->Lock();
-}
-
-void Frm_Main::Add_Tray()
-{
-    m_tray = new Tray(*this);
-    connect(m_tray, &Tray::Window_Wanted, this, &Frm_Main::Bring_Back);
-    connect(m_tray, &Tray::Leaving_Wanted, this, &Frm_Main::Leave);
-    m_tray->Add();
-}
-
 void Frm_Main::Add_Status_Line()
 {
     m_status = new Status_Line(*m_ui->Sta_Bar);
-    connect(new Text_Facts(*m_tabs), &Text_Facts::Changed, m_status, &Status_Line::Show_Facts);
+    connect(m_tabs, &Document_Tabs::Facts_Changed, m_status,
+            [this](const Document_Facts &facts) { m_status->Show_Facts(Fact_Texts(facts)); });
 }
 
 void Frm_Main::Connect_Actions()
@@ -427,7 +406,21 @@ void Frm_Main::Apply_Settings()
     m_tree->Apply_Look();
     m_list->Apply_Look();
     m_view->Check_All();
+    m_hand->Settings_Changed();
+    m_tabs->Adjust_Panes();
+    m_left->Dates_Changed();
     m_list->Go_To_Page(1);
+    Show_On_Task_Bar();
+}
+
+void Frm_Main::Show_On_Task_Bar()
+{
+    const Qt::WindowType kind = Is_On(&Settings_Record::CH_MAIN) ? Qt::Window : Qt::Tool;
+    if (windowType() == kind)
+        return;
+    const bool seen = isVisible();
+    setWindowFlags((windowFlags() & ~Qt::WindowType_Mask) | kind);
+    setVisible(seen); // the change has hidden it
 }
 
 void Frm_Main::Choose_Files()
@@ -462,27 +455,4 @@ void Frm_Main::Leave()
     m_leaving = true;
     close();
     m_leaving = false;
-}
-
-bool Frm_Main::Hides_On_Close(const QCloseEvent &event) const
-{
-    return event.spontaneous() && !m_leaving && Config().CH_Close == QLatin1String("1");
-}
-
-void Frm_Main::Put_Away()
-{
-    showMinimized();
-    // Without a tray there would be no way back to a hidden window.
-    if (m_tray->Is_There())
-        hide();
-}
-
-void Frm_Main::Bring_Back()
-{
-    if (m_lock->Is_Locked())
-        return m_lock->Bring_Back();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
 }

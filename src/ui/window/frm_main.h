@@ -5,9 +5,11 @@
 #include "ui/kit/shell.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 
+class At_Hand;
 class Database_Commands;
 class Document_Tabs;
 class First_Steps;
@@ -17,7 +19,6 @@ class Program_Lock;
 class QStackedWidget;
 class Search_Box;
 class Status_Line;
-class Tray;
 class Tree_Pane;
 class View_Entries;
 namespace Ui
@@ -48,8 +49,10 @@ public:
     void Save_Placement();
     /// Shows the window in front, wherever it was put away.
     void Bring_Back();
-    /// Takes the tray icon away.
-    void Remove_Tray_Icon();
+    /// Brings up what is at hand while the window is out of sight: keys, message link, floating window.
+    void Come_To_Hand();
+    /// Takes it off the screen, the tray icon too.
+    void Leave_Hand();
 
     /// Asked before the window closes for good; false keeps the program open.
     std::function<bool()> Query_Unload;
@@ -96,7 +99,7 @@ private:
     /// Follows what others change in a library on a server.
     void Add_Server_Watch();
     void Follow_Others(const QStringList &tables);
-    void Add_Tray();
+    void Add_Hand();
     void Add_Status_Line();
     void Add_Search_Box();
     void Add_First_Steps();
@@ -109,6 +112,8 @@ private:
     void Bind_View_Entries();
     /// An entry of the menu for each page that a wing brings to the left side.
     void Add_Page_Entries();
+    /// Takes the window off the task bar or puts it there, as the settings say.
+    void Show_On_Task_Bar();
     /// Puts what the options changed on screen.
     void Apply_Settings();
     /// Deletes the document on screen, or the rows chosen in the list.
@@ -129,6 +134,9 @@ private:
     /// The window's own close button only puts the window away.
     [[nodiscard]] bool Hides_On_Close(const QCloseEvent &event) const;
     void Put_Away();
+    /// Shows the window, or puts it away with all that has opened from it.
+    void Toggle();
+    void Hide_Beside();
 
     std::unique_ptr<Ui::Frm_Main> m_ui;
     ctrlLanguage m_lang;
@@ -137,11 +145,13 @@ private:
     Document_Tabs *m_tabs = nullptr;
     Left_Tabs *m_left = nullptr;
     View_Entries *m_view = nullptr;
-    Tray *m_tray = nullptr;
+    At_Hand *m_hand = nullptr;
     Status_Line *m_status = nullptr;
     Search_Box *m_search = nullptr;
     Database_Commands *m_database = nullptr;
     QStackedWidget *m_listPlace = nullptr; ///< the list, or the first steps
     Program_Lock *m_lock = nullptr;
-    bool m_leaving = false; ///< the close was asked by the program's own command, not by the window's button
+    QList<QPointer<QWidget>> m_beside; ///< windows that were hidden with this one, the one on top first
+    int m_floor = 0;                   ///< the least height of the documents, in pixels
+    bool m_leaving = false;            ///< the close was asked by the program's own command, not by the window's button
 };

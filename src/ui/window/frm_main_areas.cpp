@@ -142,7 +142,8 @@ void Frm_Main::Add_Ways_Of_Keyboard()
                               m_list->Focus_Rows();
                       }},
                      {"_Go_Facts", facts,
-                      [enter, facts] {
+                      [this, enter, facts] {
+                          m_ui->Mnu_M_FILE->setChecked(true);
                           enter(First_Field(facts()));
                       }},
                      {"_Go_Search", [this]() -> QWidget * { return m_search; },

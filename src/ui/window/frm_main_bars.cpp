@@ -6,6 +6,7 @@
 #include "ui/folders/tree_pane.h"
 #include "ui/kit/commands.h"
 #include "ui/kit/icons.h"
+#include "ui/tools/at_hand.h"
 #include "ui/window/editor_menus.h"
 #include "ui/window/frm_main.h"
 #include "ui/window/left_tabs.h"
@@ -62,6 +63,7 @@ void Frm_Main::Bind_View_Entries()
     m_view->Bind(*m_ui->U_ShowLow, "ShowLow", [this](bool /*on*/) { Reload_All(); });
     m_view->Bind(*m_ui->Mnu_Left_ByDate, "CH_ByDate", [this](bool on) { m_left->Show_Page("Left_ByDate", on); });
     m_view->Bind(*m_ui->Mnu_Left_Find, "CH_Find", [this](bool on) { m_left->Show_Page("Left_Find", on); });
+    m_view->Bind(*m_ui->Mnu_Float, "CH_FLOAT", [this](bool on) { m_hand->Show_Floating(on); });
     Add_Page_Entries();
     auto *tabsBack = new QAction(Pack_Text("Frm_Main", "_Tabs_Back"), this);
     tabsBack->setObjectName(QStringLiteral("Mnu_Tabs_Back"));

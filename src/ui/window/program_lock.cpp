@@ -2,23 +2,26 @@
 #include "ui/window/program_lock.h"
 
 #include "core/error_log.h"
+#include "core/language_pack.h"
 #include "core/process_state.h"
 #include "core/settings.h"
 #include "ui/program/frm_login.h"
 #include "users/login.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QWindow>
 #include <algorithm>
 #include <utility>
 
 namespace
 {
 /// Boxes that say what somebody looked for.
-constexpr const char *Find_Boxes[] = {"Inp_Find", "Txt_Find", "Cob_FindKey"};
+constexpr const char *Find_Boxes[] = {"Inp_Find", "Txt_Find", "Cob_FindKey", "Txt_Search", "Txt_Key_Find"};
 /// A password box with this property shows a value of a record, which would be lost with its text.
 constexpr const char *Holds_Stored = "Holds_Stored";
 
@@ -64,8 +67,8 @@ bool Can_Come_Back()
 }
 } // namespace
 
-Program_Lock::Program_Lock(QWidget &main, const QKeySequence &key)
-    : QObject(&main), m_main(main), m_key(key), m_idle(this)
+Program_Lock::Program_Lock(QWidget &main, const QAction &command)
+    : QObject(&main), m_main(main), m_command(command), m_idle(this)
 {
     m_idle.setObjectName(QStringLiteral("Idle"));
     m_idle.setSingleShot(true);
@@ -114,12 +117,20 @@ void Program_Lock::Hide(QWidget &window)
     if (!Is_Passing(window))
         m_hidden << &window;
     Set_Visible(window, false);
+    // A tip keeps its words as long as it lives, and the desktop the name of a hidden window as long as it has it.
+    if (window.inherits("QTipLabel"))
+        window.deleteLater();
+    else if (QWindow *known = window.windowHandle())
+        known->destroy();
 }
 
 void Program_Lock::Show_Login()
 {
     m_login = std::make_unique<frmLogin>(nullptr, App().Curr_User);
     m_login->setWindowModality(Qt::ApplicationModal);
+    // How many, and not which: whoever comes by reads this.
+    if (const qsizetype outside = Left_Outside ? Left_Outside().size() : 0; outside > 0)
+        m_login->Tell(Filled(Pack_Text("frmLogin", "_Outside"), {QString::number(outside)}));
     connect(m_login.get(), &QDialog::accepted, this, &Program_Lock::Unlock);
     m_login->show();
     Bring_Back();
@@ -199,7 +210,7 @@ bool Program_Lock::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return false;
     auto *key = static_cast<QKeyEvent *>(event);
-    if (m_key.isEmpty() || QKeySequence(key->keyCombination()) != m_key)
+    if (!m_command.shortcuts().contains(QKeySequence(key->keyCombination())))
         return false;
     event->accept(); // it reaches no other command
     if (event->type() == QEvent::KeyPress)

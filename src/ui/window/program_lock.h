@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QKeySequence>
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <functional>
 #include <memory>
 
+class QAction;
 class QWidget;
 class frmLogin;
 
@@ -19,12 +20,15 @@ class Program_Lock : public QObject
     Q_OBJECT
 
 public:
-    Program_Lock(QWidget &main, const QKeySequence &key);
+    /// @param command  whose keys lock from every window
+    Program_Lock(QWidget &main, const QAction &command);
     ~Program_Lock() override;
 
     /// Nothing happens when the current user has no row any more: nobody could come back.
     void Lock();
     [[nodiscard]] bool Is_Locked() const { return m_locked; }
+    /// What other programs show and the lock cannot hide; asked when it locks.
+    std::function<QStringList()> Left_Outside;
     /// Shows the login in front.
     void Bring_Back();
 
@@ -45,7 +49,7 @@ private:
     void Count_Idle_Time();
 
     QWidget &m_main;
-    QKeySequence m_key;
+    const QAction &m_command;
     QTimer m_idle;
     std::unique_ptr<frmLogin> m_login;
     QList<QPointer<QWidget>> m_hidden; ///< the one on top first

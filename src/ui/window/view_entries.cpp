@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/window/view_entries.h"
 
-#include "core/config_store.h"
 #include "core/settings_table.h"
 
 #include <QAction>
@@ -20,9 +19,7 @@ void View_Entries::Bind(QAction &entry, const char *setting, std::function<void(
     entry.setChecked(Is_On(setting));
     connect(&entry, &QAction::toggled, this, [setting, shown = std::move(shown)](bool on) {
         if (on != Is_On(setting)) {
-            const Setting &row = Setting_Named(QLatin1String(setting));
-            Store(Config(), row, Switch_Text(row, on));
-            WriteIni(QLatin1String(row.section), QLatin1String(row.key), Switch_Text(row, on));
+            Keep_Switch(Setting_Named(QLatin1String(setting)).field, on);
         }
         shown(on);
     });

@@ -13,7 +13,7 @@ Window_Keys::Window_Keys(QWidget &window, QMenu &menu, std::vector<Area> areas)
     for (size_t i = 0; i < m_areas.size(); ++i) {
         const QByteArray key = "Alt+" + QByteArray::number(static_cast<int>(i) + 1);
         Add(menu, m_areas[i].caption, key.constData(), [this, i] {
-            if (Is_There(m_areas[i]))
+            if (m_areas[i].root() != nullptr)
                 m_areas[i].enter();
         });
     }

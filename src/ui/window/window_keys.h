@@ -16,9 +16,9 @@ class Window_Keys : public QObject
 
 public:
     struct Area {
-        const char *caption; ///< of its entry in the menu, in the section of the main window
-        std::function<QWidget *()> root;
-        std::function<void()> enter; ///< puts the keyboard there
+        const char *caption;             ///< of its entry in the menu, in the section of the main window
+        std::function<QWidget *()> root; ///< nullptr where there is none; F6 passes by one that is hidden
+        std::function<void()> enter;     ///< puts the keyboard there, into a hidden one when it has opened it
     };
 
     /// @param menu  takes an entry for each way

@@ -14,12 +14,12 @@ namespace
 {
 enum Window_State { Minimised = 1, Maximised = 2, Normal = 3 };
 
-const QString Section = QStringLiteral("Settings");
+constexpr const char *Section = "Settings";
 
 int Kept(const char *key)
 {
     constexpr int Far = 1'000'000; // twips: beyond all screens, within what can be reckoned with
-    return std::clamp(GetIni(Section, QLatin1String(key)).toInt(), -Far, Far);
+    return std::clamp(Kept_Value{Section, key}.Read().toInt(), -Far, Far);
 }
 
 /// A side of the window, or the one it has by itself where what was kept is too small to be one.
@@ -32,7 +32,7 @@ int Kept_Side(const char *key, int usual)
 
 void Keep_Number(const char *key, int value)
 {
-    WriteIni(Section, QLatin1String(key), QString::number(value));
+    Kept_Value{Section, key}.Keep(QString::number(value));
 }
 
 /// The screen that most of a place lies on, `own` when it lies on none: a screen may be gone, or smaller.
@@ -78,7 +78,7 @@ void Window_Placement::Restore(QWidget &window)
 
 void Window_Placement::Show(QWidget &window)
 {
-    const int state = Config().CH_MIN == QLatin1String("1") ? Minimised : Kept("WindowState");
+    const int state = Is_On(&Settings_Record::CH_MIN) ? Minimised : Kept("WindowState");
     if (state == Minimised)
         window.showMinimized();
     else if (state == Maximised)

@@ -6,6 +6,7 @@
 #include "editor/paragraph_commands.h"
 #include "editor/text_editor.h"
 #include "platform/models/plain_tip.h"
+#include "ui/kit/command_keys.h"
 #include "ui/kit/icons.h"
 #include "ui/writing/find_bar.h"
 #include "ui/writing/frm_goto.h"
@@ -70,6 +71,12 @@ Editor_Bar::Editor_Bar(QWidget *parent)
     Add_Buttons();
     m_row->addStretch();
     Load_Lang();
+    for (const Command_Row &row : Command_Table())
+        Command_Keys::Of_Program().Give(*m_commands->Action(QLatin1String(row.name)), Command_Keys::Place::Text);
+    connect(&Command_Keys::Of_Program(), &Command_Keys::Changed, this, [this] {
+        m_commands->Hear_Keys();
+        Set_Tool_Tips();
+    });
     connect(m_commands, &Editor_Commands::State_Changed, this, &Editor_Bar::Show_State);
     connect(m_commands, &Editor_Commands::Requested, this, &Editor_Bar::Answer);
 }

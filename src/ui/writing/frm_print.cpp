@@ -20,8 +20,7 @@
 
 namespace
 {
-const QString Page = QStringLiteral("Page");
-const QString Pdf_Path = QStringLiteral("PdfPath");
+constexpr Kept_Value Pdf_Path{"Page", "PdfPath"};
 } // namespace
 
 Frm_Print::Frm_Print(const QTextDocument &document, const QString &title, QWidget *parent)
@@ -41,14 +40,14 @@ Frm_Print::~Frm_Print() = default;
 
 bool Frm_Print::Save_Pdf(const QTextDocument &document, const QString &title)
 {
-    const QString folder = GetIni(Page, Pdf_Path);
+    const QString folder = Pdf_Path.Read();
     const QString name = Files::Name_For(title, Pack_Text("Frm_Doc_Standard", "_NewDoc")) + QStringLiteral(".pdf");
     const QString path =
         Prompts::Save_File(Pack_Text("Frm_Print", "_Save_Pdf"), folder.isEmpty() ? name : QDir(folder).filePath(name),
                            QStringLiteral("PDF (*.pdf)|*.pdf"));
     if (path.isEmpty())
         return false;
-    WriteIni(Page, Pdf_Path, QFileInfo(path).path());
+    Pdf_Path.Keep(QFileInfo(path).path());
     return Trap(
         QStringLiteral("Frm_Print\\Save_Pdf"),
         [&] {

@@ -9,8 +9,7 @@
 namespace
 {
 constexpr int Cell = 38;
-const QString Page = QStringLiteral("Page");
-const QString Last_Group = QStringLiteral("SpecCharGroup");
+constexpr Kept_Value Last_Group{"Page", "SpecCharGroup"};
 
 /// The characters of each group, in the order of the form's list.
 const char16_t *const Groups[] = {
@@ -41,7 +40,7 @@ Frm_SpecChar::Frm_SpecChar(Text_Editor &editor, QWidget *parent)
     connect(m_ui->Lst_Chars, &QListWidget::itemDoubleClicked, this, &Frm_SpecChar::Insert);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &Frm_SpecChar::Insert);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    const int group = std::clamp(GetIni(Page, Last_Group).toInt(), 0, static_cast<int>(std::size(Groups)) - 1);
+    const int group = std::clamp(Last_Group.Read().toInt(), 0, static_cast<int>(std::size(Groups)) - 1);
     m_ui->Comb_Group->setCurrentIndex(group);
     Show_Group(group);
 }
@@ -59,7 +58,7 @@ void Frm_SpecChar::Show_Group(int group)
         item->setSizeHint(QSize(Cell, Cell));
     }
     m_ui->Lst_Chars->setCurrentRow(0);
-    WriteIni(Page, Last_Group, QString::number(group));
+    Last_Group.Keep(QString::number(group));
 }
 
 void Frm_SpecChar::Show_Code()

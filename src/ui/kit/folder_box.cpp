@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/document/folder_box.h"
+#include "ui/kit/folder_box.h"
 
 #include "platform/models/plain_tip.h"
 #include "tree/tree_loading.h"
