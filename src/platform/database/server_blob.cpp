@@ -77,7 +77,7 @@ qint64 Size(Server_Connection &server, const Database_Engine::Blob_Place &place)
         server.Execute(u"SELECT coalesce(octet_length("_s + words.column + u"), 0) FROM "_s + words.table + words.row);
     if (!run->Fetch())
         throw Engine_Error::No_Current_Row();
-    const Cell cell = run->Read(0, Value_Type::Integer);
+    const Cell cell = run->Read(0, Value_Type::Count);
     const auto *size = std::get_if<qint64>(&cell);
     return size == nullptr ? 0 : *size;
 }
