@@ -117,9 +117,8 @@ QString Page_Hand::Period() const
 
 bool Page_Hand::Is_Changed() const
 {
-    const bool otherKeys = std::any_of(std::begin(All_Keys), std::end(All_Keys), [this](Hand_Keys::Key key) {
-        return Typed(key) != Hand_Keys::Chosen(key);
-    });
+    const bool otherKeys = std::any_of(std::begin(All_Keys), std::end(All_Keys),
+                                       [this](Hand_Keys::Key key) { return Typed(key) != Hand_Keys::Chosen(key); });
     const QString folder = m_ui->Cob_K9->Chosen();
     return otherKeys || (!folder.isEmpty() && folder != Config().Cob_K9) ||
            Config().COB_UPDATE.trimmed() != Period().trimmed() ||

@@ -52,7 +52,7 @@ void Frm_Main::Add_Lock()
         const QStringList outside = m_tabs->Left_Outside();
         findChild<QAction *>(QStringLiteral("Mnu_OnLock"))
             ->setStatusTip(outside.isEmpty() ? QString()
-                                             : Filled(m_lang.GetString("_Lock_Outside"), {Pack_List(outside)}));
+                                             : Filled(Pack_Text("Frm_Main", "_Lock_Outside"), {Pack_List(outside)}));
     });
     connect(m_lock, &Program_Lock::About_To_Lock, this, [this] {
         m_tabs->Keep_Drafts();
