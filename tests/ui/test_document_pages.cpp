@@ -170,9 +170,9 @@ private slots:
         const QString changed = u"文件已经被更改,需要更新吗？"_s;
         const QStringList agreed{changed, u"yes"_s, u"更新完成"_s, u"ok"_s};
         const QStringList run{u"x.bat"_s, u"yes"_s};
-        QTest::addRow("yes") << u"a.txt"_s << agreed << false << u"new"_s;
+        QTest::addRow("yes") << u"a.txt"_s << agreed << false << u"newer"_s;
         QTest::addRow("no") << u"a.txt"_s << QStringList{changed, u"no"_s} << false << u"old"_s;
-        QTest::addRow("at the next start") << u"a.txt"_s << agreed << true << u"new"_s;
+        QTest::addRow("at the next start") << u"a.txt"_s << agreed << true << u"newer"_s;
         QTest::addRow("a program") << u"x.bat"_s << run << false << u"old"_s;
     }
     void What_Another_Program_Changed_Is_Stored_After_A_Question()
@@ -195,7 +195,7 @@ private slots:
         QCOMPARE(QFileInfo(m_started.value(0)).fileName(), name);
         QVERIFY(!m_started[0].contains(u"temp/"_s)); // a start empties that folder
         Come_To_Front();
-        Files::Write_Bytes(m_started[0], "new");
+        Files::Write_Bytes(m_started[0], "newer");
         expect(false);
         if (killed) { // the copy as a dead process leaves it
             const QDir folder = QFileInfo(QFileInfo(m_started[0]).path()).dir();
@@ -226,7 +226,7 @@ private slots:
         reader.start(u"tail"_s, {u"-f"_s, m_started.value(0)});
         QVERIFY(reader.waitForReadyRead());
         QVERIFY(QFile::remove(m_started[0])); // as programs do that put a new file in the place of the old one
-        Files::Write_Bytes(m_started[0], "new");
+        Files::Write_Bytes(m_started[0], "newer");
         Come_To_Front();
         QCOMPARE(Sql_Cell(u"select file_size from tab_file"_s), u"0.00K"_s);
         reader.kill();
