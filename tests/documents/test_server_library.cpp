@@ -10,6 +10,7 @@
 #include "storage/database_lifecycle.h"
 #include "storage/ladder.h"
 #include "storage/server_link.h"
+#include "support/error_number.h"
 #include "support/test_program.h"
 #include "support/test_server.h"
 #include "tree/folder_editing.h"
@@ -35,16 +36,6 @@ QStringList Shape_Of(const QString &connection)
     }
     shape.sort();
     return shape;
-}
-
-qint32 Number_Of_Error(const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (const Run_Time_Error &error) {
-        return error.number;
-    }
-    return 0;
 }
 } // namespace
 

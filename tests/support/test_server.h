@@ -84,6 +84,7 @@ public:
     }
 
 private:
+    /// The folder has a short path, as the name of a socket has at most 107 bytes.
     Test_Server() : m_folder(QStringLiteral("/tmp/zelqor-server-XXXXXX"))
     {
         if (geteuid() == 0 && QProcess::execute(QStringLiteral("chown"), {"postgres", m_folder.path()}) != 0)

@@ -3,6 +3,7 @@
 
 #include "platform/database/connection_pool.h"
 #include "platform/database/engine_error.h"
+#include "platform/database/long_rows.h"
 #include "platform/database/server_blob.h"
 
 #include <memory>

@@ -135,6 +135,14 @@ void Load_Columns(sqlite3 *db, const QString &path, Catalog_Table &table)
 }
 } // namespace
 
+const Catalog_Column &Existing_Column(const Catalog_Table &table, const QString &name)
+{
+    const Catalog_Column *column = table.Find(name);
+    if (column == nullptr)
+        throw Engine_Error::Missing_Column(name);
+    return *column;
+}
+
 void Catalog::Clear()
 {
     m_tables.clear();

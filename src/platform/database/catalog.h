@@ -55,6 +55,9 @@ struct Column_Name {
 };
 using Column_Pair = std::pair<Column_Name, Column_Name>;
 
+/// @throws Run_Time_Error when the table has no such column.
+const Catalog_Column &Existing_Column(const Catalog_Table &table, const QString &name);
+
 /// The tables of a connection: ordinary ones only, neither views nor the engine's own.
 class Catalog
 {

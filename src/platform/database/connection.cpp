@@ -8,6 +8,7 @@
 #include "platform/database/file_layer.h"
 #include "platform/database/index_worker.h"
 #include "platform/database/key_query.h"
+#include "platform/database/long_rows.h"
 #include "platform/database/sql_functions.h"
 #include "platform/database/sql_parser.h"
 #include "platform/database/sqlite_cells.h"
@@ -24,30 +25,9 @@ namespace
 {
 /// A value of 256 MB, and what stands beside it; longer ones are refused before they are read as a whole.
 constexpr int Longest_Row = 288 << 20;
-/// What SQLite is built for where nothing else is said.
-constexpr int Longest_Written_Row = 1'000'000'000;
-constexpr size_t Most_Kept_Statements = 128;
-constexpr qsizetype Longest_Kept_Shape = 4096;
 } // namespace
 
-Prepared_Statement::~Prepared_Statement()
-{
-    sqlite3_finalize(handle);
-}
-
 Connection::Connection(const QString &path) : m_path(path), m_hold(path) {}
-
-Long_Rows::Long_Rows(sqlite3 *db) : m_db(db), m_before(sqlite3_limit(db, SQLITE_LIMIT_LENGTH, Longest_Written_Row)) {}
-
-Long_Rows::~Long_Rows()
-{
-    sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, m_before);
-}
-
-qint64 Long_Rows::Longest()
-{
-    return Longest_Written_Row;
-}
 
 std::shared_ptr<Connection> Connection::Open(const QString &nativePath)
 {
@@ -130,8 +110,7 @@ void Connection::Settle()
 Connection::~Connection()
 {
     Stop_Work();
-    m_cached.clear();
-    m_cache.clear();
+    m_statements.Clear();
     sqlite3_close_v2(m_db);
 }
 
@@ -182,38 +161,19 @@ bool Connection::Tables_Are_Stale()
 
 void Connection::Forget_Tables()
 {
-    m_cached.clear();
-    m_cache.clear();
+    m_statements.Clear();
     m_catalogVersion = -1;
 }
 
 std::shared_ptr<Prepared_Statement> Connection::Cached(const QString &key)
 {
-    const auto found = m_cached.constFind(key);
-    if (found == m_cached.constEnd()) {
-        return nullptr;
-    }
-    m_cache.splice(m_cache.begin(), m_cache, *found);
-    const auto &kept = m_cache.front().second;
-    if (!kept->busy) {
+    const std::shared_ptr<Prepared_Statement> kept = m_statements.Find(key);
+    if (kept == nullptr || !kept->busy) {
         return kept;
     }
     auto second = std::make_shared<Prepared_Statement>(kept->plan);
     Compile(*second);
     return second;
-}
-
-void Connection::Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement)
-{
-    if (!statement->plan->reusable || key.size() > Longest_Kept_Shape) {
-        return;
-    }
-    m_cache.emplace_front(key, statement);
-    m_cached.insert(key, m_cache.begin());
-    if (m_cache.size() > Most_Kept_Statements) {
-        m_cached.remove(m_cache.back().first);
-        m_cache.pop_back();
-    }
 }
 
 void Connection::Compile(Prepared_Statement &statement)
@@ -249,8 +209,7 @@ std::shared_ptr<Prepared_Statement> Connection::Prepare(const std::vector<Token>
     std::shared_ptr<Prepared_Statement> prepared = Prepare_As_Is(tokens, updatable, skip, ranAsDdl);
     while (prepared != nullptr && !Holds(*prepared->plan)) {
         prepared.reset();
-        m_cached.clear();
-        m_cache.clear();
+        m_statements.Clear();
         prepared = Prepare_As_Is(tokens, updatable, skip, ranAsDdl);
     }
     return prepared;
@@ -326,7 +285,7 @@ std::shared_ptr<Prepared_Statement> Connection::Prepare_As_Is(const std::vector<
         }
         prepared = std::make_shared<Prepared_Statement>(plan);
         Compile(*prepared);
-        Keep(key, prepared);
+        m_statements.Keep(key, prepared);
     }
     Bind(*prepared, tokens);
     return prepared;
@@ -341,7 +300,7 @@ std::shared_ptr<Prepared_Statement> Connection::Prepare_Own(const QByteArray &sq
         plan->sql = sql;
         prepared = std::make_shared<Prepared_Statement>(plan);
         Compile(*prepared);
-        Keep(key, prepared);
+        m_statements.Keep(key, prepared);
     }
     return prepared;
 }

@@ -4,10 +4,10 @@
 #include "platform/database/catalog.h"
 #include "platform/database/file_hold.h"
 #include "platform/database/row_store.h"
+#include "platform/database/statement_cache.h"
 #include "platform/errors/run_time_error.h"
 
 #include <functional>
-#include <list>
 #include <memory>
 #include <optional>
 
@@ -16,18 +16,6 @@ struct sqlite3;
 struct sqlite3_stmt;
 class Index_Worker;
 class Sqlite_Cursor;
-
-/// A plan with its compiled statement.
-struct Prepared_Statement {
-    explicit Prepared_Statement(std::shared_ptr<const Plan> itsPlan) : plan(std::move(itsPlan)) {}
-    ~Prepared_Statement();
-    Prepared_Statement(const Prepared_Statement &) = delete;
-    Prepared_Statement &operator=(const Prepared_Statement &) = delete;
-
-    std::shared_ptr<const Plan> plan;
-    sqlite3_stmt *handle = nullptr;
-    bool busy = false;
-};
 
 /// A row of a query by row numbers, and which parts of the query it comes from.
 struct Ordered_Key {
@@ -42,23 +30,6 @@ struct Kept_Order {
     std::pair<qint64, qint64> version; ///< of the file for which it holds
     std::vector<Ordered_Key> keys;
     QByteArray sql; ///< what found it
-};
-
-/// While it lives, rows may be written whose bytes are longer than a value that is read as a whole.
-class Long_Rows
-{
-public:
-    explicit Long_Rows(sqlite3 *db);
-    ~Long_Rows();
-    Long_Rows(const Long_Rows &) = delete;
-    Long_Rows &operator=(const Long_Rows &) = delete;
-
-    /// Bytes that a row can have at most.
-    static qint64 Longest();
-
-private:
-    sqlite3 *m_db;
-    int m_before;
 };
 
 /// One open database file with its tables, compiled statements and the state of its group of statements.
@@ -131,7 +102,6 @@ public:
 
 private:
     friend class Sqlite_Cursor;
-    using Cache = std::list<std::pair<QString, std::shared_ptr<Prepared_Statement>>>;
 
     void Configure();
     void Look_For_Missing_Indexes();
@@ -144,7 +114,6 @@ private:
     std::unique_ptr<Sqlite_Cursor> Rows_By_Number(const Plan &plan, std::vector<qint64> rows);
     std::shared_ptr<Prepared_Statement> Prepare_Own(const QByteArray &sql);
     std::shared_ptr<Prepared_Statement> Cached(const QString &key);
-    void Keep(const QString &key, const std::shared_ptr<Prepared_Statement> &statement);
     void Compile(Prepared_Statement &statement);
     void Bind(Prepared_Statement &statement, const std::vector<Token> &tokens);
     void Run_To_End(Prepared_Statement &statement);
@@ -167,8 +136,7 @@ private:
     Catalog m_catalog;
     qint64 m_catalogVersion = -1; ///< -1 when the catalog is to be read
     bool m_readOnly = false;
-    Cache m_cache; // the most recently used first
-    QHash<QString, Cache::iterator> m_cached;
+    Statement_Cache m_statements;
     std::vector<Sqlite_Cursor *> m_cursors;
     Kept_Order m_kept;
     QHash<QString, std::pair<qint64, qint64>> m_asciiAt; ///< by column: the version of the file in which it was ASCII

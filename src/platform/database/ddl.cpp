@@ -104,15 +104,6 @@ const Catalog_Table &Existing(Connection &connection, const QString &name)
     return *table;
 }
 
-const Catalog_Column &Existing_Column(const Catalog_Table &table, const QString &name)
-{
-    const Catalog_Column *column = table.Find(name);
-    if (column == nullptr) {
-        throw Engine_Error::Missing_Column(name);
-    }
-    return *column;
-}
-
 void Create(Connection &connection, const Create_Table &create)
 {
     if (connection.Tables().Find(create.table) != nullptr) {

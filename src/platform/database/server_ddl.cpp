@@ -63,15 +63,6 @@ const Catalog_Table &Existing(Server_Connection &connection, const QString &name
     return *table;
 }
 
-const Catalog_Column &Existing_Column(const Catalog_Table &table, const QString &name)
-{
-    const Catalog_Column *column = table.Find(name);
-    if (column == nullptr) {
-        throw Engine_Error::Missing_Column(name);
-    }
-    return *column;
-}
-
 /// A text as it is told apart, in the words of an index.
 QString Told(const QString &column)
 {

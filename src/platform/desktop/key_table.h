@@ -54,6 +54,6 @@ constexpr bool Is_Function_Key(int key)
 
 /// X's symbol of a key, 0 for one that cannot be wished.
 std::uint32_t Symbol_Of(int key);
-/// A combination as the shortcuts specification of the desktops writes it: "CTRL+ALT+i".
+/// A combination in the words that the desktops agreed on: "CTRL+ALT+i".
 QString Trigger_Of(const Hot_Keys::Combination &combination);
 } // namespace Key_Table

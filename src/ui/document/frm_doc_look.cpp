@@ -37,6 +37,7 @@ void Frm_Doc_Standard::Set_Up_Look()
         m_ui->Txt_Title->setFocus(Qt::ShortcutFocusReason);
         m_ui->Txt_Title->selectAll();
     });
+    connect(m_ui->Txt_Title, &QLineEdit::returnPressed, m_ui->Txt_Content, [this] { m_ui->Txt_Content->setFocus(); });
     auto *usual = new QShortcut(Qt::CTRL | Qt::Key_0, this);
     connect(usual, &QShortcut::activated, this, [this] { Zoom(0); });
 

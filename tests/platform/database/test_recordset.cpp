@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "database_fixture.h"
+#include "support/error_number.h"
 
 #include <QTest>
 #include <memory>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-qint32 Number_Of_Error(const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (const Run_Time_Error &error) {
-        return error.number;
-    }
-    return 0;
-}
-} // namespace
 
 class Test_Recordset : public QObject
 {
