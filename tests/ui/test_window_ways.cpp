@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/config_store.h"
 #include "core/settings.h"
+#include "documents/document_store.h"
 #include "support/controls.h"
+#include "support/test_form.h"
 #include "support/test_program.h"
 #include "tree/tree_loading.h"
 #include "ui/folders/tree_commands.h"
@@ -11,6 +13,7 @@
 #include "ui/window/frm_main.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -19,7 +22,9 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -206,6 +211,63 @@ private slots:
         Load_Root_Facts();
         m_window = std::make_unique<Frm_Main>();
         QVERIFY(m_window->screen()->availableGeometry().contains(m_window->geometry()));
+    }
+
+    void A_Place_Is_Found_By_What_Is_Remembered_Of_It_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("found");
+        QTest::addColumn<QString>("title"); // of the window then
+        QTest::addRow("a document") << u"pric"_s << u"apricot"_s << u"apricot"_s;
+        QTest::addRow("a folder") << u"wor"_s << u"Work"_s << u"Work"_s;
+        QTest::addRow("a command that does not apply") << u"close tab"_s << u"关闭标签页"_s << u"Zelqor"_s;
+    }
+    void A_Place_Is_Found_By_What_Is_Remembered_Of_It()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, found);
+        QFETCH(QString, title);
+        Open_Window();
+        QTimer::singleShot(0, m_window.get(), [&] {
+            auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            QVERIFY(box != nullptr);
+            auto &places = Get<QTreeWidget>(*box, "LV_Places");
+            Get<QLineEdit>(*box, "Txt_Place").setText(typed.startsWith(u"close"_s) ? found : typed);
+            QTRY_VERIFY(places.topLevelItemCount() > 0 && places.topLevelItem(0)->text(0) == found);
+            QTest::keyClick(&Get<QLineEdit>(*box, "Txt_Place"), Qt::Key_Return);
+            QCOMPARE(box->isVisible(), title == u"Zelqor"_s);
+            if (box->isVisible())
+                box->reject();
+        });
+        m_window->findChild<QAction *>(u"Mnu_Anywhere"_s)->trigger();
+        QVERIFY2(m_window->windowTitle().startsWith(title), qPrintable(m_window->windowTitle()));
+    }
+
+    /// Each score brings the next document, and what was only read goes.
+    void What_Is_Due_Comes_One_After_The_Other()
+    {
+        Sql_Run(u"insert into tab_Gene (Gene_Id,Gene_Name,Gene_Num,Gene_Per,Gene_Default) "
+                "values (7,'days',1.5,'D','X')"_s);
+        QStringList due;
+        for (const QString &text : {u"one"_s, u"two"_s}) {
+            Test_Form form(text);
+            QVERIFY(AddCodeContent_Ex_Standard(form, u"0"_s));
+            due << form.code_id;
+        }
+        due.sort();
+        Sql_Run(
+            u"update Code_Info set Code_ReadDateNext='2020-01-01', Code_ReadDate_Gene_Id=7 where Code_Type='RTF'"_s);
+        Open_Window();
+        const auto &tabs = Get<QTabWidget>(*m_window, "Tab_Right");
+        QStringList seen;
+        m_window->findChild<QAction *>(u"Mnu_Review"_s)->trigger();
+        while (tabs.count() > 1 && seen.size() < 5) {
+            seen << m_window->Document_On_Screen();
+            QTest::keyClick(tabs.currentWidget(), Qt::Key_F5, Qt::ControlModifier);
+            QTRY_VERIFY(m_window->Document_On_Screen() != seen.last());
+        }
+        seen.sort();
+        QCOMPARE(seen, due);
     }
 };
 

@@ -167,7 +167,7 @@ void Connection::Forget_Tables()
 
 std::shared_ptr<Prepared_Statement> Connection::Cached(const QString &key)
 {
-    const std::shared_ptr<Prepared_Statement> kept = m_statements.Find(key);
+    std::shared_ptr<Prepared_Statement> kept = m_statements.Find(key);
     if (kept == nullptr || !kept->busy) {
         return kept;
     }

@@ -33,6 +33,8 @@ public:
 
 signals:
     void Caption_Changed();
+    /// The user scored how well the document is remembered; that is stored.
+    void Scored();
     /// The text that is selected in the body is wanted in a field.
     void Selection_Wanted(QLineEdit *field);
 };

@@ -348,6 +348,7 @@ int Document_Tabs::Add(Frm_Doc_Standard *document)
     document->setUpdatesEnabled(false);
     const int index = addTab(document, Line_Icon(QStringLiteral("note")), Caption(*document));
     connect(document, &Frm_Doc_Standard::Mark_Changed, this, [this, document] { Show_Mark(document); });
+    connect(document, &Frm_Doc_Standard::Scored, this, &Document_Tabs::Scored);
     connect(document, &Frm_Doc_Standard::Facts_Changed, this, [this, document](const Document_Facts &facts) {
         if (document == Current_Document())
             emit Facts_Changed(facts);

@@ -79,6 +79,8 @@ signals:
     /// list.
     void Deletable(bool is);
     /// What is told of the document on screen is another; `shown` is false when the list is there.
+    /// An open document was scored for its review.
+    void Scored(const QString &code_id);
     void Facts_Changed(const Document_Facts &facts);
 
 protected:

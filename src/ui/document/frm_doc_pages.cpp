@@ -15,6 +15,7 @@ void Frm_Doc_Standard::Set_Up_Pages()
         connect(page, &Document_Page::Caption_Changed, this,
                 [&tabs, page] { tabs.setTabText(tabs.indexOf(page), page->Caption()); });
         connect(page, &Document_Page::Selection_Wanted, this, &Frm_Doc_Standard::Take_Selection);
+        connect(page, &Document_Page::Scored, this, [this] { emit Scored(Code_Id()); });
         m_pages.push_back(page);
     }
     tabs.setCurrentIndex(0);

@@ -112,6 +112,7 @@ signals:
     /// The next document could not be shown in this form, which holds nothing now.
     void Emptied();
     void Facts_Changed(const Document_Facts &facts);
+    void Scored(const QString &code_id);
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -23,9 +23,12 @@ Page_Review::Page_Review(Shell &shell, QWidget &form)
     QPushButton *buttons[] = {m_ui->Cmd_Read_score_0, m_ui->Cmd_Read_score_1, m_ui->Cmd_Read_score_2,
                               m_ui->Cmd_Read_score_3};
     for (int i = 0; i < static_cast<int>(std::size(buttons)); ++i) {
-        connect(buttons[i], &QPushButton::clicked, this, [this, i] { Cmd_Read_score_Click(i); });
+        connect(buttons[i], &QPushButton::clicked, this, [this, i] {
+            Cmd_Read_score_Click(i);
+            emit Scored();
+        });
         auto *key = new QAction(buttons[i]->text(), this);
-        key->setShortcut(Qt::CTRL | Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i));
+        key->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_F5 + i));
         key->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         Command_Keys::Of_Program().Give(*key, Command_Keys::Place::Text, QStringLiteral("Cmd_Read_score_%1").arg(i));
         form.addAction(key);

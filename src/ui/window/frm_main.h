@@ -3,6 +3,7 @@
 
 #include "ui/kit/ctrl_language.h"
 #include "ui/kit/shell.h"
+#include "views/anywhere.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -128,6 +129,10 @@ private:
     void Make_First_Folder();
     void Show_In_Tree(const QString &codeId);
     void Show_Keys();
+    /// Every command, with what it is called and whether it applies now.
+    [[nodiscard]] std::vector<Place> Command_Places() const;
+    void Go_Anywhere();
+    void Go_To(const Place &place);
     /// Opens the help file where there is one, else tells about the program.
     void Show_Help();
     void Leave();

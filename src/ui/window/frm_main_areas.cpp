@@ -6,6 +6,7 @@
 #include "ui/document/document_tabs.h"
 #include "ui/document/frm_doc_standard.h"
 #include "ui/folders/tree_pane.h"
+#include "ui/kit/icons.h"
 #include "ui/lists/due_button.h"
 #include "ui/lists/frm_list_view.h"
 #include "ui/lists/hot_pane.h"
@@ -151,6 +152,12 @@ void Frm_Main::Add_Ways_Of_Keyboard()
                           m_search->setFocus(Qt::ShortcutFocusReason);
                           m_search->selectAll();
                       }}});
+    auto *anywhere = new QAction(Line_Icon(QStringLiteral("find")), Pack_Text("Frm_Main", "_Anywhere"), this);
+    anywhere->setObjectName(QStringLiteral("Mnu_Anywhere"));
+    anywhere->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    menu->addSeparator();
+    menu->addAction(anywhere);
+    connect(anywhere, &QAction::triggered, this, &Frm_Main::Go_Anywhere);
     auto *keys = new QAction(Pack_Text("Frm_Main", "_Keys"), this);
     keys->setObjectName(QStringLiteral("Mnu_Keys"));
     keys->setShortcut(Qt::Key_F1);

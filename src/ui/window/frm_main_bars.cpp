@@ -2,6 +2,7 @@
 #include "core/language_pack.h"
 #include "editor/text_editor.h"
 #include "ui/document/document_tabs.h"
+#include "ui/document/review_walk.h"
 #include "ui/document/save_as_menu.h"
 #include "ui/folders/tree_pane.h"
 #include "ui/kit/commands.h"
@@ -98,6 +99,7 @@ void Frm_Main::Place_Document_Actions()
     button->setMenu(kinds);
     button->setPopupMode(QToolButton::MenuButtonPopup);
     m_ui->Mnu_File->insertActions(m_ui->Mnu_Delete, {action("Mnu_Open_Outside"), action("Email")});
+    new Review_Walk(*m_ui->Mnu_Tools, *m_tabs, *this);
     new Save_As_Menu(*m_ui->Mnu_SaveAs, *m_tabs, *this, *this);
     m_ui->Mnu_View->addSeparator();
     m_ui->Mnu_View->addActions({action("Mnu_Mode_Edit"), action("Mnu_Next_Tab"), action("Mnu_Previous_Tab")});
