@@ -7,6 +7,7 @@
 #include "documents/all_attachments.h"
 #include "documents/document_store.h"
 #include "floors.h"
+#include "open_tab.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "storage/database_lifecycle.h"
@@ -194,26 +195,9 @@ void Longest(benchmark::State &state)
     }
 }
 
-void Open(benchmark::State &state, const QString &id)
-{
-    No_Shell shell;
-    Document_Tabs tabs(shell, nullptr);
-    tabs.Add_List(new QWidget, u"List"_s);
-    tabs.resize(1000, 700);
-    tabs.show();
-    for ([[maybe_unused]] auto _ : state) {
-        tabs.Open(id);
-        QApplication::processEvents();
-        state.PauseTiming();
-        tabs.Close(1);
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        state.ResumeTiming();
-    }
-}
-
 void Open_Bare(benchmark::State &state)
 {
-    Open(state, Program::Get().bare);
+    Open_In_A_Tab(state, Program::Get().bare);
 }
 
 void Open_Laden(benchmark::State &state)
@@ -228,7 +212,7 @@ void Open_Laden(benchmark::State &state)
                                  .arg(i)
                                  .arg(QString(100'000, u'x')));
         });
-    Open(state, id);
+    Open_In_A_Tab(state, id);
 }
 
 /// All attachments of the database in a list on screen.

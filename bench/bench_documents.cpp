@@ -8,6 +8,7 @@
 #include "documents/data_update.h"
 #include "documents/document_reading.h"
 #include "documents/document_store.h"
+#include "open_tab.h"
 #include "platform/database/database.h"
 #include "platform/database/recordset.h"
 #include "platform/lzma/zelqorfun.h"
@@ -102,20 +103,7 @@ void Open_Document(benchmark::State &state)
 /// A whole tab, with the form and its fields.
 void Open_Tab(benchmark::State &state)
 {
-    const QString id = Program::Get().form.code_id;
-    No_Shell shell;
-    Document_Tabs tabs(shell, nullptr);
-    tabs.Add_List(new QWidget, u"List"_s);
-    tabs.resize(1000, 700);
-    tabs.show();
-    for ([[maybe_unused]] auto _ : state) {
-        tabs.Open(id);
-        QApplication::processEvents();
-        state.PauseTiming();
-        tabs.Close(1);
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        state.ResumeTiming();
-    }
+    Open_In_A_Tab(state, Program::Get().form.code_id);
 }
 
 /// The least that saving takes: write, encode, one commit. Saving may take 1.5 times as long.

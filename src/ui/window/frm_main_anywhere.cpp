@@ -15,6 +15,7 @@
 #include "views/tags.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QRegularExpression>
 
 std::vector<Place> Frm_Main::Command_Places() const
